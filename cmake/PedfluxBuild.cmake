@@ -1,0 +1,52 @@
+# What every target of the project shares: the language, the warnings, the sanitizers and the compiler cache.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+if(NOT CMAKE_BUILD_TYPE)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+endif()
+
+find_program(PEDFLUX_CCACHE ccache)
+if(PEDFLUX_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${PEDFLUX_CCACHE})
+endif()
+
+add_library(pedflux_build INTERFACE)
+target_compile_options(pedflux_build INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wunused
+    -Wdouble-promotion -Werror)
+if(PEDFLUX_SANITIZE)
+    target_compile_options(pedflux_build INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
+        -fno-omit-frame-pointer)
+    target_link_options(pedflux_build INTERFACE -fsanitize=address,undefined)
+endif()
+
+# pedflux_component(NAME <dependencies>...): the object library of every .cpp file in the current folder. A component sees
+# only the components that it names, so the direction of knowledge is checked by the compiler.
+function(pedflux_component name)
+    file(GLOB sources CONFIGURE_DEPENDS *.cpp)
+    if(NOT sources)
+        add_library(${name} INTERFACE)
+        target_link_libraries(${name} INTERFACE pedflux_build ${ARGN})
+        return()
+    endif()
+    add_library(${name} STATIC ${sources})
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+    target_link_libraries(${name} PUBLIC pedflux_build ${ARGN})
+endfunction()
+
+# pedflux_gtest(NAME <libraries>...): a GoogleTest program of every .cpp file in the current folder, one CTest test per case.
+function(pedflux_gtest name)
+    file(GLOB sources CONFIGURE_DEPENDS *.cpp)
+    if(NOT sources)
+        return()
+    endif()
+    add_executable(${name} ${sources})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+    target_link_libraries(${name} PRIVATE pedflux_build ${ARGN} GTest::gtest_main GTest::gmock)
+    add_test(NAME ${name} COMMAND ${name})
+endfunction()
