@@ -1,0 +1,41 @@
+#pragma once
+
+namespace pedflux::engine::crowd {
+
+/// How people walk: the constants of the locomotion model, equal for everyone in a crowd. Lengths in metres, times in
+/// seconds. docs/locomotion.md tells the model, its sources and how these values were found.
+struct Locomotion {
+    /// Steepness of the speed-density relation in persons per square metre: Weidmann's gamma.
+    double steepness = 1.913;
+    /// Density in persons per square metre at which walking stops: Weidmann's 5.4.
+    double jamDensity = 5.4;
+    /// Share of the free speed that remains in any crush, so that nobody stands for ever.
+    double leastSpeed = 0.02;
+
+    /// How far ahead others slow a walker down.
+    double sight = 1.6;
+    /// Half the width of the strip ahead in which others slow a walker down.
+    double laneHalfWidth = 0.4;
+
+    /// Time ahead within which the meeting with another person makes a walker step aside.
+    double anticipation = 2;
+    /// Gap between two bodies that passing walkers want to keep.
+    double passingGap = 0.15;
+    /// Strength of stepping aside, as sideways per forward metre for one person right ahead.
+    double avoidance = 0.8;
+    /// Largest sideways part of a walking direction per forward metre.
+    double widestTurn = 1.2;
+    /// Time in which a walker turns aside or back.
+    double turning = 0.3;
+
+    /// The default: Weidmann's pedestrians, used in planning.
+    static Locomotion everyday() { return {}; }
+    /// The young adults of Seyfried's bottleneck experiments, who keep smaller gaps (about 1.9 persons per metre and
+    /// second through a door).
+    static Locomotion youngAdults();
+};
+
+/// Throws pedflux::Exception, naming the constant, its value and what would be right.
+void validate(Locomotion const& locomotion);
+
+}  // namespace pedflux::engine::crowd
