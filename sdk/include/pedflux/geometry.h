@@ -14,6 +14,7 @@
 namespace pedflux {
 
 namespace engine {
+struct AffineMap;
 struct GeometryAccess;
 struct Mesh;
 struct Polyline;
@@ -44,16 +45,16 @@ class PEDFLUX_API Geometry {
     /// ellipsoids)", 1991); its radius is never too small, and too large only by rounding.
     virtual BoundingSphere3d GetBoundingSphere() = 0;
     /// Scaled in all directions; the given point stays.
-    virtual std::shared_ptr<Geometry> ScaledAbout(Vec3d const& point, double factor) = 0;
+    virtual std::shared_ptr<Geometry> ScaledAbout(Vec3d const& point, double factor);
     /// Stretched in the axis' direction only; the plane across the axis at its origin stays. A rectangle that is
     /// stretched obliquely to its sides becomes a mesh.
-    virtual std::shared_ptr<Geometry> ScaledAlong(Axis3d const& axis, double factor) = 0;
+    virtual std::shared_ptr<Geometry> ScaledAlong(Axis3d const& axis, double factor);
     /// Turned right-handed about the axis by an angle in degrees.
-    virtual std::shared_ptr<Geometry> RotatedAbout(Axis3d const& axis, double angle) = 0;
-    virtual std::shared_ptr<Geometry> TranslatedBy(Vec3d const& offset) = 0;
+    virtual std::shared_ptr<Geometry> RotatedAbout(Axis3d const& axis, double angle);
+    virtual std::shared_ptr<Geometry> TranslatedBy(Vec3d const& offset);
     /// Mirrored across the plane that stands across the axis at its origin. Faces that looked outwards still do: the
     /// order of their vertices is reversed.
-    virtual std::shared_ptr<Geometry> MirroredAcross(Axis3d const& axis) = 0;
+    virtual std::shared_ptr<Geometry> MirroredAcross(Axis3d const& axis);
     /// The shape as a mesh: itself, or the two triangles of a rectangle; empty for a polyline.
     virtual std::shared_ptr<MeshGeometry> AsMeshGeometry();
     /// The shape itself; empty when it is no rectangle.
@@ -65,6 +66,10 @@ class PEDFLUX_API Geometry {
     Geometry() = default;
     Geometry(Geometry const&) = default;
     Geometry& operator=(Geometry const&) = default;
+
+  private:
+    /// The shape after an affine map of space, which all the operations that move it come down to.
+    virtual std::shared_ptr<Geometry> Mapped(engine::AffineMap const& map) = 0;
 };
 
 /// A surface of triangles, the faces. Faces share vertices and edges, and each face keeps the direction in which its
@@ -152,16 +157,12 @@ class PEDFLUX_API MeshGeometry : public Geometry {
     int GetGeometryTypeId() override;
     BoundingBox3d GetBoundingBox() override;
     BoundingSphere3d GetBoundingSphere() override;
-    std::shared_ptr<Geometry> ScaledAbout(Vec3d const& point, double factor) override;
-    std::shared_ptr<Geometry> ScaledAlong(Axis3d const& axis, double factor) override;
-    std::shared_ptr<Geometry> RotatedAbout(Axis3d const& axis, double angle) override;
-    std::shared_ptr<Geometry> TranslatedBy(Vec3d const& offset) override;
-    std::shared_ptr<Geometry> MirroredAcross(Axis3d const& axis) override;
     std::shared_ptr<MeshGeometry> AsMeshGeometry() override;
 
   private:
     friend struct engine::GeometryAccess;
     explicit MeshGeometry(std::shared_ptr<engine::Mesh const> mesh);
+    std::shared_ptr<Geometry> Mapped(engine::AffineMap const& map) override;
 
     std::shared_ptr<engine::Mesh const> mesh_;
 };
@@ -194,16 +195,12 @@ class PEDFLUX_API PolylineGeometry : public Geometry {
     int GetGeometryTypeId() override;
     BoundingBox3d GetBoundingBox() override;
     BoundingSphere3d GetBoundingSphere() override;
-    std::shared_ptr<Geometry> ScaledAbout(Vec3d const& point, double factor) override;
-    std::shared_ptr<Geometry> ScaledAlong(Axis3d const& axis, double factor) override;
-    std::shared_ptr<Geometry> RotatedAbout(Axis3d const& axis, double angle) override;
-    std::shared_ptr<Geometry> TranslatedBy(Vec3d const& offset) override;
-    std::shared_ptr<Geometry> MirroredAcross(Axis3d const& axis) override;
     std::shared_ptr<PolylineGeometry> AsPolylineGeometry() override;
 
   private:
     friend struct engine::GeometryAccess;
     explicit PolylineGeometry(std::shared_ptr<engine::Polyline const> polyline);
+    std::shared_ptr<Geometry> Mapped(engine::AffineMap const& map) override;
 
     std::shared_ptr<engine::Polyline const> polyline_;
 };
@@ -235,17 +232,13 @@ class PEDFLUX_API RectangleGeometry : public Geometry {
     int GetGeometryTypeId() override;
     BoundingBox3d GetBoundingBox() override;
     BoundingSphere3d GetBoundingSphere() override;
-    std::shared_ptr<Geometry> ScaledAbout(Vec3d const& point, double factor) override;
-    std::shared_ptr<Geometry> ScaledAlong(Axis3d const& axis, double factor) override;
-    std::shared_ptr<Geometry> RotatedAbout(Axis3d const& axis, double angle) override;
-    std::shared_ptr<Geometry> TranslatedBy(Vec3d const& offset) override;
-    std::shared_ptr<Geometry> MirroredAcross(Axis3d const& axis) override;
     std::shared_ptr<MeshGeometry> AsMeshGeometry() override;
     std::shared_ptr<RectangleGeometry> AsRectangleGeometry() override;
 
   private:
     friend struct engine::GeometryAccess;
     explicit RectangleGeometry(std::shared_ptr<engine::Rectangle const> rectangle);
+    std::shared_ptr<Geometry> Mapped(engine::AffineMap const& map) override;
 
     std::shared_ptr<engine::Rectangle const> rectangle_;
 };

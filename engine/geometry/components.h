@@ -1,0 +1,32 @@
+#pragma once
+
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <initializer_list>
+
+/// Equality and hashing of value classes, which agree: 0 equals -0 and NaN equals NaN.
+namespace pedflux::engine {
+
+inline bool same_component(double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }
+
+/// Spreads every bit over the whole word: the finaliser of SplitMix64 (Steele, Lea, Flood: "Fast splittable
+/// pseudorandom number generators", 2014).
+constexpr std::uint64_t mixed(std::uint64_t bits) {
+    bits = (bits ^ (bits >> 30)) * 0xbf58476d1ce4e5b9U;
+    bits = (bits ^ (bits >> 27)) * 0x94d049bb133111ebU;
+    return bits ^ (bits >> 31);
+}
+
+inline int hash_of_words(std::initializer_list<std::uint64_t> words) {
+    std::uint64_t hash = 0;
+    for (std::uint64_t const word : words) hash = mixed(hash + 0x9e3779b97f4a7c15U + word);
+    return static_cast<int>(static_cast<std::uint32_t>(hash ^ (hash >> 32)));
+}
+
+inline std::uint64_t hashed_bits(double component) {
+    if (component == 0) return 0;
+    return std::isnan(component) ? ~std::uint64_t{0} : std::bit_cast<std::uint64_t>(component);
+}
+
+}  // namespace pedflux::engine

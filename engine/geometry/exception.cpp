@@ -1,0 +1,7 @@
+#include <pedflux/exception.h>
+
+namespace pedflux {
+
+Exception::~Exception() = default;
+
+}  // namespace pedflux
