@@ -1,0 +1,61 @@
+#pragma once
+
+#include "engine/model/state.h"
+
+#include <limits>
+#include <string_view>
+
+namespace pedflux::engine {
+
+// Rules that the value of a field follows. A field without a rule takes what makes sense for its type: finite numbers,
+// the named values of an enumeration, text in UTF-8.
+
+/// The field has no rule of its own.
+struct NoRule {};
+
+/// A number from `least` to `most`; NaN and infinities never belong to it.
+struct Range {
+    double least = -std::numeric_limits<double>::infinity();
+    double most = std::numeric_limits<double>::infinity();
+    std::string_view unit = "";
+    bool without_least = false;  ///< greater than `least`
+};
+
+inline constexpr double WITHOUT_END = std::numeric_limits<double>::infinity();
+inline constexpr Range NOT_NEGATIVE{0, WITHOUT_END};
+inline constexpr Range ABOVE_ZERO{0, WITHOUT_END, "", true};
+inline constexpr Range AT_LEAST_ONE{1, WITHOUT_END};
+
+/// The shapes that an object can have.
+struct GeometryRule {
+    std::string_view what;  ///< for messages: "a mesh"
+    bool (*allows)(Geometry& geometry);
+};
+
+/// What an object is to the one that refers to it.
+enum class Role {
+    OTHER,
+    ORIGIN,       ///< agents come from it
+    DESTINATION,  ///< agents go to it
+};
+
+/// An identifier, or a list of identifiers each of them once, of objects of certain kinds.
+struct RefersTo {
+    std::string_view what;  ///< for messages: "a route bank"
+    bool (*allows)(ObjectState const& object);
+    Role role = Role::OTHER;
+};
+
+/// Objects whose states derive from State.
+template <class State>
+constexpr RefersTo refers_to(std::string_view what, Role role = Role::OTHER) {
+    return {what, [](ObjectState const& object) { return dynamic_cast<State const*>(&object) != nullptr; }, role};
+}
+
+/// Objects of one kind.
+template <ObjectType type>
+constexpr RefersTo refers_to_kind(std::string_view what, Role role = Role::OTHER) {
+    return {what, [](ObjectState const& object) { return object.kind->type == type; }, role};
+}
+
+}  // namespace pedflux::engine

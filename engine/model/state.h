@@ -1,0 +1,98 @@
+#pragma once
+
+#include "engine/model/json.h"
+
+#include <pedflux/color.h>
+#include <pedflux/identifiers.h>
+#include <pedflux/objects.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace pedflux::engine {
+
+class Document;
+struct Kind;
+struct Reading;
+struct Reference;
+
+/// What every object has. The state of a kind of object is a struct that derives from this one, or from the state of
+/// its base class, and lists its fields once:
+///
+///     struct PortalState : NetworkState {
+///         static constexpr ObjectType TYPE = ObjectType::PORTAL;
+///         static constexpr std::string_view NAME = "Portal";
+///         using Face = Portal;                                    // the SDK's class
+///
+///         AgentInitialPlacement placement = AgentInitialPlacement::RANDOM;
+///
+///         template <class Self, class Field>
+///         static void fields(Self& self, Field&& field) {
+///             NetworkState::fields(self, field);
+///             field("agentInitialPlacement", self.placement);
+///         }
+///     };
+///
+/// Copying, saving, opening, comparing, finding references and checking values all come from that list. A field may
+/// have a rule (rules.h), which its setter, opening and the message of a refusal share; how a type is written is told
+/// once (codec.h). The names are those of the file, so they stay.
+struct ObjectState {
+    ObjectState() = default;
+    ObjectState(ObjectState const&) = default;
+    ObjectState& operator=(ObjectState const&) = default;
+    virtual ~ObjectState() = default;
+
+    Kind const* kind = nullptr;
+    Document* document = nullptr;  ///< none once the object was removed or the project closed
+    GlobalId id;
+    std::string name;
+    Color color{0.75, 0.75, 0.75};
+    bool visible = true;
+    bool enabled = true;
+    Json unknown;  ///< fields of the file that this version does not know; they are written back
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        field("color", self.color);
+        field("visible", self.visible);
+        field("enabled", self.enabled);
+    }
+};
+
+/// What can be done with the states of one kind of object without knowing their type. `kind_of` makes it from the list
+/// of fields.
+struct Kind {
+    ObjectType type;
+    std::string_view name;
+    std::shared_ptr<ObjectState> (*make)();
+    std::shared_ptr<ObjectState> (*copy)(ObjectState const& state);
+    void (*write)(ObjectState const& state, Json& json);
+    void (*read)(ObjectState& state, Json const& json, Reading& reading);
+    void (*check)(ObjectState const& state);
+    void (*references)(ObjectState const& state, std::vector<Reference>& found);
+    std::shared_ptr<SimObject> (*face)(std::shared_ptr<ObjectState> state);
+};
+
+/// The kind of a state. Defined in kind.h; a component instantiates it once for each of its kinds:
+///
+///     template Kind const& kind_of<PortalState>();
+template <class State>
+Kind const& kind_of();
+
+/// The object as messages name it: Floor 'Hall'.
+std::string title_of(ObjectState const& state);
+
+/// The way from a face of the SDK to the state behind it.
+struct ObjectAccess {
+    static std::shared_ptr<ObjectState> const& state(SimObject& face) { return face.state_; }
+};
+
+/// The state behind a face, by the type that belongs to the face's class.
+template <class State>
+State& state_of(SimObject& face) {
+    return static_cast<State&>(*ObjectAccess::state(face));
+}
+
+}  // namespace pedflux::engine
