@@ -1,0 +1,18 @@
+#pragma once
+
+#include "engine/geometry/vector.h"
+
+#include <vector>
+
+namespace pedflux::engine {
+
+struct Sphere {
+    Vector center;
+    double radius = 0;
+};
+
+/// The smallest sphere that holds all points, at least one (Welzl: "Smallest enclosing disks (balls and ellipsoids)",
+/// 1991). Every point is inside exactly; the radius exceeds the smallest one only by rounding.
+Sphere smallest_sphere(std::vector<Vector> points);
+
+}  // namespace pedflux::engine
