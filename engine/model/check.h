@@ -17,9 +17,17 @@
 /// Whether values follow their fields' rules. Setters and opening a project ask the same functions.
 namespace pedflux::engine {
 
+/// Whose values are checked: an object's, or without one the project's own settings.
+struct Owner {
+    ObjectState const* object;
+    Document const* document;  ///< none for an object that is no longer part of a project
+};
+
+inline Owner owner_of(ObjectState const& object) { return {&object, object.document}; }
+
 /// What a value belongs to, for messages.
 struct Subject {
-    ObjectState const* object;  ///< none for the project's own settings
+    Owner owner;
     std::string property;
 
     /// Throws Exception: Stair 'Up': localAgentBodyRadius must be greater than 0 m, not -1.
@@ -90,11 +98,22 @@ void walk(std::string const& path, T const& value, Rule const& rule, Visit const
     }
 }
 
-/// Throws Exception when the value of a field of the object, or anything in it, breaks its rule.
+/// Throws Exception when a value, or anything in it, breaks its rule.
 template <class T, class Rule>
-void check_value(ObjectState const* object, std::string const& property, T const& value, Rule const& rule) {
+void check_value(Owner const& owner, std::string const& property, T const& value, Rule const& rule) {
     walk(property, value, rule, [&](std::string const& path, auto const& part, auto const& part_rule) {
-        require(Subject{object, path}, part, part_rule);
+        require(Subject{owner, path}, part, part_rule);
+    });
+}
+
+/// Adds every identifier in a value, other than the invalid one, to the references of its owner.
+template <class T>
+void collect_references(ObjectState const* owner, T const& value, std::vector<Reference>& found) {
+    walk("", value, NoRule{}, [&]<class Part, class Rule>(auto const&, Part const& part, Rule const& rule) {
+        if constexpr (std::is_same_v<Part, GlobalId>) {
+            static_assert(std::is_same_v<Rule, RefersTo>, "a field of identifiers says what they refer to");
+            found.push_back({owner, part, rule.role});
+        }
     });
 }
 

@@ -29,6 +29,7 @@ struct Settings {
     int random_seed = 1;
     double population_multiplier = 1;
     std::optional<Vec3d> origin;  ///< the place of the project's zero point in the world, metres
+    std::optional<GlobalId> default_bookmark;
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
@@ -38,14 +39,15 @@ struct Settings {
         field("randomSeed", self.random_seed);
         field("populationMultiplier", self.population_multiplier, NOT_NEGATIVE);
         field("projectOrigin", self.origin);
+        field("defaultBookmark", self.default_bookmark, refers_to_kind<ObjectType::BOOKMARK>("a bookmark"));
     }
 };
 
-/// One mention of an object by another.
-struct Reference {
-    ObjectState const* from;
-    GlobalId to;
-    Role role;
+struct IdentifierHash {
+    std::size_t operator()(GlobalId const& id) const { return static_cast<std::size_t>(id.InternalHashCode()); }
+};
+struct IdentifierEqual {
+    bool operator()(GlobalId const& a, GlobalId const& b) const { return a.InternalEquals(b); }
 };
 
 /// The project's data: its settings and its objects in the order of their creation. Objects keep their address for as
@@ -60,7 +62,7 @@ class Document {
     Settings settings;
     std::string working_directory;  ///< absolute; empty until set: that of the process
     std::vector<Issue> open_warnings;
-    Json unknown;  ///< fields and objects of the file that this version does not know
+    Json unknown;  ///< members of the file that this version does not know; they are written back
 
     /// A new object of a kind. The name must be valid and free.
     template <class State>
@@ -68,6 +70,11 @@ class Document {
         return static_cast<State&>(add(kind_of<State>().make(), GlobalId::Generate(), name));
     }
     ObjectState& add(std::shared_ptr<ObjectState> object, GlobalId const& id, std::string const& name);
+    /// An object of the file whose kind this version does not know: it is written back, and its name and identifier
+    /// stay taken.
+    void keep_unknown(Json object, GlobalId const& id, std::string const& name);
+    std::vector<Json> const& unknown_objects() const { return unknown_objects_; }
+    bool keeps_unknown(GlobalId const& id) const;
 
     std::vector<std::shared_ptr<ObjectState>> const& objects() const { return objects_; }
 
@@ -96,7 +103,7 @@ class Document {
 
     /// Takes an object out. Refused while others refer to it; the message names them.
     void remove(ObjectState& object);
-    /// Every mention of an object by another.
+    /// Every mention of an object, by others and by the settings.
     std::vector<Reference> references_to(GlobalId const& id) const;
 
     /// The selected objects in the order of selection.
@@ -114,13 +121,6 @@ class Document {
     std::unique_ptr<Document> copy() const;
 
   private:
-    struct IdentifierHash {
-        std::size_t operator()(GlobalId const& id) const { return static_cast<std::size_t>(id.InternalHashCode()); }
-    };
-    struct IdentifierEqual {
-        bool operator()(GlobalId const& a, GlobalId const& b) const { return a.InternalEquals(b); }
-    };
-
     template <class State>
     std::vector<State*> objects_of() const {
         std::vector<State*> found;
@@ -132,6 +132,8 @@ class Document {
     void require_free(std::string const& name) const;
 
     std::vector<std::shared_ptr<ObjectState>> objects_;
+    std::vector<Json> unknown_objects_;
+    // An unknown object has an entry without a state.
     std::unordered_map<GlobalId, ObjectState*, IdentifierHash, IdentifierEqual> by_id_;
     std::unordered_map<std::string, ObjectState*> by_name_;
     std::unordered_map<ObjectState const*, std::shared_ptr<SimObject>> faces_;
@@ -140,10 +142,6 @@ class Document {
 };
 
 /// The data of an open project. Throws Exception when it is closed.
-Document& document_of(Project& project);
-
-/// Whether the text can be an object's name, see `SimObject::S_IsValidName`.
-bool is_valid_name(std::string const& name);
-bool is_utf8(std::string_view text);
+Document& document_of(Project const& project);
 
 }  // namespace pedflux::engine

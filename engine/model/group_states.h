@@ -41,6 +41,7 @@ struct RouteBankState : GroupState {
         ObjectState::fields(self, field);
         field("items", self.items, refers_to<ConnectionState>("a link, stair, ramp or other connection"));
     }
+    static void check(RouteBankState const& self);
 };
 
 struct CollectionState : GroupState {

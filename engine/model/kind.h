@@ -34,16 +34,11 @@ struct KindFunctions {
         read_fields(static_cast<State&>(object), json, reading, object.unknown);
     }
     static void check(ObjectState const& object) {
-        check_value(&object, "", as_state(object), NoRule{});
+        check_value(owner_of(object), "", as_state(object), NoRule{});
         if constexpr (ChecksItself<State>) State::check(as_state(object));
     }
     static void references(ObjectState const& object, std::vector<Reference>& found) {
-        walk("", as_state(object), NoRule{}, [&]<class T, class Rule>(auto const&, T const& value, Rule const& rule) {
-            if constexpr (std::is_same_v<T, GlobalId>) {
-                static_assert(std::is_same_v<Rule, RefersTo>, "a field of identifiers says what they refer to");
-                found.push_back({&object, value, rule.role});
-            }
-        });
+        collect_references(&object, as_state(object), found);
     }
     static std::shared_ptr<SimObject> face(std::shared_ptr<ObjectState> object) {
         return std::make_shared<typename State::Face>(std::move(object));

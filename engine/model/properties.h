@@ -35,20 +35,31 @@ void with_field(State& state, Member Owner::*member, Found const& found) {
 
 /// Checks the value by the field's rule and stores it.
 template <class State, class Member, class Value>
-void set_field(State& state, Member State::*member, Value&& value) {
+void set_field(Owner const& owner, State& state, Member State::*member, Value&& value) {
     with_field(state, member, [&](std::string_view name, Member& field, auto const& rule) {
-        check_value(&state, std::string(name), Member(value), rule);
-        field = std::forward<Value>(value);
+        Member stored(std::forward<Value>(value));
+        check_value(owner, std::string(name), stored, rule);
+        field = std::move(stored);
     });
 }
 
 template <class State, class Member, class Value>
 void set(SimObject& face, Member State::*member, Value&& value) {
-    set_field(state_of<State>(face), member, std::forward<Value>(value));
+    State& state = state_of<State>(face);
+    set_field(owner_of(state), state, member, std::forward<Value>(value));
 }
 
 /// Throws Exception: Stair 'Up' has no localAgentBodyRadius.
-[[noreturn]] void refuse_unset(ObjectState const& object, std::string_view property);
+[[noreturn]] void refuse_unset(Owner const& owner, std::string_view property);
+
+/// The value of an optional field. Throws Exception when it is not set.
+template <class State, class Value>
+Value const& get_field(Owner const& owner, State const& state, std::optional<Value> State::*member) {
+    if (!(state.*member)) {
+        with_field(state, member, [&](std::string_view name, auto const&...) { refuse_unset(owner, name); });
+    }
+    return *(state.*member);
+}
 
 /// The value of a field; of an optional one the value that is set.
 template <class State, class Member>
@@ -57,11 +68,8 @@ Member const& get(SimObject& face, Member State::*member) {
 }
 template <class State, class Value>
 Value const& get(SimObject& face, std::optional<Value> State::*member) {
-    State& state = state_of<State>(face);
-    if (!(state.*member)) {
-        with_field(state, member, [&](std::string_view name, auto const&...) { refuse_unset(state, name); });
-    }
-    return *(state.*member);
+    State const& state = state_of<State>(face);
+    return get_field(owner_of(state), state, member);
 }
 
 template <class State, class Value>

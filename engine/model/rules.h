@@ -39,6 +39,13 @@ enum class Role {
     DESTINATION,  ///< agents go to it
 };
 
+/// One mention of an object.
+struct Reference {
+    ObjectState const* from;  ///< none for the project's settings
+    GlobalId to;
+    Role role;
+};
+
 /// An identifier, or a list of identifiers each of them once, of objects of certain kinds.
 struct RefersTo {
     std::string_view what;  ///< for messages: "a route bank"

@@ -38,7 +38,7 @@ struct Reference;
 /// Copying, saving, opening, comparing, finding references and checking values all come from that list. A field may
 /// have a rule (rules.h), which its setter, opening and the message of a refusal share; how a type is written is told
 /// once (codec.h). The names are those of the file, so they stay.
-struct ObjectState {
+struct ObjectState : std::enable_shared_from_this<ObjectState> {
     ObjectState() = default;
     ObjectState(ObjectState const&) = default;
     ObjectState& operator=(ObjectState const&) = default;

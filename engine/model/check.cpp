@@ -1,0 +1,112 @@
+#include "engine/model/check.h"
+
+#include "engine/geometry/checks.h"
+#include "engine/model/document.h"
+#include "engine/model/names.h"
+#include "engine/model/properties.h"
+
+#include <pedflux/exception.h>
+
+#include <cmath>
+#include <unordered_set>
+
+namespace pedflux::engine {
+
+namespace {
+
+std::string with_unit(std::string text, Range const& range) {
+    if (!range.unit.empty()) text.append(" ").append(range.unit);
+    return text;
+}
+
+bool contains(Range const& range, double value) {
+    return std::isfinite(value) && value <= range.most && value >= range.least &&
+           !(range.without_least && value == range.least);
+}
+
+/// "greater than 0 and at most 2 m"
+std::string described(Range const& range) {
+    std::string text;
+    if (std::isfinite(range.least)) {
+        text = (range.without_least ? "greater than " : "at least ") + text_of(range.least);
+    }
+    if (std::isfinite(range.most)) {
+        text.append(text.empty() ? "" : " and ").append("at most " + text_of(range.most));
+    }
+    return with_unit(text.empty() ? "finite" : text, range);
+}
+
+std::string title_of(Owner const& owner) { return owner.object == nullptr ? "the project" : title_of(*owner.object); }
+
+}  // namespace
+
+void Subject::refuse(std::string const& allowed, std::string const& found) const {
+    throw Exception(title_of(owner) + ": " + property + " must be " + allowed + ", not " + found);
+}
+
+void require(Subject const& subject, double value, NoRule) {
+    if (!std::isfinite(value)) subject.refuse("finite", text_of(value));
+}
+
+void require(Subject const& subject, double value, Range const& range) {
+    if (!contains(range, value)) subject.refuse(described(range), text_of(value));
+}
+
+void require(Subject const& subject, int value, Range const& range) {
+    if (!contains(range, value)) subject.refuse(described(range), std::to_string(value));
+}
+
+void require(Subject const& subject, std::string const& text, NoRule) {
+    if (!is_utf8(text)) subject.refuse("text in UTF-8", "bytes that are none");
+}
+
+void require(Subject const& subject, Vec3d const& vector, NoRule) {
+    if (!Vec3d(vector).IsValid()) subject.refuse("a vector of finite components", text_of(vector_of(vector)));
+}
+
+void require(Subject const& subject, GlobalId const& id, RefersTo const& rule) {
+    auto const expected = "the identifier of " + std::string(rule.what);
+    if (!id.IsValid()) subject.refuse(expected, "the invalid identifier");
+    Document const* const document = subject.owner.document;
+    if (document == nullptr) throw Exception(title_of(subject.owner) + " is no longer part of a project");
+    ObjectState const* const object = document->find(id);
+    if (object == nullptr) {
+        if (document->keeps_unknown(id)) return;
+        subject.refuse(expected, GlobalId(id).GetString() + ", which no object of the project has");
+    }
+    if (!rule.allows(*object)) subject.refuse(expected, "that of " + title_of(*object));
+}
+
+void require(Subject const& subject, std::vector<GlobalId> const& ids, RefersTo const&) {
+    std::unordered_set<GlobalId, IdentifierHash, IdentifierEqual> seen;
+    for (GlobalId id : ids) {
+        if (!seen.insert(id).second)
+            subject.refuse("a list of different objects", "one with " + id.GetString() + " twice");
+    }
+}
+
+void require(Subject const& subject, std::shared_ptr<Geometry> const& geometry, GeometryRule const& rule) {
+    if (!geometry) subject.refuse(std::string(rule.what), "empty");
+    if (!rule.allows(*geometry)) subject.refuse(std::string(rule.what), "another kind of geometry");
+}
+
+void require(Subject const& subject, std::shared_ptr<Distribution> const& distribution, Range const& range) {
+    if (!distribution) return;
+    if (!distribution->IsValid()) subject.refuse("a valid distribution", "one whose parameters do not fit together");
+    for (double const bound : {distribution->GetMin(), distribution->GetMax()}) {
+        if (!contains(range, bound)) {
+            subject.refuse("a distribution of values " + described(range), "one that reaches " + text_of(bound));
+        }
+    }
+}
+
+void refuse_unset(Owner const& owner, std::string_view property) {
+    throw Exception(title_of(owner) + " has no " + std::string(property));
+}
+
+Document& document_of(ObjectState& object) {
+    if (object.document == nullptr) throw Exception(title_of(object) + " is no longer part of a project");
+    return *object.document;
+}
+
+}  // namespace pedflux::engine

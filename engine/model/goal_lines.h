@@ -1,0 +1,28 @@
+#pragma once
+
+#include <pedflux/vectors.h>
+
+namespace pedflux {
+class Geometry;
+}
+
+/// Where agents enter and leave objects that are given as meshes.
+namespace pedflux::engine {
+
+/// The long centre line of the smallest rectangle that holds the shape's vertices as seen from above, at the lowest of
+/// their elevations, from the end with the smaller x (or z, where both have the same x). Of two rectangles of one area
+/// the one with the longer side counts.
+LineSeg3d centre_goal_line(Geometry& geometry);
+
+/// The lines at both ends of what agents walk on: the faces that look upwards, or all of them if none does.
+struct EndLines {
+    LineSeg3d ball;
+    LineSeg3d box;
+};
+
+/// The ends lie across the direction in which the surface rises, the ball at the lower end. A surface that does not
+/// rise has its ends across the longer side of the smallest rectangle that holds it as seen from above, the ball at the
+/// end with the smaller x (or z). A line spans the vertices at its end.
+EndLines end_goal_lines(Geometry& geometry);
+
+}  // namespace pedflux::engine

@@ -1,0 +1,181 @@
+#include "engine/model/saving.h"
+
+#include "engine/model/check.h"
+#include "engine/model/codec.h"
+#include "engine/model/pretty.h"
+
+#include <pedflux/exception.h>
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+namespace pedflux::engine {
+
+namespace {
+
+constexpr std::size_t DEEPEST = 64;
+
+Json to_json(ObjectState const& object) {
+    Json json = {{"kind", object.kind->name}, {"id", GlobalId(object.id).GetString()}, {"name", object.name}};
+    object.kind->write(object, json);
+    if (object.unknown.is_object()) json.update(object.unknown);
+    return json;
+}
+
+Json to_json(Document const& document) {
+    Json json = {{"format", FILE_FORMAT}, {"version", FILE_VERSION}};
+    json["settings"] = Codec<Settings>::write(document.settings);
+    Json& objects = json["objects"] = Json::array();
+    for (auto const& object : document.objects()) objects.push_back(to_json(*object));
+    for (auto const& object : document.unknown_objects()) objects.push_back(object);
+    if (document.unknown.is_object()) json.update(document.unknown);
+    return json;
+}
+
+/// Refuses what a well-formed text can still do to a reader: nest without end, and say one thing twice.
+class Watch {
+  public:
+    bool operator()(int, Json::parse_event_t event, Json& parsed) {
+        using Event = Json::parse_event_t;
+        if (event == Event::object_start || event == Event::array_start) {
+            if (members_.size() == DEEPEST) {
+                throw Exception("the file nests deeper than " + std::to_string(DEEPEST) + " levels");
+            }
+            members_.emplace_back();
+        } else if (event == Event::object_end || event == Event::array_end) {
+            members_.pop_back();
+        } else if (event == Event::key) {
+            auto const& name = parsed.get_ref<std::string const&>();
+            if (!members_.back().insert(name).second) throw Exception("the member '" + name + "' occurs twice");
+        }
+        return true;
+    }
+
+  private:
+    std::vector<std::unordered_set<std::string>> members_;
+};
+
+Json parse(std::string_view text) {
+    try {
+        return Json::parse(text, [watch = Watch()](int depth, Json::parse_event_t event, Json& parsed) mutable {
+            return watch(depth, event, parsed);
+        });
+    } catch (Json::exception const& failure) {
+        // What the parser says, without its own numbering: [json.exception.parse_error.101] parse error at line 1 ...
+        std::string_view const message = failure.what();
+        auto const bracket = message.find("] ");
+        throw Exception("the file is not JSON: " +
+                        std::string(bracket == std::string_view::npos ? message : message.substr(bracket + 2)));
+    }
+}
+
+Json const& member(Json const& json, char const* name, Reading const& reading) {
+    auto const found = json.find(name);
+    if (found == json.end()) {
+        throw Exception((reading.where.empty() ? "the file" : reading.where) + " lacks the member '" + name + "'");
+    }
+    return *found;
+}
+
+std::string text_member(Json const& json, char const* name, Reading& reading) {
+    Json const& found = member(json, name, reading);
+    Step const step(reading, name);
+    std::string text;
+    Codec<std::string>::read(text, found, reading);
+    return text;
+}
+
+void require_format(Json const& json) {
+    auto const format = json.is_object() ? json.find("format") : json.end();
+    if (format == json.end() || *format != FILE_FORMAT) {
+        throw Exception("the file is not a pedflux project: it does not begin with \"format\": \"" +
+                        std::string(FILE_FORMAT) + "\"");
+    }
+    auto const version = json.find("version");
+    if (version == json.end() || !version->is_number_unsigned() || *version == 0) {
+        throw Exception("the file has no version number");
+    }
+    if (*version > FILE_VERSION) {
+        throw Exception("the file has version " + version->dump() +
+                        ", made by a newer release; this one reads versions up to " + std::to_string(FILE_VERSION));
+    }
+}
+
+void read_object(Document& document, Json const& json, Kinds kinds, Reading& reading) {
+    if (!json.is_object()) reading.refuse("an object", json);
+    auto const kind_name = text_member(json, "kind", reading);
+    auto const name = text_member(json, "name", reading);
+    GlobalId id;
+    {
+        Step const step(reading, "id");
+        Codec<GlobalId>::read(id, member(json, "id", reading), reading);
+    }
+    reading.where = kind_name + " '" + name + "'";
+    auto const kind = std::ranges::find(kinds, kind_name, &Kind::name);
+    if (kind == kinds.end()) {
+        document.keep_unknown(json, id, name);
+        reading.warn("objects of this kind are not known; it is kept in the file, but takes no part");
+        return;
+    }
+    ObjectState& object = document.add((*kind)->make(), id, name);
+    (*kind)->read(object, json, reading);
+    object.unknown.erase("id");
+    object.unknown.erase("name");
+    for (auto const& [member_name, value] : object.unknown.items()) {
+        reading.warn("'" + member_name + "' is not known; it is kept in the file");
+    }
+}
+
+}  // namespace
+
+std::string to_text(Document const& document) {
+    try {
+        return pretty(to_json(document));
+    } catch (Json::exception const& failure) {
+        throw Exception("the project cannot be written as JSON: " + std::string(failure.what()));
+    }
+}
+
+std::unique_ptr<Document> from_text(std::string_view text, Kinds kinds) {
+    Json const json = parse(text);
+    require_format(json);
+
+    auto document = std::make_unique<Document>();
+    Reading reading{document->open_warnings, ""};
+    for (auto const& [name, value] : json.items()) {
+        constexpr std::string_view KNOWN[] = {"format", "version", "settings", "objects"};
+        if (std::ranges::find(KNOWN, name) != std::end(KNOWN)) continue;
+        document->unknown[name] = value;
+        reading.where = "the file";
+        reading.warn("'" + name + "' is not known; it is kept in the file");
+    }
+    reading.where = "settings";
+    Codec<Settings>::read(document->settings, member(json, "settings", reading), reading);
+
+    Json const& objects = member(json, "objects", reading);
+    reading.where = "objects";
+    if (!objects.is_array()) reading.refuse("a list", objects);
+    for (std::size_t i = 0; i < objects.size(); ++i) {
+        reading.where = "objects." + std::to_string(i);
+        read_object(*document, objects[i], kinds, reading);
+    }
+    check_value(Owner{nullptr, document.get()}, "", document->settings, NoRule{});
+    for (auto const& object : document->objects()) object->kind->check(*object);
+    return document;
+}
+
+std::vector<std::string> differences(Document const& a, Document const& b) {
+    auto const listed = [](Document const& document) {
+        nlohmann::json json = to_json(document);
+        return json;
+    };
+    auto const left = listed(a);
+    std::vector<std::string> found;
+    for (auto const& change : nlohmann::json::diff(left, listed(b))) {
+        found.push_back(change.at("op").get<std::string>() + " " + change.at("path").get<std::string>());
+    }
+    return found;
+}
+
+}  // namespace pedflux::engine

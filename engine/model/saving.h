@@ -1,0 +1,38 @@
+#pragma once
+
+#include "engine/model/document.h"
+#include "engine/model/state.h"
+
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Project files: JSON with the members
+///
+///     "format": "pedflux project", "version": 1,
+///     "settings": { ... }, "objects": [ { "kind": "Floor", "id": "...", "name": "...", ... }, ... ]
+///
+/// Objects stand in the order of their creation. Members that are missing have their defaults. Members, and kinds of
+/// objects, that this version does not know are kept and written back, with a warning. A higher version number means
+/// that older versions would misread the file; they refuse it.
+namespace pedflux::engine {
+
+inline constexpr std::string_view FILE_FORMAT = "pedflux project";
+inline constexpr int FILE_VERSION = 1;
+
+/// The kinds of objects that a file may hold.
+using Kinds = std::span<Kind const* const>;
+
+/// The project as the text of its file.
+std::string to_text(Document const& document);
+
+/// The project that a text describes. Throws Exception, which says where in the text something is wrong and what would
+/// be right, unless all of it makes sense.
+std::unique_ptr<Document> from_text(std::string_view text, Kinds kinds);
+
+/// Where two projects differ, one line for each place; none when they are equal in every field.
+std::vector<std::string> differences(Document const& a, Document const& b);
+
+}  // namespace pedflux::engine
