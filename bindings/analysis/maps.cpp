@@ -1,0 +1,86 @@
+#include "bindings/table.h"
+
+#include <pedflux/color.h>
+#include <pedflux/identifiers.h>
+#include <pedflux/maps.h>
+#include <pedflux/vectors.h>
+
+namespace pedflux::jni {
+
+CLASS(Map)
+GET(Map, MapTypeId)
+GET(Map, PixelSize)
+GET(Map, SurfaceId)
+METHOD(Map, asMap2d, AsMap2d)
+
+CLASS(Map2d, Map)
+GET(Map2d, SurfaceId)
+GET(Map2d, PixelSize)
+GET(Map2d, XSize)
+GET(Map2d, YSize)
+GET(Map2d, PixelCount)
+GET(Map2d, XPixelCount)
+GET(Map2d, YPixelCount)
+HAS(Map2d, Pixel)
+HAS(Map2d, PixelAtIndex)
+HAS(Map2d, PixelAtPosition)
+IS(Map2d, ValidPixel)
+IS(Map2d, ValidPixelAtIndex)
+IS(Map2d, ValidPixelAtPosition)
+GET(Map2d, PixelXIndexAtPosition)
+GET(Map2d, PixelYIndexAtPosition)
+GET(Map2d, CenterOfPixel)
+METHOD(Map2d, asColorMap2d, AsColorMap2d)
+METHOD(Map2d, asValueMap2d, AsValueMap2d)
+
+CLASS(ColorMap2d, Map2d)
+GET(ColorMap2d, MapTypeId)
+GET(ColorMap2d, PixelSize)
+GET(ColorMap2d, XPixelCount)
+GET(ColorMap2d, YPixelCount)
+GET(ColorMap2d, PixelXIndexAtPosition)
+GET(ColorMap2d, PixelYIndexAtPosition)
+GET(ColorMap2d, CenterOfPixel)
+IS(ColorMap2d, ValidPixel)
+IS(ColorMap2d, ValidPixelAtIndex)
+IS(ColorMap2d, ValidPixelAtPosition)
+METHOD(ColorMap2d, asMap2d, AsMap2d)
+METHOD(ColorMap2d, asColorMap2d, AsColorMap2d)
+GET(ColorMap2d, ColorAtIndex)
+GET(ColorMap2d, ColorAtPixel)
+GET(ColorMap2d, ColorAtPosition)
+GET(ColorMap2d, PixelColors)
+
+CLASS(ValueMap2d, Map2d)
+GET(ValueMap2d, MapTypeId)
+GET(ValueMap2d, PixelSize)
+GET(ValueMap2d, XPixelCount)
+GET(ValueMap2d, YPixelCount)
+GET(ValueMap2d, PixelXIndexAtPosition)
+GET(ValueMap2d, PixelYIndexAtPosition)
+GET(ValueMap2d, CenterOfPixel)
+IS(ValueMap2d, ValidPixel)
+IS(ValueMap2d, ValidPixelAtIndex)
+IS(ValueMap2d, ValidPixelAtPosition)
+METHOD(ValueMap2d, asMap2d, AsMap2d)
+METHOD(ValueMap2d, asValueMap2d, AsValueMap2d)
+GET(ValueMap2d, ValueAtIndex)
+GET(ValueMap2d, ValueAtPixel)
+GET(ValueMap2d, ValueAtPosition)
+GET(ValueMap2d, PixelValues)
+
+CLASS(PixelColor)
+CONSTRUCTOR_OVERLOAD(PixelColor, 0)
+CONSTRUCTOR_OVERLOAD(PixelColor, 1, int, int, Color const&)
+GET(PixelColor, X)
+GET(PixelColor, Y)
+GET(PixelColor, Color)
+
+CLASS(PixelValue)
+CONSTRUCTOR_OVERLOAD(PixelValue, 0)
+CONSTRUCTOR_OVERLOAD(PixelValue, 1, int, int, double)
+GET(PixelValue, X)
+GET(PixelValue, Y)
+GET(PixelValue, Value)
+
+}  // namespace pedflux::jni

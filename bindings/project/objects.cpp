@@ -1,0 +1,96 @@
+#include "bindings/table.h"
+
+#include <pedflux/color.h>
+#include <pedflux/distributions.h>
+#include <pedflux/geometry.h>
+#include <pedflux/identifiers.h>
+#include <pedflux/objects.h>
+#include <pedflux/vectors.h>
+
+namespace pedflux::jni {
+
+CLASS(SimObject)
+METHOD(SimObject, disable, Disable)
+METHOD(SimObject, enable, Enable)
+PROPERTY(SimObject, Color)
+GET(SimObject, Id)
+PROPERTY(SimObject, Name)
+GET(SimObject, TypeId)
+METHOD(SimObject, hide, Hide)
+IS(SimObject, Enabled)
+IS(SimObject, Visible)
+METHOD(SimObject, sIsValidName, S_IsValidName)
+SET(SimObject, Enabled)
+SET(SimObject, Visible)
+METHOD(SimObject, show, Show)
+
+CLASS(SceneObject, SimObject)
+PROPERTY(SceneObject, Geometry)
+METHOD(SceneObject, mirrorAcross, MirrorAcross)
+METHOD(SceneObject, rotateAbout, RotateAbout)
+METHOD(SceneObject, scaleAbout, ScaleAbout)
+METHOD(SceneObject, scaleAlong, ScaleAlong)
+METHOD(SceneObject, translate, Translate)
+
+CLASS(NetworkObject, SceneObject)
+PROPERTY(NetworkObject, DistanceAdded)
+HAS(NetworkObject, DistanceAdded)
+
+CLASS(WalkableObject, NetworkObject)
+
+CLASS(ConnectionObject, WalkableObject)
+ADD(ConnectionObject, Perimeter)
+CLEAR(ConnectionObject, EnteringFlowCap)
+CLEAR(ConnectionObject, EntranceDelayDistribution)
+CLEAR(ConnectionObject, ExitDelayDistribution)
+CLEAR(ConnectionObject, LocalAgentBodyRadius)
+CLEAR(ConnectionObject, Perimeters)
+METHOD(ConnectionObject, disablePriority, DisablePriority)
+PROPERTY(ConnectionObject, AgentTraversalType)
+GET(ConnectionObject, BallGoalLine)
+PROPERTY(ConnectionObject, Bank)
+GET(ConnectionObject, BoxGoalLine)
+PROPERTY(ConnectionObject, Direction)
+GET(ConnectionObject, EnteringFlowRateType)
+GET(ConnectionObject, EnteringFlowRateValue)
+PROPERTY(ConnectionObject, EntranceDelayDistribution)
+PROPERTY(ConnectionObject, ExitDelayDistribution)
+PROPERTY(ConnectionObject, LocalAgentBodyRadius)
+GET(ConnectionObject, LocalDirectionBias)
+GET(ConnectionObject, LocalSpeedDensityStandard)
+GET(ConnectionObject, PerimeterCount)
+PROPERTY(ConnectionObject, Perimeters)
+GET(ConnectionObject, PriorityCost)
+PROPERTY(ConnectionObject, PriorityDirection)
+GET(ConnectionObject, PriorityDistance)
+HAS(ConnectionObject, Bank)
+HAS(ConnectionObject, EntranceDelayDistribution)
+HAS(ConnectionObject, ExitDelayDistribution)
+HAS(ConnectionObject, LocalAgentBodyRadius)
+HAS(ConnectionObject, LocalAgentMaxSpeed)
+HAS(ConnectionObject, LocalDirectionBias)
+HAS(ConnectionObject, LocalSpeedDensityStandard)
+HAS(ConnectionObject, Priority)
+HAS(ConnectionObject, QueuingForceOnApproach)
+IS(ConnectionObject, EnteringFlowCapped)
+IS(ConnectionObject, Gated)
+IS(ConnectionObject, IgnoreBarriers)
+IS(ConnectionObject, IgnoreNeighbors)
+IS(ConnectionObject, PriorityCommitWhenWaiting)
+IS(ConnectionObject, PriorityPrimaryYieldToSecondary)
+METHOD(ConnectionObject, removePerimeter, RemovePerimeter)
+SET(ConnectionObject, EnteringFlowCap)
+SET(ConnectionObject, Gated)
+SET(ConnectionObject, IgnoreBarriers)
+SET(ConnectionObject, IgnoreNeighbors)
+SET(ConnectionObject, QueuingForceOnApproach)
+
+CLASS(Group, SimObject)
+METHOD(Group, disableItems, DisableItems)
+METHOD(Group, enableItems, EnableItems)
+GET(Group, Items)
+HAS(Group, Item)
+METHOD(Group, hideItems, HideItems)
+METHOD(Group, showItems, ShowItems)
+
+}  // namespace pedflux::jni
