@@ -1,0 +1,155 @@
+#include "engine/results/run_reader.h"
+
+#include "engine/geometry/checks.h"
+#include "engine/geometry/identifiers.h"
+#include "engine/results/shape_text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <filesystem>
+
+namespace pedflux::engine {
+
+namespace {
+
+std::string const& require_file(std::string const& path) {
+    if (!std::filesystem::is_regular_file(path)) refuse("There is no database of results '" + path + "'");
+    return path;
+}
+
+std::int64_t pragma(sqlite::Connection& connection, std::string const& name) {
+    sqlite::Statement statement(connection, "PRAGMA " + name);
+    return statement.step() ? statement.integer(0) : 0;
+}
+
+void require_format(sqlite::Connection& connection) {
+    if (pragma(connection, "application_id") != application_id) {
+        refuse("The file '" + connection.path() + "' is not a database of results");
+    }
+    auto const version = pragma(connection, "user_version");
+    if (version < 1 || version > format_version) {
+        refuse("The database of results '" + connection.path() + "' has the format " + std::to_string(version) +
+               ", which is newer than " + std::to_string(format_version) + ", the newest that can be read");
+    }
+}
+
+[[noreturn]] void refuse_damaged(std::string const& path, std::string const& what) {
+    refuse("The database of results '" + path + "' is damaged: " + what);
+}
+
+GlobalId id_of(std::string const& text) { return text.empty() ? GlobalId() : GlobalId(text); }
+
+int require_int(std::string const& path, std::string const& what, std::int64_t value, std::int64_t least,
+                std::int64_t most) {
+    if (value < least || value > most) refuse_damaged(path, what + " is " + std::to_string(value));
+    return static_cast<int>(value);
+}
+
+constexpr std::int64_t largest_int = std::numeric_limits<int>::max();
+
+}  // namespace
+
+RunReader::RunReader(std::string const& path) : connection_(require_file(path), sqlite::Connection::Mode::READ) {
+    require_format(connection_);
+    read_meta();
+    read_surfaces();
+    read_agents();
+    select_frame_.emplace(connection_, "SELECT states FROM frames WHERE number = ?");
+}
+
+void RunReader::read_meta() {
+    sqlite::Statement meta(connection_, "SELECT value FROM meta WHERE name = ?");
+    auto const read = [&](std::string const& name, std::int64_t least, std::int64_t most) {
+        if (!meta.bind(name).step()) refuse_damaged(path(), "it has no " + name);
+        return require_int(path(), name, meta.integer(0), least, most);
+    };
+    info_.frame_rate = read("frame_rate", 1, largest_int);
+    info_.start_time = read("start_time", 0, largest_int);
+    last_frame_ = read("last_frame", first_frame - 1, largest_int);
+    std::string const project = "project";
+    if (meta.bind(project).step()) info_.project = meta.text(0);
+
+    sqlite::Statement count(connection_, "SELECT count(*), min(number), max(number) FROM frames");
+    count.step();
+    bool const gapless =
+        last_frame_ < first_frame || (count.integer(1) == first_frame && count.integer(2) == last_frame_);
+    if (count.integer(0) != last_frame_ - first_frame + 1 || !gapless) {
+        refuse_damaged(path(), "it has " + std::to_string(count.integer(0)) + " frames instead of " +
+                                   std::to_string(last_frame_ - first_frame + 1));
+    }
+}
+
+void RunReader::read_surfaces() {
+    sqlite::Statement select(connection_, "SELECT number, id, name, kind, shape FROM surfaces ORDER BY number");
+    while (select.step()) {
+        if (select.integer(0) != static_cast<std::int64_t>(surfaces_.size())) {
+            refuse_damaged(path(), "surface " + std::to_string(surfaces_.size()) + " is missing");
+        }
+        auto& surface = surfaces_.emplace_back();
+        surface.id = id_of(select.text(1));
+        surface.name = select.text(2);
+        surface.kind = static_cast<SurfaceKind>(require_int(path(), "the kind of a surface", select.integer(3), 0, 1));
+        read_shape(select.text(4), surface);
+    }
+}
+
+void RunReader::read_agents() {
+    sqlite::Statement select(connection_,
+                             "SELECT number, profile, origin, destination, first_frame, last_frame, arrived "
+                             "FROM agents ORDER BY number");
+    while (select.step()) {
+        if (select.integer(0) != static_cast<std::int64_t>(agents_.size())) {
+            refuse_damaged(path(), "agent " + std::to_string(agents_.size()) + " is missing");
+        }
+        auto& agent = agents_.emplace_back();
+        agent.profile = id_of(select.text(1));
+        agent.origin = id_of(select.text(2));
+        agent.destination = id_of(select.text(3));
+        agent.first_frame = require_int(path(), "the first frame of an agent", select.integer(4), first_frame,
+                                        std::int64_t{last_frame_} + 1);
+        agent.last_frame = require_int(path(), "the last frame of an agent", select.integer(5),
+                                       std::int64_t{agent.first_frame} - 1, last_frame_);
+        agent.arrived = select.integer(6) != 0;
+    }
+}
+
+std::optional<std::uint16_t> RunReader::surface_of(GlobalId const& object) const {
+    auto const found =
+        std::ranges::find_if(surfaces_, [&](Surface const& surface) { return surface.id.InternalEquals(object); });
+    if (found == surfaces_.end()) return std::nullopt;
+    return static_cast<std::uint16_t>(found - surfaces_.begin());
+}
+
+std::vector<AgentFrame> RunReader::frame(int number) {
+    if (number < first_frame || number > last_frame_) {
+        refuse("The run '" + path() + "' has the frames " + std::to_string(first_frame) + " to " +
+               std::to_string(last_frame_) + ", not " + std::to_string(number));
+    }
+    std::scoped_lock const lock(mutex_);
+    if (!select_frame_->bind(number).step()) refuse_damaged(path(), "frame " + std::to_string(number) + " is missing");
+    auto const bytes = select_frame_->bytes(0);
+    std::vector<AgentFrame> states(bytes.size() / sizeof(AgentFrame));
+    if (bytes.size() % sizeof(AgentFrame) != 0) {
+        refuse_damaged(path(), "frame " + std::to_string(number) + " has " + std::to_string(bytes.size()) + " bytes");
+    }
+    if (!states.empty()) std::memcpy(states.data(), bytes.data(), bytes.size());
+    select_frame_->reset();
+    auto const is_known = [&](AgentFrame const& state) {
+        return state.agent < agents_.size() && state.surface < surfaces_.size() && std::isfinite(state.x) &&
+               std::isfinite(state.y) && std::isfinite(state.z);
+    };
+    auto const is_before = [](AgentFrame const& a, AgentFrame const& b) { return a.agent >= b.agent; };
+    if (!std::ranges::all_of(states, is_known) || std::ranges::adjacent_find(states, is_before) != states.end()) {
+        refuse_damaged(path(),
+                       "frame " + std::to_string(number) + " shows agents or places that the run does not have");
+    }
+    return states;
+}
+
+double RunReader::frame_at(double seconds) const {
+    // Half a microsecond keeps a time that is a frame's own, but for rounding, from falling before it.
+    return std::floor((seconds + 5e-7) * info_.frame_rate);
+}
+
+}  // namespace pedflux::engine

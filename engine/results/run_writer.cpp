@@ -1,0 +1,116 @@
+#include "engine/results/run_writer.h"
+
+#include "engine/geometry/checks.h"
+#include "engine/geometry/identifiers.h"
+#include "engine/results/shape_text.h"
+
+#include <bit>
+#include <filesystem>
+#include <system_error>
+
+namespace pedflux::engine {
+
+static_assert(std::endian::native == std::endian::little, "frames are stored as they stand in memory");
+
+namespace {
+
+/// So many frames make one transaction: enough that its cost vanishes, few enough that memory stays small.
+constexpr int frames_per_transaction = 50;
+
+/// The file is of use only when it is finished, so neither a journal nor waiting for the disk would gain anything.
+/// Large pages suit large frames.
+constexpr auto preparation = R"(
+    PRAGMA page_size = 32768;
+    PRAGMA journal_mode = OFF;
+    PRAGMA synchronous = OFF;
+    PRAGMA locking_mode = EXCLUSIVE;
+    CREATE TABLE meta (name TEXT PRIMARY KEY, value) WITHOUT ROWID;
+    CREATE TABLE surfaces (number INTEGER PRIMARY KEY, id TEXT NOT NULL, name TEXT NOT NULL, kind INTEGER NOT NULL,
+                           shape TEXT NOT NULL);
+    CREATE TABLE agents (number INTEGER PRIMARY KEY, profile TEXT NOT NULL, origin TEXT NOT NULL,
+                         destination TEXT NOT NULL, first_frame INTEGER NOT NULL, last_frame INTEGER NOT NULL,
+                         arrived INTEGER NOT NULL);
+    CREATE TABLE frames (number INTEGER PRIMARY KEY, states BLOB NOT NULL);
+    BEGIN;
+)";
+
+/// An older run may be replaced, even a damaged one; anything else stays.
+void require_results_file(std::string const& path) {
+    sqlite::Connection connection(path, sqlite::Connection::Mode::READ);
+    sqlite::Statement statement(connection, "PRAGMA application_id");
+    if (!statement.step() || statement.integer(0) != application_id) {
+        refuse("The file '" + path + "' is not a database of results and is not overwritten");
+    }
+}
+
+void write_meta(sqlite::Connection& connection, RunInfo const& info) {
+    sqlite::Statement text(connection, "INSERT INTO meta VALUES (?, ?)");
+    text.bind(std::string("project"), info.project).run();
+    text.bind(std::string("frame_rate"), info.frame_rate).run();
+    text.bind(std::string("start_time"), info.start_time).run();
+}
+
+void write_surfaces(sqlite::Connection& connection, std::vector<Surface> const& surfaces) {
+    sqlite::Statement insert(connection, "INSERT INTO surfaces VALUES (?, ?, ?, ?, ?)");
+    for (std::size_t i = 0; i < surfaces.size(); ++i) {
+        Surface const& surface = surfaces[i];
+        auto const id = text_of(surface.id);
+        auto const shape = shape_text(surface);
+        insert.bind(static_cast<std::int64_t>(i), id, surface.name, static_cast<int>(surface.kind), shape).run();
+    }
+}
+
+}  // namespace
+
+RunWriter::RunWriter(std::string const& path, RunInfo const& info, std::vector<Surface> const& surfaces)
+    : path_(path), unfinished_path_(path + ".unfinished") {
+    if (path.empty()) refuse("The database of results needs the name of a file");
+    if (std::filesystem::exists(path)) require_results_file(path);
+    std::error_code ignored;
+    std::filesystem::remove(unfinished_path_, ignored);
+    connection_.emplace(unfinished_path_, sqlite::Connection::Mode::CREATE);
+    connection_->execute(preparation);
+    write_meta(*connection_, info);
+    write_surfaces(*connection_, surfaces);
+    insert_frame_.emplace(*connection_, "INSERT INTO frames VALUES (?, ?)");
+}
+
+RunWriter::~RunWriter() {
+    if (!connection_) return;
+    insert_frame_.reset();
+    connection_.reset();
+    std::error_code ignored;
+    std::filesystem::remove(unfinished_path_, ignored);
+}
+
+void RunWriter::write_frame(std::span<AgentFrame const> states) {
+    insert_frame_->bind(first_frame + frames_written_, std::as_bytes(states)).run();
+    ++frames_written_;
+    if (frames_written_ % frames_per_transaction == 0) connection_->execute("COMMIT; BEGIN");
+}
+
+void RunWriter::finish(std::vector<AgentRecord> const& agents) {
+    sqlite::Statement insert(*connection_, "INSERT INTO agents VALUES (?, ?, ?, ?, ?, ?, ?)");
+    for (std::size_t i = 0; i < agents.size(); ++i) {
+        AgentRecord const& agent = agents[i];
+        auto const profile = text_of(agent.profile);
+        auto const origin = text_of(agent.origin);
+        auto const destination = text_of(agent.destination);
+        insert
+            .bind(static_cast<std::int64_t>(i), profile, origin, destination, agent.first_frame, agent.last_frame,
+                  static_cast<int>(agent.arrived))
+            .run();
+    }
+    sqlite::Statement(*connection_, "INSERT INTO meta VALUES ('last_frame', ?)")
+        .bind(first_frame + frames_written_ - 1)
+        .run();
+    connection_->execute("PRAGMA application_id = " + std::to_string(application_id) +
+                         "; PRAGMA user_version = " + std::to_string(format_version) + "; COMMIT");
+    insert_frame_.reset();
+    connection_.reset();
+    std::error_code error;
+    std::filesystem::rename(unfinished_path_, path_, error);
+    if (error) refuse("The database of results '" + path_ + "' cannot be written: " + error.message());
+}
+
+}  // namespace pedflux::engine

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "engine/results/recorded_run.h"
+#include "engine/results/sqlite.h"
+
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace pedflux::engine {
+
+/// Writes a run while it is simulated. What is written stands in a file of its own beside `path` and takes that name
+/// only when the run is finished, so a program that ends early leaves the former file as it was.
+class RunWriter {
+  public:
+    /// Throws Exception when the path cannot be written, or names a file that is no database of results.
+    RunWriter(std::string const& path, RunInfo const& info, std::vector<Surface> const& surfaces);
+    RunWriter(RunWriter const&) = delete;
+    RunWriter& operator=(RunWriter const&) = delete;
+    /// Leaves nothing behind when the run was not finished.
+    ~RunWriter();
+
+    /// The next frame: its persons in the order of their numbers.
+    void write_frame(std::span<AgentFrame const> states);
+    /// Ends the file; the persons are numbered as they stand.
+    void finish(std::vector<AgentRecord> const& agents);
+
+  private:
+    std::string path_;
+    std::string unfinished_path_;
+    std::optional<sqlite::Connection> connection_;
+    std::optional<sqlite::Statement> insert_frame_;
+    int frames_written_ = 0;
+};
+
+}  // namespace pedflux::engine
