@@ -1,0 +1,203 @@
+#pragma once
+
+#include <pedflux/agents.h>
+#include <pedflux/api.h>
+#include <pedflux/identifiers.h>
+#include <pedflux/issue.h>
+#include <pedflux/objects.h>
+#include <pedflux/vectors.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace pedflux {
+
+namespace engine {
+struct FrameChanges;
+struct LiveRun;
+struct SimulationOptionsAccess;
+}  // namespace engine
+
+class Project;
+
+/// How a simulation is to run. Results depend on the seed and never on the number of threads.
+class PEDFLUX_API SimulationOptions {
+  public:
+    /// The project's seed, one thread, no extra goals.
+    SimulationOptions();
+    SimulationOptions(SimulationOptions const&);
+    SimulationOptions(SimulationOptions&&) noexcept;
+    SimulationOptions& operator=(SimulationOptions const&);
+    SimulationOptions& operator=(SimulationOptions&&) noexcept;
+    ~SimulationOptions();
+
+    /// Takes the place of the project's seed.
+    void SetRandomSeed(int seed);
+    /// @param count 1 to 256
+    void SetThreadCount(int count);
+    /// An object that no event leads to, but that agents will be sent to or asked the way to: routes to it are found
+    /// when the simulation is created.
+    void AddExtraGoal(GlobalId const& goal);
+    void AddExtraGoals(std::vector<GlobalId> const& goals);
+
+  private:
+    friend struct engine::SimulationOptionsAccess;
+
+    std::optional<int> randomSeed_;
+    int threadCount_ = 1;
+    std::vector<GlobalId> extraGoals_;
+};
+
+/// The simulated time.
+class PEDFLUX_API Clock {
+  public:
+    /// Used by the library.
+    explicit Clock(std::shared_ptr<engine::LiveRun const> run);
+
+    /// The frames taken so far.
+    int GetCurrentFrame();
+    /// Seconds since the start of the simulation.
+    double GetCurrentSecond();
+    /// The whole seconds of it.
+    int GetCurrentSecondAsInt();
+    /// The time of day, counted from the project's start time: "08:00:12.4".
+    std::string GetCurrentTimeString();
+
+  private:
+    std::shared_ptr<engine::LiveRun const> run_;
+};
+
+/// What changed in one frame. Each list is in the order of the agents' numbers.
+class PEDFLUX_API FrameSummary {
+  public:
+    FrameSummary();
+    /// Used by the library.
+    explicit FrameSummary(std::shared_ptr<engine::FrameChanges const> changes);
+    FrameSummary(FrameSummary const&);
+    FrameSummary(FrameSummary&&) noexcept;
+    FrameSummary& operator=(FrameSummary const&);
+    FrameSummary& operator=(FrameSummary&&) noexcept;
+    ~FrameSummary();
+
+    /// The agents that came into the simulation.
+    std::vector<std::shared_ptr<Agent>> GetCreatedAgents();
+    /// The agents that left it.
+    std::vector<std::shared_ptr<Agent>> GetDeletedAgents();
+    /// The agents that came onto a walkable object or in through a portal.
+    std::vector<std::shared_ptr<Agent>> GetAgentsThatEntered(GlobalId const& object);
+    /// The agents that went off a walkable object or out through a portal.
+    std::vector<std::shared_ptr<Agent>> GetAgentsThatExited(GlobalId const& object);
+
+  private:
+    std::shared_ptr<engine::FrameChanges const> changes_;
+};
+
+/// A running simulation of a project.
+///
+/// Creating it turns the project into a world of its own; what is changed in the project later does not reach it.
+/// Enabled objects take part: floors, links, stairs and ramps are walked on where their faces look upwards, less the
+/// barriers. Stairs, ramps and links join the floors that their ends come within 0.1 m of. Agents come by the project's
+/// events from portals, or stand on floors and in zones from the start, go to their destinations and leave there.
+///
+/// A frame lasts one frame length of the project. It can be taken whole with Step, or in its parts with CreateAgents,
+/// ChooseAgentTargets and MoveAgents in this order, with the same result. Every frame is written to the run's database
+/// of results, which is finished by Stop, by the end of the run or, at the latest, when the simulation is released.
+///
+/// Identifiers that name nothing of the wanted kind throw Exception, and so do positions that are on no walkable
+/// object.
+class PEDFLUX_API Simulation {
+  public:
+    /// Used by the library.
+    explicit Simulation(std::shared_ptr<engine::LiveRun> run);
+    Simulation(Simulation const&) = delete;
+    Simulation& operator=(Simulation const&) = delete;
+    ~Simulation();
+
+    /// A simulation that fills a simulation run of the project. Its results go to the run's database file or, when it
+    /// has none, to the file of the run's name with the ending ".pfdb" in the project's working directory; the run is
+    /// connected to it when the simulation ends. Throws Exception with one sentence when the project cannot be
+    /// simulated.
+    static std::shared_ptr<Simulation> Create(std::shared_ptr<Project> const& project, GlobalId const& simulationRun);
+    static std::shared_ptr<Simulation> Create(std::shared_ptr<Project> const& project, GlobalId const& simulationRun,
+                                              SimulationOptions const& options);
+    /// The same for the run of a name, which is made if the project has none of it, and for results in a given file. A
+    /// relative path starts at the working directory; an empty one stands for the default.
+    static std::shared_ptr<Simulation> Create(std::shared_ptr<Project> const& project, std::string const& runName,
+                                              std::string const& databasePath);
+    static std::shared_ptr<Simulation> Create(std::shared_ptr<Project> const& project, std::string const& runName,
+                                              std::string const& databasePath, SimulationOptions const& options);
+
+    /// Takes one frame.
+    FrameSummary Step();
+    /// Lets the agents in who are due and have room, and returns them.
+    std::vector<std::shared_ptr<Agent>> CreateAgents();
+    /// Gives every agent its goal and the next point of its way.
+    void ChooseAgentTargets();
+    /// Moves the agents, lets out who has arrived, and ends the frame.
+    FrameSummary MoveAgents();
+    /// Ends the simulation and finishes its database. Agents are not moved any more; everything can still be read.
+    void Stop();
+    /// Whether all agents that the events plan have come and gone, or the project's duration is over, or the simulation
+    /// was stopped.
+    bool IsDone();
+    /// Whether frames can be taken: the simulation was not stopped.
+    bool IsValid() const;
+
+    /// The frames taken so far.
+    int GetCurrentFrame();
+    /// Seconds.
+    double GetFrameLength();
+    /// Frames per second.
+    double GetFrameRate();
+    std::shared_ptr<Clock> GetClock();
+    /// What was found since the start or the last ClearIssues.
+    std::vector<Issue> GetIssues();
+    void ClearIssues();
+
+    /// The agent of a number; empty for one that is not in the simulation now.
+    std::shared_ptr<Agent> GetAgent(int agent);
+    /// All agents in the simulation, in the order of their numbers; so are the lists that follow.
+    std::vector<std::shared_ptr<Agent>> GetAllAgents();
+    std::vector<std::shared_ptr<Agent>> GetAgentsInBox(BoundingBox3d const& box);
+    /// The agents at most `distance` metres away in the plan and `height` metres above or below.
+    std::vector<std::shared_ptr<Agent>> GetAgentsNearPoint(Vec3d const& point, double distance, double height);
+    /// The agents on a walkable object or in a zone.
+    std::vector<std::shared_ptr<Agent>> GetAgentsOn(GlobalId const& object);
+    int GetPopulation(GlobalId const& object);
+
+    /// An agent who starts at a portal, on a walkable object or in a zone, and stands there. It comes at once; empty
+    /// when there is no room for it.
+    std::shared_ptr<Agent> RequestNewAgent(GlobalId const& start);
+    std::shared_ptr<Agent> RequestNewAgent(AgentRequest const& request);
+
+    /// Opens a gate, a connection that is gated, to both of the directions that it has.
+    void OpenGate(GlobalId const& gate);
+    void OpenGate(GlobalId const& gate, ConnectionObjectDirection direction);
+    void CloseGate(GlobalId const& gate);
+    void CloseGate(GlobalId const& gate, ConnectionObjectDirection direction);
+    /// Makes the gate as it was at the start: open.
+    void ResetGate(GlobalId const& gate);
+    void ResetGate(GlobalId const& gate, ConnectionObjectDirection direction);
+    bool IsGateOpenToAll(GlobalId const& gate);
+    bool IsGateOpenToAll(GlobalId const& gate, ConnectionObjectDirection direction);
+    bool IsGateClosedToAll(GlobalId const& gate);
+    bool IsGateClosedToAll(GlobalId const& gate, ConnectionObjectDirection direction);
+
+    /// Whether a way leads from a point of a walkable object to another object: a portal, a walkable object or a zone.
+    bool ExistsPathTo(GlobalId const& start, Vec3d const& point, GlobalId const& goal);
+    /// Metres to walk. Throws Exception when no way leads there.
+    double GetDistanceAlongPathTo(GlobalId const& start, Vec3d const& point, GlobalId const& goal);
+    /// The level direction in which the way starts, of length 1; ZERO at the goal. Throws Exception when no way leads
+    /// there.
+    Vec3d GetDirectionAlongPathTo(GlobalId const& start, Vec3d const& point, GlobalId const& goal);
+    /// The point of the start object, at most `distance` metres from the given one in the plan, that is nearest to it
+    /// among those from which a way leads to the goal; INVALID if there is none.
+    Vec3d GetClosestPointWithPathTo(GlobalId const& start, Vec3d const& point, double distance, GlobalId const& goal);
+
+  private:
+    std::shared_ptr<engine::LiveRun> run_;
+};
+
+}  // namespace pedflux
