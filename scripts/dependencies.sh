@@ -7,6 +7,7 @@ packages=(
     libclang-14-dev
     libsqlite3-dev nlohmann-json3-dev libpolyclipping-dev
     libgtest-dev libgmock-dev libbenchmark-dev librecast-dev
+    libjts-java fonts-dejavu-core
     clang-format-14 binutils
 )
 
