@@ -27,12 +27,16 @@ struct GuardedPaths {
 constinit std::atomic<LogOutputLevel> output_level = LogOutputLevel::WARNINGS;
 constinit std::atomic<bool> feature_logging = false;
 
+/// Never destroyed, since threads of the caller may outlive the end of main.
+GuardedPaths& guarded_paths() {
+    static auto& guarded = *new GuardedPaths();
+    return guarded;
+}
+
 template <class Access>
 auto with_paths(Access access) {
-    // Never destroyed, since threads of the caller may outlive the end of main.
-    static auto& guarded = *new GuardedPaths();
-    std::lock_guard const lock(guarded.mutex);
-    return access(guarded.paths);
+    std::lock_guard const lock(guarded_paths().mutex);
+    return access(guarded_paths().paths);
 }
 
 std::string set_or_installed(Paths const& paths, std::string const& path, char const* folder) {
