@@ -17,6 +17,15 @@ namespace pedflux::engine {
 
 struct GroupState : ObjectState {
     std::vector<GlobalId> items;
+
+    /// What the items are.
+    virtual RefersTo item_rule() const = 0;
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        ObjectState::fields(self, field);
+        field("items", self.items, self.item_rule());
+    }
 };
 
 struct PerimeterState : GroupState {
@@ -24,10 +33,8 @@ struct PerimeterState : GroupState {
     static constexpr std::string_view NAME = "Perimeter";
     using Face = Perimeter;
 
-    template <class Self, class Field>
-    static void fields(Self& self, Field&& field) {
-        ObjectState::fields(self, field);
-        field("items", self.items, refers_to<WalkableState>("a floor, link, stair, ramp or other walkable object"));
+    RefersTo item_rule() const override {
+        return refers_to<WalkableState>("a floor, link, stair, ramp or other walkable object");
     }
 };
 
@@ -36,11 +43,10 @@ struct RouteBankState : GroupState {
     static constexpr std::string_view NAME = "RouteBank";
     using Face = RouteBank;
 
-    template <class Self, class Field>
-    static void fields(Self& self, Field&& field) {
-        ObjectState::fields(self, field);
-        field("items", self.items, refers_to<ConnectionState>("a link, stair, ramp or other connection"));
+    RefersTo item_rule() const override {
+        return refers_to<ConnectionState>("a link, stair, ramp or other connection");
     }
+
     static void check(RouteBankState const& self);
 };
 
@@ -49,12 +55,13 @@ struct CollectionState : GroupState {
     static constexpr std::string_view NAME = "Collection";
     using Face = Collection;
 
+    RefersTo item_rule() const override { return refers_to_any("an object of the project"); }
+
     std::optional<std::vector<double>> weights;  ///< one for each item; automatic when there are none
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        ObjectState::fields(self, field);
-        field("items", self.items, refers_to<ObjectState>("an object of the project"));
+        GroupState::fields(self, field);
         field("weights", self.weights, NOT_NEGATIVE);
     }
     static void check(CollectionState const& self);
@@ -65,14 +72,15 @@ struct TransformState : GroupState {
     static constexpr std::string_view NAME = "Transform";
     using Face = Transform;
 
+    RefersTo item_rule() const override { return refers_to<SceneState>("a scene object"); }
+
     Vec3d translation;  ///< metres
     Vec3d rotation;     ///< degrees about x, then y, then z
     double scale = 1;
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        ObjectState::fields(self, field);
-        field("items", self.items, refers_to<SceneState>("a scene object"));
+        GroupState::fields(self, field);
         field("translation", self.translation);
         field("rotation", self.rotation);
         field("scale", self.scale, ABOVE_ZERO);

@@ -5,6 +5,7 @@
 
 #include <pedflux/exception.h>
 
+#include <cassert>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,12 +19,14 @@
 namespace pedflux::engine {
 
 /// Calls found(name, field, rule) for the field that the pointer names.
-template <class State, class Member, class Owner, class Found>
-void with_field(State& state, Member Owner::*member, Found const& found) {
+template <class State, class Member, class Base, class Found>
+void with_field(State& state, Member Base::*member, Found const& found) {
     auto const* const wanted = &(state.*member);
+    [[maybe_unused]] bool listed = false;
     State::fields(state, [&]<class Field>(std::string_view name, Field& field, auto const&... rule) {
         if constexpr (std::is_same_v<std::remove_const_t<Field>, Member>) {
             if (&field != wanted) return;
+            listed = true;
             if constexpr (sizeof...(rule) == 0) {
                 found(name, field, NoRule{});
             } else {
@@ -31,11 +34,12 @@ void with_field(State& state, Member Owner::*member, Found const& found) {
             }
         }
     });
+    assert(listed && "every field stands in the state's list");
 }
 
 /// Checks the value by the field's rule and stores it.
-template <class State, class Member, class Value>
-void set_field(Owner const& owner, State& state, Member State::*member, Value&& value) {
+template <class State, class Member, class Base, class Value>
+void set_field(Owner const& owner, State& state, Member Base::*member, Value&& value) {
     with_field(state, member, [&](std::string_view name, Member& field, auto const& rule) {
         Member stored(std::forward<Value>(value));
         check_value(owner, std::string(name), stored, rule);

@@ -59,6 +59,11 @@ constexpr RefersTo refers_to(std::string_view what, Role role = Role::OTHER) {
     return {what, [](ObjectState const& object) { return dynamic_cast<State const*>(&object) != nullptr; }, role};
 }
 
+/// Any object at all.
+constexpr RefersTo refers_to_any(std::string_view what, Role role = Role::OTHER) {
+    return {what, [](ObjectState const&) { return true; }, role};
+}
+
 /// Objects of one kind.
 template <ObjectType type>
 constexpr RefersTo refers_to_kind(std::string_view what, Role role = Role::OTHER) {

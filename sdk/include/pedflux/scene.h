@@ -43,9 +43,9 @@ class PEDFLUX_API Portal : public NetworkObject {
     AgentInitialPlacement GetAgentInitialPlacement();
     void SetAgentInitialPlacement(AgentInitialPlacement placement);
 
-    /// Whether an event of the project brings agents in here, by itself or as part of a collection.
+    /// Whether an event of the project brings agents in here.
     bool IsEntrance();
-    /// Whether an event of the project sends agents out here, by itself or as part of a collection.
+    /// Whether an event of the project sends agents here.
     bool IsExit();
 };
 

@@ -1,0 +1,261 @@
+#include "engine/model/document.h"
+#include "engine/model/files.h"
+#include "engine/model/group_states.h"
+#include "engine/model/profile_state.h"
+#include "engine/model/properties.h"
+#include "engine/model/saving.h"
+#include "engine/model/scene_states.h"
+#include "engine/model/simulation_run_state.h"
+#include "engine/project/export_geometry.h"
+#include "engine/project/kinds.h"
+#include "engine/project/paths.h"
+
+#include <pedflux/exception.h>
+#include <pedflux/geometry.h>
+#include <pedflux/issue.h>
+#include <pedflux/profiles.h>
+#include <pedflux/project.h>
+#include <pedflux/scene.h>
+#include <pedflux/selection.h>
+#include <pedflux/simulation_run.h>
+#include <pedflux/transform.h>
+
+#include <mutex>
+#include <utility>
+
+namespace pedflux {
+
+using engine::Document;
+using engine::document_of;
+using engine::Settings;
+
+namespace {
+
+/// The current project of the process.
+struct Current {
+    std::mutex mutex;
+    std::shared_ptr<Project> project;
+};
+
+Current& current() {
+    static Current instance;
+    return instance;
+}
+
+std::shared_ptr<Project> made_current(std::shared_ptr<Project> project) {
+    // The project before may end here, which must not happen under the lock.
+    auto before = project;
+    {
+        std::scoped_lock const lock(current().mutex);
+        std::swap(current().project, before);
+    }
+    return project;
+}
+
+}  // namespace
+
+Project::Project(std::shared_ptr<Document> document) : document_(std::move(document)) {}
+Project::~Project() = default;
+
+std::shared_ptr<Project> Project::Create() {
+    return made_current(std::make_shared<Project>(std::make_shared<Document>()));
+}
+
+std::shared_ptr<Project> Project::Open(std::string const& path) {
+    try {
+        std::shared_ptr<Document> document = engine::from_text(engine::read_file(path), engine::object_kinds());
+        document->working_directory = engine::directory_of(path);
+        return made_current(std::make_shared<Project>(std::move(document)));
+    } catch (Exception const& failure) {
+        throw Exception("cannot open the project '" + path + "': " + failure.GetMessage());
+    }
+}
+
+bool Project::HasCurrentProject() { return GetCurrentProject() != nullptr; }
+
+std::shared_ptr<Project> Project::GetCurrentProject() {
+    std::scoped_lock const lock(current().mutex);
+    return current().project;
+}
+
+void Project::Save(std::string const& path) { engine::replace_file(path, engine::to_text(document_of(*this))); }
+
+void Project::Close() {
+    document_->close();
+    std::shared_ptr<Project> released;
+    std::scoped_lock const lock(current().mutex);
+    if (current().project.get() == this) std::swap(released, current().project);
+}
+
+std::vector<Issue> Project::GetWarningsFromOpen() const { return document_of(*this).open_warnings; }
+
+std::string Project::GetWorkingDirectory() { return engine::working_directory_of(document_of(*this)); }
+void Project::SetWorkingDirectory(std::string const& path) {
+    document_of(*this).working_directory = engine::require_directory(path);
+}
+
+void Project::ExportGeometry(std::string const& path, std::vector<std::shared_ptr<SimObject>> const& objects) {
+    engine::replace_file(path, engine::to_obj(document_of(*this), objects));
+}
+
+std::string Project::FindNextUniqueName(std::string const& base) { return document_of(*this).next_unique_name(base); }
+
+std::shared_ptr<Selection> Project::GetSelection() {
+    document_of(*this);
+    return std::make_shared<Selection>(document_);
+}
+
+namespace {
+
+template <class Member, class Value>
+void set_setting(Project const& project, Member Settings::*member, Value&& value) {
+    Document& document = document_of(project);
+    engine::set_field({nullptr, &document}, document.settings, member, std::forward<Value>(value));
+}
+
+template <class Member>
+Member const& get_setting(Project const& project, Member Settings::*member) {
+    return document_of(project).settings.*member;
+}
+template <class Value>
+Value const& get_setting(Project const& project, std::optional<Value> Settings::*member) {
+    Document const& document = document_of(project);
+    return engine::get_field({nullptr, &document}, document.settings, member);
+}
+
+}  // namespace
+
+#define SETTING(Type, Name, field)                                             \
+    Type Project::Get##Name() { return get_setting(*this, &Settings::field); } \
+    void Project::Set##Name(Type value) { set_setting(*this, &Settings::field, value); }
+#define OPTIONAL_SETTING(Type, Name, field)                                                     \
+    bool Project::Has##Name() const { return document_of(*this).settings.field.has_value(); }   \
+    Type Project::Get##Name() { return get_setting(*this, &Settings::field); }                  \
+    void Project::Set##Name(Type const& value) { set_setting(*this, &Settings::field, value); } \
+    void Project::Clear##Name() { document_of(*this).settings.field.reset(); }
+
+SETTING(int, StartTimeInSeconds, start_time)
+SETTING(int, DurationInSeconds, duration)
+SETTING(int, FrameRate, frame_rate)
+SETTING(int, RandomSeed, random_seed)
+SETTING(double, PopulationMultiplier, population_multiplier)
+OPTIONAL_SETTING(Vec3d, ProjectOrigin, origin)
+OPTIONAL_SETTING(GlobalId, DefaultBookmark, default_bookmark)
+
+double Project::GetFrameLength() { return 1.0 / GetFrameRate(); }
+
+namespace {
+
+template <class Key>
+engine::ObjectState& required(Document const& document, Key const& key, std::string const& shown) {
+    if (auto* const object = document.find(key)) return *object;
+    throw Exception("no object of the project has the " + shown);
+}
+
+}  // namespace
+
+bool Project::HasObject(std::string const& name) { return document_of(*this).find(name) != nullptr; }
+bool Project::HasObject(GlobalId const& id) { return document_of(*this).find(id) != nullptr; }
+
+void Project::RemoveAndDeleteObject(GlobalId const& id) {
+    auto& document = document_of(*this);
+    document.remove(required(document, id, "identifier '" + GlobalId(id).GetString() + "'"));
+}
+void Project::RemoveAndDeleteObject(std::string const& name) {
+    auto& document = document_of(*this);
+    document.remove(required(document, name, "name '" + name + "'"));
+}
+void Project::RemoveAndDeleteObject(std::shared_ptr<SimObject> const& object) {
+    if (!object) throw Exception("there is no object to remove: the pointer is empty");
+    auto& document = document_of(*this);
+    auto& state = engine::state_of<engine::ObjectState>(*object);
+    if (state.document != &document) throw Exception(title_of(state) + " is not an object of this project");
+    document.remove(state);
+}
+
+namespace {
+
+/// The face of an object, if it is of the class or of one derived from it.
+template <class Face>
+std::shared_ptr<Face> face_as(Document& document, engine::ObjectState* object) {
+    return object == nullptr ? nullptr : std::dynamic_pointer_cast<Face>(document.face_of(*object));
+}
+
+template <class Face, class Key>
+std::shared_ptr<Face> look_up(Project const& project, Key const& key) {
+    Document& document = document_of(project);
+    return face_as<Face>(document, document.find(key));
+}
+
+template <class Face>
+std::vector<std::shared_ptr<Face>> list_of(Project const& project) {
+    Document& document = document_of(project);
+    std::vector<std::shared_ptr<Face>> faces;
+    for (auto const& object : document.objects()) {
+        if (auto face = face_as<Face>(document, object.get())) faces.push_back(std::move(face));
+    }
+    return faces;
+}
+
+/// A new object of a kind with some fields set. A refused value leaves nothing behind.
+template <class State, class... Member, class... Value>
+std::shared_ptr<typename State::Face> create(Project const& project, std::string const& name,
+                                             std::pair<Member, Value>... fields) {
+    Document& document = document_of(project);
+    auto& state = document.add<State>(name);
+    try {
+        (engine::set_field(owner_of(state), state, fields.first, std::move(fields.second)), ...);
+    } catch (...) {
+        document.remove(state);
+        throw;
+    }
+    return std::static_pointer_cast<typename State::Face>(document.face_of(state));
+}
+
+}  // namespace
+
+#define LOOKUPS(Class, Name, Names)                                                                            \
+    std::shared_ptr<Class> Project::Get##Name(GlobalId const& id) { return look_up<Class>(*this, id); }        \
+    std::shared_ptr<Class> Project::Get##Name(std::string const& name) { return look_up<Class>(*this, name); } \
+    std::vector<std::shared_ptr<Class>> Project::Get##Names() { return list_of<Class>(*this); }
+
+// A kind whose factory takes a name; a name and a mesh; a name and one value of a field.
+#define KIND(Class, Names)                                                   \
+    std::shared_ptr<Class> Project::Create##Class(std::string const& name) { \
+        return create<engine::Class##State>(*this, name);                    \
+    }                                                                        \
+    LOOKUPS(Class, Class, Names)
+#define KIND_WITH(Class, Names, Type, field)                                                              \
+    std::shared_ptr<Class> Project::Create##Class(std::string const& name, Type const& value) {           \
+        return create<engine::Class##State>(*this, name, std::pair(&engine::Class##State::field, value)); \
+    }                                                                                                     \
+    LOOKUPS(Class, Class, Names)
+#define KIND_WITH_MESH(Class, Names)                                                                 \
+    std::shared_ptr<Class> Project::Create##Class(std::string const& name,                           \
+                                                  std::shared_ptr<MeshGeometry> const& mesh) {       \
+        return create<engine::Class##State>(                                                         \
+            *this, name, std::pair(&engine::SceneState::geometry, std::shared_ptr<Geometry>(mesh))); \
+    }                                                                                                \
+    LOOKUPS(Class, Class, Names)
+
+LOOKUPS(SimObject, Object, Objects)
+LOOKUPS(SceneObject, SceneObject, SceneObjects)
+LOOKUPS(NetworkObject, NetworkObject, NetworkObjects)
+LOOKUPS(WalkableObject, WalkableObject, WalkableObjects)
+LOOKUPS(ConnectionObject, ConnectionObject, ConnectionObjects)
+
+KIND_WITH_MESH(Floor, Floors)
+KIND_WITH_MESH(Portal, Portals)
+KIND_WITH_MESH(Link, Links)
+KIND_WITH_MESH(Stair, Stairs)
+KIND_WITH_MESH(Ramp, Ramps)
+KIND_WITH_MESH(Barrier, Barriers)
+KIND_WITH(Zone, Zones, std::vector<GlobalId>, base_members)
+KIND_WITH(Collection, Collections, std::vector<GlobalId>, items)
+KIND(Perimeter, Perimeters)
+KIND(RouteBank, RouteBanks)
+KIND(Transform, Transforms)
+KIND(Profile, Profiles)
+KIND(SimulationRun, SimulationRuns)
+
+}  // namespace pedflux
