@@ -121,7 +121,7 @@ double draw(NormalLaw const& law, Random& random) {
 double draw(LogNormalLaw const& law, Random& random) {
     if (law.shift == law.max) return law.max;
     auto const bound = (std::log(law.max - law.shift) - law.mu) / law.sigma;
-    return law.shift + std::exp(law.mu + law.sigma * draw_bounded_normal(-INFINITY, bound, random));
+    return law.shift + std::exp(law.mu + law.sigma * draw_bounded_normal(-WITHOUT_END, bound, random));
 }
 
 double draw(ExponentialLaw const& law, Random& random) {
