@@ -1,5 +1,6 @@
 #include "engine/analysis/color_scale.h"
 
+#include "engine/analysis/query_states.h"
 #include "engine/geometry/checks.h"
 #include "engine/results/level_of_service.h"
 
@@ -48,6 +49,10 @@ Color color_at(ColorScale const& scale, double value) {
     if (scale.transition == ColorTransition::STEPS) return scale.colors[after - 1];
     double const from = scale.values[after - 1];
     return mixed(scale.colors[after - 1], scale.colors[after], (value - from) / (scale.values[after] - from));
+}
+
+std::shared_ptr<ColorFunction> SharedValue<ColorFunction>::make(ColorScale const& scale) {
+    return ColorFunction::CreateCustom(scale.values, scale.colors, scale.transition);
 }
 
 std::shared_ptr<ColorFunction> level_of_service_colors(LevelOfServiceStandard standard, ColorTransition transition) {

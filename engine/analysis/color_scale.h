@@ -14,6 +14,13 @@ struct ColorScale {
     std::vector<double> values;
     std::vector<Color> colors;
     ColorTransition transition = ColorTransition::STEPS;
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        field("values", self.values);
+        field("colors", self.colors);
+        field("transition", self.transition);
+    }
 };
 
 struct ColorFunctionAccess {

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "engine/results/recorded_run.h"
+
 #include <pedflux/identifiers.h>
 
+#include <cmath>
 #include <cstddef>
+#include <memory>
 #include <vector>
 
 namespace pedflux::engine {
@@ -25,7 +29,10 @@ struct Raster {
     }
     double center_x(int x) const { return min_x + (x + 0.5) * pixel_size; }
     double center_z(int y) const { return min_z + (y + 0.5) * pixel_size; }
-    bool has(std::size_t index) const { return heights[index] == heights[index]; }
+    bool has(std::size_t index) const { return !std::isnan(heights[index]); }
 };
+
+/// The raster of a surface: pixels of `finest` metres, or a doubling of that so that there are at most `most_pixels`.
+std::shared_ptr<Raster const> raster_of(Surface const& surface, double finest = 0.25, double most_pixels = 250'000);
 
 }  // namespace pedflux::engine

@@ -126,9 +126,9 @@ std::vector<AgentData> Database::GetFrameData(double time) {
 
 namespace pedflux::engine {
 
-RunReader& DatabaseAccess::reader(Database& database) {
+std::shared_ptr<RunReader> const& DatabaseAccess::shared_reader(Database& database) {
     if (!database.reader_) refuse("The database of results is closed");
-    return *database.reader_;
+    return database.reader_;
 }
 
 }  // namespace pedflux::engine

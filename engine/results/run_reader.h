@@ -49,7 +49,8 @@ class RunReader {
 
 struct DatabaseAccess {
     /// The open reader. Throws Exception when the database is closed.
-    static RunReader& reader(Database& database);
+    static RunReader& reader(Database& database) { return *shared_reader(database); }
+    static std::shared_ptr<RunReader> const& shared_reader(Database& database);
 };
 
 }  // namespace pedflux::engine

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "engine/analysis/raster.h"
+
+#include <memory>
+#include <vector>
+
+namespace pedflux::engine {
+
+/// The density on one surface, gathered frame by frame; `DensityMapQuery` tells how density is defined.
+class DensityField {
+  public:
+    explicit DensityField(std::shared_ptr<Raster const> raster);
+
+    /// Adds a person of the current frame at a place in the plan.
+    void add_person(double x, double z);
+    /// Ends the frame. What is known of each pixel over the frames follows.
+    void end_frame();
+
+    struct OverTime {
+        double sum = 0;
+        double sum_of_squares = 0;
+        double greatest = 0;
+        double last = 0;
+        int frames_with_persons = 0;
+    };
+    int frames() const { return frames_; }
+    OverTime const& at(std::size_t pixel) const { return over_time_[pixel]; }
+
+  private:
+    void find_area_around();
+
+    std::shared_ptr<Raster const> raster_;
+    int reach_;                    ///< pixels to each side that a person counts for
+    std::vector<float> persons_;   ///< weighted number around each pixel in the current frame
+    std::vector<float> per_area_;  ///< one over the weighted walkable area around each pixel
+    std::vector<OverTime> over_time_;
+    std::vector<float> weights_x_;
+    std::vector<float> weights_z_;
+    int frames_ = 0;
+};
+
+}  // namespace pedflux::engine

@@ -1,0 +1,24 @@
+#include "engine/results/run_files.h"
+
+#include "engine/geometry/checks.h"
+#include "engine/model/document.h"
+#include "engine/model/simulation_run_state.h"
+#include "engine/results/run_reader.h"
+
+#include <filesystem>
+
+namespace pedflux::engine {
+
+std::string file_of(Document const& document, std::string const& name) {
+    return (std::filesystem::path(document.working_directory) / name).string();
+}
+
+std::shared_ptr<RunReader> results_of(Document const& document, GlobalId const& run) {
+    auto const* const state = document.find<SimulationRunState>(run);
+    if (!state) refuse("The query names no simulation run of the project");
+    if (state->database) return DatabaseAccess::shared_reader(*state->database);
+    if (state->database_file_name.empty()) refuse(title_of(*state) + " has no results: it was not simulated");
+    return std::make_shared<RunReader>(file_of(document, state->database_file_name));
+}
+
+}  // namespace pedflux::engine
