@@ -20,9 +20,9 @@ struct Entrant {
     double speed = 1.34;
     double radius = 0.2;
     /// Factor on the density that the agent feels: above one keeps larger gaps.
-    double personalSpace = 1;
+    double personal_space = 1;
     /// Side on which the agent passes others: 1 right, -1 left, 0 whichever is nearer.
-    double sideBias = 0;
+    double side_bias = 0;
     /// What makes this agent's random choices its own; equal for the same person in every run.
     std::uint32_t key = 0;
 };
@@ -50,16 +50,16 @@ class Crowd {
     void depart(AgentIndex agent);
 
     /// Where the agent wants to walk, a unit vector in the plan; (0, 0) wants to stand.
-    void setDirection(AgentIndex agent, Point direction);
-    void setSpeed(AgentIndex agent, double metresPerSecond);
+    void set_direction(AgentIndex agent, Point direction);
+    void set_speed(AgentIndex agent, double metres_per_second);
     /// Factor of the ground on the agent's speed, for stairs and ramps.
-    void setGroundFactor(AgentIndex agent, double factor);
+    void set_ground_factor(AgentIndex agent, double factor);
     /// A held agent waits: it does not walk, but makes room when pushed.
-    void setHeld(AgentIndex agent, bool held);
+    void set_held(AgentIndex agent, bool held);
     /// Puts the agent elsewhere; it stands there until the next step.
     void place(AgentIndex agent, Point position, std::uint32_t region);
     /// Opens or closes a wall of a region, for gates and doors.
-    void setWallOpen(std::uint32_t region, std::size_t wall, bool open);
+    void set_wall_open(std::uint32_t region, std::size_t wall, bool open);
 
     bool contains(AgentIndex agent) const;
     std::size_t size() const;
@@ -70,11 +70,11 @@ class Crowd {
     double radius(AgentIndex agent) const;
     double speed(AgentIndex agent) const;
     /// Persons per square metre that the agent felt ahead in the last step.
-    double feltDensity(AgentIndex agent) const;
+    double felt_density(AgentIndex agent) const;
 
     /// Moves everyone by `seconds`.
     void step(double seconds);
-    std::uint64_t stepsTaken() const;
+    std::uint64_t steps_taken() const;
 
   private:
     struct State;

@@ -8,23 +8,26 @@ struct Locomotion {
     /// Steepness of the speed-density relation in persons per square metre: Weidmann's gamma.
     double steepness = 1.913;
     /// Density in persons per square metre at which walking stops: Weidmann's 5.4.
-    double jamDensity = 5.4;
+    double jam_density = 5.4;
     /// Share of the free speed that remains in any crush, so that nobody stands for ever.
-    double leastSpeed = 0.02;
+    double least_speed = 0.02;
 
     /// How far ahead others slow a walker down.
     double sight = 1.6;
     /// Half the width of the strip ahead in which others slow a walker down.
-    double laneHalfWidth = 0.4;
+    double lane_half_width = 0.4;
+
+    /// Time in which a walker gains the speed that the crowd ahead leaves; slowing down takes none.
+    double acceleration_time = 0.5;
 
     /// Time ahead within which the meeting with another person makes a walker step aside.
     double anticipation = 2;
     /// Gap between two bodies that passing walkers want to keep.
-    double passingGap = 0.15;
+    double passing_gap = 0.15;
     /// Strength of stepping aside, as sideways per forward metre for one person right ahead.
     double avoidance = 0.8;
     /// Largest sideways part of a walking direction per forward metre.
-    double widestTurn = 1.2;
+    double widest_turn = 1.2;
     /// Time in which a walker turns aside or back.
     double turning = 0.3;
 
@@ -32,7 +35,7 @@ struct Locomotion {
     static Locomotion everyday() { return {}; }
     /// The young adults of Seyfried's bottleneck experiments, who keep smaller gaps (about 1.9 persons per metre and
     /// second through a door).
-    static Locomotion youngAdults();
+    static Locomotion young_adults();
 };
 
 /// Throws pedflux::Exception, naming the constant, its value and what would be right.

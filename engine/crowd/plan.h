@@ -11,7 +11,7 @@ namespace pedflux::engine::crowd {
 struct Wall {
     Point from;
     Point to;
-    /// An open wall is no wall; see Crowd::setWallOpen.
+    /// An open wall is no wall; see Crowd::set_wall_open.
     bool open = false;
 };
 

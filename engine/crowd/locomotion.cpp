@@ -1,0 +1,50 @@
+#include "engine/crowd/locomotion.h"
+
+#include "engine/geometry/checks.h"
+
+#include <string>
+
+namespace pedflux::engine::crowd {
+
+namespace {
+
+struct Bound {
+    char const* name;
+    double Locomotion::*constant;
+    double least;
+    double most;
+};
+
+/// Sight is bounded below by what bodies and steps need: see largest_radius.
+constexpr Bound bounds[] = {
+    {"steepness", &Locomotion::steepness, 0.1, 20},
+    {"jam_density", &Locomotion::jam_density, 1, 20},
+    {"least_speed", &Locomotion::least_speed, 0, 0.5},
+    {"sight", &Locomotion::sight, 1.2, 5},
+    {"lane_half_width", &Locomotion::lane_half_width, 0.1, 1},
+    {"acceleration_time", &Locomotion::acceleration_time, 0, 10},
+    {"anticipation", &Locomotion::anticipation, 0.1, 10},
+    {"passing_gap", &Locomotion::passing_gap, 0, 1},
+    {"avoidance", &Locomotion::avoidance, 0, 10},
+    {"widest_turn", &Locomotion::widest_turn, 0, 10},
+    {"turning", &Locomotion::turning, 0.01, 10},
+};
+
+}  // namespace
+
+Locomotion Locomotion::young_adults() {
+    Locomotion result;
+    result.steepness = 3;
+    return result;
+}
+
+void validate(Locomotion const& locomotion) {
+    for (Bound const& bound : bounds) {
+        double const value = locomotion.*bound.constant;
+        if (value >= bound.least && value <= bound.most) continue;
+        refuse("Locomotion." + std::string(bound.name) + " is " + text_of(value) + ", it must be between " +
+               text_of(bound.least) + " and " + text_of(bound.most));
+    }
+}
+
+}  // namespace pedflux::engine::crowd

@@ -1,0 +1,42 @@
+#include "engine/crowd/walls.h"
+
+#include <algorithm>
+
+namespace pedflux::engine::crowd {
+
+bool NearWalls::hide(float x, float z) const {
+    for (std::uint32_t i = 0; i < count; ++i) {
+        Line const& line = lines[i];
+        float const along_x = line.to_x - line.from_x;
+        float const along_z = line.to_z - line.from_z;
+        float const far_side = along_x * (z - line.from_z) - along_z * (x - line.from_x);
+        if (far_side * line.side > 0) continue;
+        float const from_side = x * line.from_z - z * line.from_x;
+        float const to_side = x * line.to_z - z * line.to_x;
+        if (from_side * to_side <= 0) return true;
+    }
+    return false;
+}
+
+void gather_walls(Surfaces const& surfaces, std::uint32_t cell, float x, float z, float reach, NearWalls& walls) {
+    walls.count = 0;
+    for (std::uint32_t const number : surfaces.walls_of.of(cell)) {
+        if (surfaces.wall_open[number] != 0) continue;
+        Segment const& wall = surfaces.walls[number];
+        float const from_x = static_cast<float>(wall.from.x) - x;
+        float const from_z = static_cast<float>(wall.from.z) - z;
+        float const along_x = static_cast<float>(wall.to.x) - x - from_x;
+        float const along_z = static_cast<float>(wall.to.z) - z - from_z;
+        float const size = along_x * along_x + along_z * along_z;
+        float const ahead = -(from_x * along_x + from_z * along_z);
+        float const fraction = size > 0 ? std::clamp(ahead / size, 0.0F, 1.0F) : 0.0F;
+        float const near_x = from_x + fraction * along_x;
+        float const near_z = from_z + fraction * along_z;
+        if (near_x * near_x + near_z * near_z > reach * reach) continue;
+        walls.lines[walls.count++] = {from_x, from_z, from_x + along_x, from_z + along_z,
+                                      along_z * from_x - along_x * from_z};
+        if (walls.count == NearWalls::most) return;
+    }
+}
+
+}  // namespace pedflux::engine::crowd

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "engine/crowd/surfaces.h"
+
+#include <array>
+#include <cstdint>
+
+namespace pedflux::engine::crowd {
+
+/// The closed walls around one place, as seen from it.
+struct NearWalls {
+    /// Beyond this number walls are not seen; they still cannot be crossed, see moving.h.
+    static constexpr std::uint32_t most = 32;
+
+    struct Line {
+        float from_x;
+        float from_z;
+        float to_x;
+        float to_z;
+        /// Twice the area of the triangle of the line and the place.
+        float side;
+    };
+
+    std::array<Line, most> lines;
+    std::uint32_t count = 0;
+
+    /// Whether a wall stands between the place and the point at (x, z) from it.
+    bool hide(float x, float z) const;
+};
+
+/// The walls that a place sees within `reach` metres; `cell` is the place's own.
+void gather_walls(Surfaces const& surfaces, std::uint32_t cell, float x, float z, float reach, NearWalls& walls);
+
+}  // namespace pedflux::engine::crowd
