@@ -78,7 +78,9 @@ TEST_F(PopulationSources, CloneDeeplyAndSurviveFiles) {
     for (auto const& sample : samples()) {
         auto const before = written(*sample.source);
         auto const clone = sample.source->Clone();
-        EXPECT_EQ(typeid(*clone), typeid(*sample.source));
+        auto const& same_class = *clone;
+        auto const& original_class = *sample.source;
+        EXPECT_EQ(typeid(same_class), typeid(original_class));
         EXPECT_EQ(written(*clone), before);
         PopulationAccess::population(*clone).origins.clear();
         EXPECT_EQ(written(*sample.source), before);
