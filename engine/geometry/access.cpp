@@ -25,7 +25,7 @@ Rectangle const& rectangle_of(RectangleGeometry const& geometry) { return Geomet
 
 std::shared_ptr<MeshGeometry> geometry_of(Mesh mesh) { return GeometryAccess::face<MeshGeometry>(std::move(mesh)); }
 
-std::shared_ptr<PolylineGeometry> geometry_of(Polyline polyline) {
+std::shared_ptr<PolylineGeometry> geometry_of(Polyline const& polyline) {
     return std::make_shared<PolylineGeometry>(values_of(polyline.vertices));
 }
 

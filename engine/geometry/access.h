@@ -35,7 +35,7 @@ Rectangle const& rectangle_of(RectangleGeometry const& geometry);
 
 std::shared_ptr<MeshGeometry> geometry_of(Mesh mesh);
 /// Throws Exception when the polyline is not as `Polyline` tells.
-std::shared_ptr<PolylineGeometry> geometry_of(Polyline polyline);
+std::shared_ptr<PolylineGeometry> geometry_of(Polyline const& polyline);
 std::shared_ptr<RectangleGeometry> geometry_of(Rectangle const& rectangle);
 
 std::vector<Vector> vectors_of(std::vector<Vec3d> const& values);

@@ -103,8 +103,8 @@ int GlobalId::InternalCompare(GlobalId const& other) const {
     if (identifier_ == other.identifier_) return 0;
     if (!identifier_) return -1;
     if (!other.identifier_) return 1;
-    auto const order = *identifier_ <=> *other.identifier_;
-    return order < 0 ? -1 : (order > 0 ? 1 : 0);
+    if (*identifier_ == *other.identifier_) return 0;
+    return *identifier_ < *other.identifier_ ? -1 : 1;
 }
 
 }  // namespace pedflux

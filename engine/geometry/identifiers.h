@@ -2,10 +2,10 @@
 
 #include <pedflux/identifiers.h>
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <tuple>
 
 /// What the engine needs of identifiers beyond their public operations, many of which are not const.
 namespace pedflux::engine {
@@ -15,7 +15,10 @@ struct Identifier {
     std::uint64_t high = 0;
     std::uint64_t low = 0;
 
-    friend auto operator<=>(Identifier const&, Identifier const&) = default;
+    friend bool operator==(Identifier const&, Identifier const&) = default;
+    friend bool operator<(Identifier const& a, Identifier const& b) {
+        return std::tie(a.high, a.low) < std::tie(b.high, b.low);
+    }
 };
 
 std::string text_of(Identifier identifier);

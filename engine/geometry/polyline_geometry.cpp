@@ -85,7 +85,7 @@ std::shared_ptr<PolylineGeometry> PolylineGeometry::AsPolylineGeometry() {
 std::shared_ptr<Geometry> PolylineGeometry::Mapped(AffineMap const& map) {
     Polyline moved = *polyline_;
     std::transform(moved.vertices.begin(), moved.vertices.end(), moved.vertices.begin(), map);
-    return geometry_of(std::move(moved));
+    return geometry_of(moved);
 }
 
 }  // namespace pedflux

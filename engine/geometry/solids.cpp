@@ -1,6 +1,7 @@
 #include "engine/geometry/solids.h"
 
 #include "engine/geometry/checks.h"
+#include "engine/geometry/simple_ring.h"
 #include "engine/geometry/triangulation.h"
 
 #include <numbers>

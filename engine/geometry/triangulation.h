@@ -7,10 +7,6 @@
 
 namespace pedflux::engine {
 
-/// Throws Exception when the ring is no simple polygon: fewer than three corners, one repeated next to itself, or
-/// edges that meet elsewhere than at their common corner. The message names the edges; edge i leaves corner i.
-void require_simple(Ring const& ring);
-
 /// The constrained Delaunay triangulation of the inside of a simple polygon, as indices of its corners. No corner is
 /// added, none is left out, also not one in line with its neighbours, and the triangles run the way the ring does.
 std::vector<std::array<int, 3>> triangulate(Ring const& ring);

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <pedflux/api.h>
+
 #include <string>
 #include <utility>
-
-#include <pedflux/api.h>
 
 namespace pedflux {
 

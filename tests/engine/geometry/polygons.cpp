@@ -1,5 +1,5 @@
 #include "engine/geometry/exact.h"
-#include "engine/geometry/triangulation.h"
+#include "engine/geometry/simple_ring.h"
 #include "tests/engine/geometry/expect.h"
 
 #include <pedflux/geometry.h>
