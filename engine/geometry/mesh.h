@@ -43,7 +43,7 @@ std::array<Vector, 3> corners_of(Mesh const& mesh, std::size_t face);
 /// Of length 1.
 Vector normal_of(Mesh const& mesh, std::size_t face);
 
-/// The points where the segment meets the mesh within its tolerance, from its start on, each once; where the segment
+/// The points where the segment meets the mesh within 1e-6 m, from its start on, each once; where the segment
 /// runs along a face, the two ends of its way along that face.
 std::vector<Vector> intersections(Mesh const& mesh, Vector from, Vector to);
 

@@ -7,6 +7,10 @@ namespace pedflux::engine {
 
 namespace {
 
+/// How far beside a face (metres) a segment still meets it. Faces share their vertices exactly, so this covers rounding
+/// and has nothing to do with the distance at which corners were welded.
+constexpr double tolerance = 1e-6;
+
 /// A part of the segment, as fractions of its way.
 struct Part {
     double from = 0;
@@ -25,7 +29,7 @@ std::optional<Part> where_at_least(double limit, double at_start, double at_end,
 
 /// What of the given part of the segment lies over the face, as seen along its normal, or at most the tolerance beside.
 std::optional<Part> part_over_face(std::array<Vector, 3> const& corners, Vector normal, Vector from, Vector to,
-                                   double tolerance, Part part) {
+                                   Part part) {
     std::optional<Part> left = part;
     for (std::size_t i = 0; i < 3 && left; ++i) {
         Vector const corner = corners[i];
@@ -45,7 +49,6 @@ bool may_meet(std::array<Vector, 3> const& corners, Vector low, Vector high) {
 }  // namespace
 
 std::vector<Vector> intersections(Mesh const& mesh, Vector from, Vector to) {
-    double const tolerance = std::max(mesh.tolerance, 1e-9);
     Vector const reach{tolerance, tolerance, tolerance};
     Vector const low = smaller(from, to) - reach;
     Vector const high = larger(from, to) + reach;
@@ -60,8 +63,7 @@ std::vector<Vector> intersections(Mesh const& mesh, Vector from, Vector to) {
         if (std::min(start, end) > tolerance || std::max(start, end) < -tolerance) continue;
         bool const runs_along = std::abs(start) <= tolerance && std::abs(end) <= tolerance;
         double const crossing = runs_along ? 0 : std::clamp(start / (start - end), 0.0, 1.0);
-        auto const part =
-            part_over_face(corners, normal, from, to, tolerance, runs_along ? Part{0, 1} : Part{crossing, crossing});
+        auto const part = part_over_face(corners, normal, from, to, runs_along ? Part{0, 1} : Part{crossing, crossing});
         if (!part) continue;
         fractions.push_back(part->from);
         if (runs_along) fractions.push_back(part->to);

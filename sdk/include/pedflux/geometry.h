@@ -132,8 +132,8 @@ class PEDFLUX_API MeshGeometry : public Geometry {
     /// The faces on both sides of an edge; one at the rim of the mesh, more where several sheets meet.
     std::vector<int> GetFaceIndicesForEdge(int index);
     /// The points where the segment between two points meets the mesh, from the first point on, each once however many
-    /// faces meet there. Where the segment runs along a face, these are the ends of its way along that face. Points are
-    /// met within the mesh's tolerance.
+    /// faces meet there. Where the segment runs along a face, these are the ends of its way along that face. A face is
+    /// met within 1e-6 m.
     std::vector<Vec3d> GetIntersections(Vec3d const& from, Vec3d const& to);
 
     /// The same mesh with some vertices moved. Each vertex moves once, also when its index is repeated or several of

@@ -46,6 +46,9 @@ TEST(Intersections, AreOrderedAndSingleWhereFacesMeet) {
         SCOPED_TRACE(name);
         expect_points(box->GetIntersections(from, to), points);
     }
+    // However widely its corners were welded.
+    auto const welded = MeshGeometry::Create(box->GetFaces(), 1.9);
+    expect_points(welded->GetIntersections({-1, 0.5, 0.7}, {3, 0.5, 0.7}), {{0, 0.5, 0.7}, {2, 0.5, 0.7}});
     EXPECT_REFUSED(box->GetIntersections({0, 0, 0}, Vec3d::INVALID), "end of the segment is (nan, nan, nan)");
 }
 
