@@ -106,10 +106,11 @@ void read_object(Document& document, Json const& json, Kinds kinds, Reading& rea
     if (!json.is_object()) reading.refuse("an object", json);
     auto const kind_name = text_member(json, "kind", reading);
     auto const name = text_member(json, "name", reading);
+    auto const& id_text = member(json, "id", reading);
     GlobalId id;
     {
         Step const step(reading, "id");
-        Codec<GlobalId>::read(id, member(json, "id", reading), reading);
+        Codec<GlobalId>::read(id, id_text, reading);
     }
     reading.where = kind_name + " '" + name + "'";
     auto const kind = std::ranges::find(kinds, kind_name, &Kind::name);

@@ -1,6 +1,8 @@
 #include "engine/project/kinds.h"
 
+#include "engine/analysis/query_states.h"
 #include "engine/behaviour/distribution_face.h"
+#include "engine/behaviour/event_states.h"
 #include "engine/model/group_states.h"
 #include "engine/model/kind.h"
 #include "engine/model/profile_state.h"
@@ -9,20 +11,36 @@
 
 namespace pedflux::engine {
 
-namespace {
+// The kinds whose states have no home of their own; those of behaviour are instantiated beside their faces.
+#define PEDFLUX_KINDS(KIND)             \
+    KIND(Floor)                         \
+    KIND(Portal)                        \
+    KIND(Link)                          \
+    KIND(Stair)                         \
+    KIND(Ramp)                          \
+    KIND(Barrier)                       \
+    KIND(Zone)                          \
+    KIND(Collection)                    \
+    KIND(Perimeter)                     \
+    KIND(RouteBank)                     \
+    KIND(Transform)                     \
+    KIND(Profile)                       \
+    KIND(SimulationRun)                 \
+    KIND(AverageDensityMapQuery)        \
+    KIND(MaxDensityMapQuery)            \
+    KIND(InstantaneousDensityMapQuery)  \
+    KIND(ExperiencedDensityMapQuery)    \
+    KIND(NonZeroAverageDensityMapQuery) \
+    KIND(AgentCountMapQuery)            \
+    KIND(PopulationCountGraphQuery)
 
-/// The kinds of several states.
-template <class... States>
-Kinds table_of() {
-    static Kind const* const table[] = {&kind_of<States>()...};
-    return table;
-}
-
-}  // namespace
+#define INSTANTIATE(Name) template Kind const& kind_of<Name##State>();
+PEDFLUX_KINDS(INSTANTIATE)
 
 Kinds object_kinds() {
-    return table_of<FloorState, PortalState, LinkState, StairState, RampState, BarrierState, ZoneState, CollectionState,
-                    PerimeterState, RouteBankState, TransformState, ProfileState, SimulationRunState>();
+#define ENTRY(Name) &kind_of<Name##State>(),
+    static Kind const* const table[] = {&kind_of<JourneyState>(), &kind_of<EvacuationState>(), PEDFLUX_KINDS(ENTRY)};
+    return table;
 }
 
 }  // namespace pedflux::engine

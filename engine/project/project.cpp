@@ -1,3 +1,5 @@
+#include "engine/analysis/query_states.h"
+#include "engine/behaviour/event_states.h"
 #include "engine/model/document.h"
 #include "engine/model/files.h"
 #include "engine/model/group_states.h"
@@ -256,6 +258,15 @@ KIND(Perimeter, Perimeters)
 KIND(RouteBank, RouteBanks)
 KIND(Transform, Transforms)
 KIND(Profile, Profiles)
+KIND(Journey, Journeys)
+KIND(Evacuation, Evacuations)
 KIND(SimulationRun, SimulationRuns)
+KIND_WITH(AverageDensityMapQuery, AverageDensityMapQueries, GlobalId, run)
+KIND_WITH(MaxDensityMapQuery, MaxDensityMapQueries, GlobalId, run)
+KIND_WITH(InstantaneousDensityMapQuery, InstantaneousDensityMapQueries, GlobalId, run)
+KIND_WITH(ExperiencedDensityMapQuery, ExperiencedDensityMapQueries, GlobalId, run)
+KIND_WITH(NonZeroAverageDensityMapQuery, NonZeroAverageDensityMapQueries, GlobalId, run)
+KIND_WITH(AgentCountMapQuery, AgentCountMapQueries, GlobalId, run)
+KIND_WITH(PopulationCountGraphQuery, PopulationCountGraphQueries, GlobalId, run)
 
 }  // namespace pedflux
