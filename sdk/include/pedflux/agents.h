@@ -77,7 +77,7 @@ class PEDFLUX_API AgentRequest {
     void SetColor(Color const& color);
     /// Where the agent goes: a portal, a walkable object or a zone. Without a goal it stands where it starts.
     void SetGoal(GlobalId const& goal);
-    /// The profile that its speed and radius are drawn from. Otherwise everyday walking: 1.34 m/s and 0.25 m.
+    /// The profile that its speed and radius are drawn from. Otherwise a profile of default values.
     void SetProfile(GlobalId const& profile);
     /// The point where it starts, on the start object.
     void SetPosition(Vec3d const& position);

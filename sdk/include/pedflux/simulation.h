@@ -103,7 +103,7 @@ class PEDFLUX_API FrameSummary {
 ///
 /// A frame lasts one frame length of the project. It can be taken whole with Step, or in its parts with CreateAgents,
 /// ChooseAgentTargets and MoveAgents in this order, with the same result. Every frame is written to the run's database
-/// of results, which is finished by Stop, by the end of the run or, at the latest, when the simulation is released.
+/// of results, which is finished by Stop or, at the latest, when the simulation is released.
 ///
 /// Identifiers that name nothing of the wanted kind throw Exception, and so do positions that are on no walkable
 /// object.

@@ -1,0 +1,404 @@
+#include "engine/geometry/checks.h"
+#include "engine/results/agent_data.h"
+#include "engine/results/level_of_service.h"
+#include "engine/simulation/stepping.h"
+#include "engine/simulation/surroundings.h"
+#include "engine/simulation/ways.h"
+
+#include <pedflux/agents.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace pedflux {
+
+namespace {
+
+using engine::FreeSpace;
+using engine::LiveRun;
+using engine::Person;
+using engine::Point;
+using engine::refuse;
+using engine::Standpoint;
+using engine::Walker;
+
+constexpr double degrees_per_radian = 180 / std::numbers::pi;
+constexpr double longest_look = 100;
+
+std::string title(int id) { return "Agent " + std::to_string(id); }
+
+/// An agent that is in its simulation.
+struct Here {
+    std::shared_ptr<LiveRun> run;
+    Person& person;
+    Walker& walker;
+
+    Standpoint standpoint() const { return {walker.region, walker.position}; }
+};
+
+/// Throws Exception when the agent has left or its simulation is gone.
+Here here(std::weak_ptr<LiveRun> const& weak, int id) {
+    auto run = weak.lock();
+    if (!run) refuse(title(id) + " belongs to a simulation that is gone");
+    auto const number = static_cast<std::size_t>(id);
+    auto const walker = run->walker_of[number];
+    if (walker == engine::gone) refuse(title(id) + " has left the simulation");
+    auto& world = *run;
+    return {std::move(run), world.persons[number], world.walkers[walker]};
+}
+
+Person::Fate fate_of(std::weak_ptr<LiveRun> const& weak, int id) {
+    auto const run = weak.lock();
+    return run ? run->persons[static_cast<std::size_t>(id)].fate : Person::Fate::HERE;
+}
+
+double require_distance(double distance) {
+    if (!(distance > 0 && distance <= longest_look)) {
+        refuse("A distance to look must be greater than 0 and at most 100 m, not " + engine::text_of(distance));
+    }
+    return distance;
+}
+
+Point require_level_direction(Vec3d const& direction) {
+    auto const given = engine::require_direction(
+        "A direction", {Vec3d(direction).GetX(), Vec3d(direction).GetY(), Vec3d(direction).GetZ()});
+    Point const level = engine::unit({given.x, given.z});
+    if (level == Point{}) refuse("A direction must not be vertical");
+    return level;
+}
+
+double heading_of(Point direction) {
+    double const heading = std::atan2(direction.x, -direction.z) * degrees_per_radian;
+    return heading < 0 ? heading + 360 : heading;
+}
+
+Vec3d level(Point direction) { return {direction.x, 0, direction.z}; }
+
+Vec3d position_or_invalid(LiveRun const& run, std::optional<Standpoint> const& found) {
+    return found ? position_of(run, *found) : Vec3d::INVALID;
+}
+
+/// The person's place, which must exist.
+GlobalId id_of(Here const& agent, engine::PlaceIndex place, std::string const& what) {
+    if (place == engine::no_place) refuse("Agent " + std::to_string(agent.walker.agent) + " has no " + what);
+    return agent.run->places[place].id;
+}
+
+engine::WayToNext way_from(Here const& agent, Standpoint const& from) {
+    id_of(agent, agent.person.goal, "goal");
+    auto const way = way_to_next(*agent.run, from, agent.walker.destination);
+    if (!way) {
+        refuse("No way leads agent " + std::to_string(agent.walker.agent) + " to " +
+               agent.run->places[agent.person.goal].title);
+    }
+    return *way;
+}
+
+Vec3d point_with_way(Here const& agent, Standpoint const& from, double distance) {
+    id_of(agent, agent.person.goal, "goal");
+    auto const found =
+        nearest_with_way(*agent.run, from.region, from.point, require_distance(distance), agent.walker.destination);
+    return found ? position_of(*agent.run, {from.region, *found}) : Vec3d::INVALID;
+}
+
+/// Puts another body in the place of the agent's, as a body's radius never changes.
+void replace_body(Here const& agent) {
+    auto& crowd = agent.run->crowd;
+    auto const& origin = agent.person.origin;
+    crowd.remove(agent.walker.body);
+    agent.walker.body = crowd.add(
+        {agent.walker.position, agent.walker.region, origin.speed, origin.radius, 1.0, origin.side_bias, origin.key});
+}
+
+void put(Here const& agent, Vec3d const& position) {
+    if (!agent.person.controlled) {
+        refuse("Agent " + std::to_string(agent.walker.agent) + " is not controlled: AssumeControl comes first");
+    }
+    auto const place = standpoint_of(*agent.run, position);
+    agent.run->crowd.place(agent.walker.body, place.point, place.region);
+    agent.walker.walked += engine::distance(agent.walker.position, place.point);
+    agent.walker.position = place.point;
+    agent.walker.region = place.region;
+}
+
+void leave(Here const& agent, Person::Fate fate) {
+    take_out(*agent.run, fate, agent.walker, false);
+    forget_those_who_left(*agent.run);
+}
+
+}  // namespace
+
+ObstaclePoint::ObstaclePoint() = default;
+Vec3d ObstaclePoint::GetPosition() { return position_; }
+Vec3d ObstaclePoint::GetNormal() { return normal_; }
+
+AvailableSpace::AvailableSpace() : space_(std::make_shared<FreeSpace>()) {}
+AvailableSpace::AvailableSpace(std::shared_ptr<FreeSpace const> space) : space_(std::move(space)) {}
+double AvailableSpace::GetArea() const {
+    double area = 0;
+    for (int segment = 0; segment < FreeSpace::segments; ++segment) area += GetSegmentArea(segment);
+    return area;
+}
+int AvailableSpace::GetMinSegmentIndex() const {
+    return static_cast<int>(std::ranges::min_element(space_->radii) - space_->radii.begin());
+}
+double AvailableSpace::GetMinSegmentRadius() const { return std::ranges::min(space_->radii); }
+double AvailableSpace::GetSegmentArea(int segment) const {
+    double const radius = GetSegmentRadius(segment);
+    return std::numbers::pi / FreeSpace::segments * radius * radius;
+}
+double AvailableSpace::GetSegmentRadius(int segment) const {
+    return space_->radii[engine::require_index("segment", segment, space_->radii.size())];
+}
+Vec3d AvailableSpace::GetSegmentDirection(int segment) {
+    engine::require_index("segment", segment, space_->radii.size());
+    return level(engine::direction_of_segment(segment));
+}
+int AvailableSpace::GetSegmentIndex(Vec3d const& direction) const {
+    double const share = heading_of(require_level_direction(direction)) / 360 * FreeSpace::segments;
+    return static_cast<int>(std::lround(share)) % FreeSpace::segments;
+}
+
+int Agent::GetId() { return id_; }
+bool Agent::Exists() {
+    auto const run = run_.lock();
+    return run && run->walker_of[static_cast<std::size_t>(id_)] != engine::gone;
+}
+bool Agent::HasExitedWithError() { return fate_of(run_, id_) == Person::Fate::FAILED; }
+bool Agent::HasExitedWithSuccess() { return fate_of(run_, id_) == Person::Fate::ARRIVED; }
+
+Vec3d Agent::GetPosition() {
+    auto const agent = here(run_, id_);
+    return position_of(*agent.run, agent.standpoint());
+}
+Vec3d Agent::GetVelocity() {
+    auto const agent = here(run_, id_);
+    auto const& person = agent.person;
+    double const ahead = agent.run->frame_length();
+    double const rise = height_at(*agent.run, agent.walker.region, agent.walker.position) -
+                        height_at(*agent.run, agent.walker.region, agent.walker.position - ahead * person.velocity);
+    return {person.velocity.x, rise / ahead, person.velocity.z};
+}
+double Agent::GetSpeed() { return here(run_, id_).person.speed; }
+double Agent::GetHeading() { return here(run_, id_).person.heading; }
+double Agent::GetRadius() { return here(run_, id_).person.origin.radius; }
+void Agent::SetRadius(double radius) {
+    auto const agent = here(run_, id_);
+    if (!(radius >= 0.05 && radius <= 1)) {
+        refuse("The radius of " + title(id_) + " must be 0.05 to 1 m, not " + engine::text_of(radius));
+    }
+    agent.person.origin.radius = radius;
+    replace_body(agent);
+}
+double Agent::GetHeight() { return here(run_, id_).person.height; }
+void Agent::SetHeight(double height) {
+    auto const agent = here(run_, id_);
+    if (!(height > 0 && height <= 3)) {
+        refuse("The height of " + title(id_) + " must be greater than 0 and at most 3 m, not " +
+               engine::text_of(height));
+    }
+    agent.person.height = height;
+}
+double Agent::GetDesiredUnconstrainedSpeed() { return here(run_, id_).person.origin.speed; }
+void Agent::SetDesiredUnconstrainedSpeed(double speed) {
+    auto const agent = here(run_, id_);
+    if (!(speed > 0 && speed <= 20)) {
+        refuse("The desired speed of " + title(id_) + " must be greater than 0 and at most 20 m/s, not " +
+               engine::text_of(speed));
+    }
+    agent.person.origin.speed = speed;
+    agent.run->crowd.set_speed(agent.walker.body, speed);
+}
+double Agent::GetCurrentMaxSpeed() {
+    auto const agent = here(run_, id_);
+    auto const& incline = agent.run->plan.inclines[agent.walker.region];
+    double const speed = agent.person.origin.speed;
+    return speed * ground_factor(incline, speed, agent.walker.direction) * incline.length_factor;
+}
+double Agent::GetDistanceTraveled() {
+    auto const agent = here(run_, id_);
+    return agent.person.distance + agent.walker.walked;
+}
+
+AgentMovement Agent::GetAgentMovement() { return here(run_, id_).person.movement; }
+void Agent::SetNextAgentMovement(AgentMovement movement) {
+    auto const number = static_cast<int>(movement);
+    if (number < 0 || number > static_cast<int>(AgentMovement::RUN)) {
+        refuse("A movement must be STAND (0), WALK (1) or RUN (2), not " + std::to_string(number));
+    }
+    here(run_, id_).person.next_movement = movement;
+}
+
+Color Agent::GetColor() { return here(run_, id_).person.color; }
+void Agent::SetColor(Color color) { here(run_, id_).person.color = color; }
+void Agent::ClearColor() {
+    auto const agent = here(run_, id_);
+    agent.person.color = agent.person.origin.color;
+}
+LevelOfService Agent::GetLevelOfService() {
+    auto const agent = here(run_, id_);
+    auto const kind = agent.run->plan.surfaces[agent.walker.region].kind;
+    return engine::level_of_service(agent.run->crowd.felt_density(agent.walker.body), engine::standard_of(kind));
+}
+
+GlobalId Agent::GetProfileId() { return here(run_, id_).person.origin.profile; }
+bool Agent::HasStartObject() { return here(run_, id_).person.origin.origin != engine::no_place; }
+GlobalId Agent::GetStartObjectId() {
+    auto const agent = here(run_, id_);
+    return id_of(agent, agent.person.origin.origin, "start object");
+}
+bool Agent::HasInitialGoal() { return here(run_, id_).person.origin.destination != engine::no_place; }
+GlobalId Agent::GetInitialGoalId() {
+    auto const agent = here(run_, id_);
+    return id_of(agent, agent.person.origin.destination, "goal");
+}
+bool Agent::HasCurrentGoal() { return here(run_, id_).person.goal != engine::no_place; }
+GlobalId Agent::GetCurrentGoalId() {
+    auto const agent = here(run_, id_);
+    return id_of(agent, agent.person.goal, "goal");
+}
+bool Agent::HasCurrentFloor() {
+    auto const agent = here(run_, id_);
+    return agent.walker.region < agent.run->plan.floor_count;
+}
+GlobalId Agent::GetCurrentFloorId() {
+    auto const agent = here(run_, id_);
+    auto const& surface = agent.run->plan.surfaces[agent.walker.region];
+    if (agent.walker.region >= agent.run->plan.floor_count) {
+        refuse(title(id_) + " is on no floor but on '" + surface.name + "'");
+    }
+    return surface.id;
+}
+
+bool Agent::HasPreviousWaypoint() { return here(run_, id_).person.previous_connection != engine::navigation::none; }
+GlobalId Agent::GetPreviousWaypointId() {
+    auto const agent = here(run_, id_);
+    auto const connection = agent.person.previous_connection;
+    if (connection == engine::navigation::none) refuse(title(id_) + " has passed no waypoint yet");
+    return agent.run->plan.surfaces[connection].id;
+}
+bool Agent::HasTargetWaypoint() { return HasCurrentGoal() && HasPathToTargetWaypoint(); }
+GlobalId Agent::GetTargetWaypointId() {
+    auto const agent = here(run_, id_);
+    auto const way = way_from(agent, agent.standpoint());
+    bool const is_goal = way.connection == engine::navigation::none;
+    if (is_goal) return agent.run->places[agent.person.goal].id;
+    return agent.run->plan.surfaces[agent.run->plan.joints[way.connection].connection].id;
+}
+LineSeg3d Agent::GetTargetWaypointGoalLine() {
+    auto const agent = here(run_, id_);
+    auto const way = way_from(agent, agent.standpoint());
+    auto const& goal = agent.run->places[agent.person.goal];
+    bool const is_portal = way.connection == engine::navigation::none && goal.is_portal();
+    auto const line = is_portal ? agent.run->plan.doorways[goal.doorway].line.line : way.line;
+    return {position_of(*agent.run, {agent.walker.region, line.from}),
+            position_of(*agent.run, {agent.walker.region, line.to})};
+}
+bool Agent::HasPathToTargetWaypoint() { return HasPathToTargetWaypoint(GetPosition()); }
+bool Agent::HasPathToTargetWaypoint(Vec3d const& position) {
+    auto const agent = here(run_, id_);
+    auto const from = standpoint_of(*agent.run, position);
+    return agent.person.goal != engine::no_place &&
+           agent.run->navigation.reachable(from.region, from.point, agent.walker.destination);
+}
+double Agent::GetDistanceToTargetWaypoint() {
+    auto const agent = here(run_, id_);
+    return way_from(agent, agent.standpoint()).distance;
+}
+double Agent::GetDistanceToTargetWaypointFrom(Vec3d const& position) {
+    auto const agent = here(run_, id_);
+    return way_from(agent, standpoint_of(*agent.run, position)).distance;
+}
+Vec3d Agent::GetDirectionToTargetWaypoint() {
+    auto const agent = here(run_, id_);
+    return level(way_from(agent, agent.standpoint()).direction);
+}
+Vec3d Agent::GetDirectionToTargetWaypointFrom(Vec3d const& position) {
+    auto const agent = here(run_, id_);
+    return level(way_from(agent, standpoint_of(*agent.run, position)).direction);
+}
+Vec3d Agent::GetClosestPointWithPathToTargetWaypoint(double distance) {
+    auto const agent = here(run_, id_);
+    return point_with_way(agent, agent.standpoint(), distance);
+}
+Vec3d Agent::GetPointWithPathToTargetWaypointClosestTo(Vec3d const& position, double distance) {
+    auto const agent = here(run_, id_);
+    auto const place = engine::require_point("A position", position);
+    return point_with_way(agent, {agent.walker.region, {place.x, place.z}}, distance);
+}
+
+bool Agent::IsInOpenSpace() { return IsInOpenSpace(GetPosition()); }
+bool Agent::IsInOpenSpace(Vec3d const& position) {
+    auto const agent = here(run_, id_);
+    auto const place = engine::require_point("A position", position);
+    return is_open(*agent.run, {agent.walker.region, {place.x, place.z}}, agent.person.origin.radius,
+                   agent.walker.agent);
+}
+Vec3d Agent::GetClosestOpenPoint(double distance) { return GetOpenPointClosestTo(GetPosition(), distance); }
+Vec3d Agent::GetOpenPointClosestTo(Vec3d const& position, double distance) {
+    auto const agent = here(run_, id_);
+    auto const place = engine::require_point("A position", position);
+    return position_or_invalid(
+        *agent.run, nearest_open(*agent.run, {agent.walker.region, {place.x, place.z}}, require_distance(distance),
+                                 agent.person.origin.radius, agent.walker.agent));
+}
+std::shared_ptr<ObstaclePoint> Agent::GetClosestObstaclePoint(double distance) {
+    auto const agent = here(run_, id_);
+    return nearest_obstacle(*agent.run, agent.standpoint(), require_distance(distance));
+}
+std::shared_ptr<ObstaclePoint> Agent::GetObstaclePointClosestTo(Vec3d const& position, double distance) {
+    auto const agent = here(run_, id_);
+    auto const place = engine::require_point("A position", position);
+    return nearest_obstacle(*agent.run, {agent.walker.region, {place.x, place.z}}, require_distance(distance));
+}
+std::shared_ptr<ObstaclePoint> Agent::GetObstaclePointInDirection(Vec3d const& direction, double distance) {
+    auto const agent = here(run_, id_);
+    return obstacle_towards(*agent.run, agent.standpoint(), require_level_direction(direction),
+                            require_distance(distance));
+}
+AvailableSpace Agent::GetAvailableSpace(double distance) { return GetAvailableSpaceAround(GetPosition(), distance); }
+AvailableSpace Agent::GetAvailableSpaceAround(Vec3d const& position, double distance) {
+    auto const agent = here(run_, id_);
+    auto const from = standpoint_of(*agent.run, position);
+    return AvailableSpace(std::make_shared<FreeSpace>(
+        free_space_around(*agent.run, from, require_distance(distance), agent.walker.agent)));
+}
+
+void Agent::AssumeControl() { here(run_, id_).person.controlled = true; }
+void Agent::ReleaseControl() { here(run_, id_).person.controlled = false; }
+void Agent::MoveTo(Vec3d const& position) { put(here(run_, id_), position); }
+void Agent::MoveTo(Vec3d const& position, Vec3d const& direction) {
+    auto const heading = heading_of(require_level_direction(direction));
+    MoveTo(position);
+    here(run_, id_).person.heading = heading;
+}
+void Agent::MoveTo(Vec3d const& position, Vec3d const& direction, double speed) {
+    engine::require_not_negative("A speed", speed);
+    MoveTo(position, direction);
+    here(run_, id_).person.shown_speed = speed;
+}
+void Agent::AllowAdjustment() { here(run_, id_).person.adjustable = true; }
+void Agent::DisallowAdjustment() { here(run_, id_).person.adjustable = false; }
+void Agent::SetGoalDirectionOverride(Vec3d const& direction) {
+    here(run_, id_).person.direction_override = require_level_direction(direction);
+}
+void Agent::ClearGoalDirectionOverride() { here(run_, id_).person.direction_override.reset(); }
+void Agent::ExitSimulation() { leave(here(run_, id_), Person::Fate::ARRIVED); }
+void Agent::ExitSimulationWithError(std::string const& message) {
+    auto const agent = here(run_, id_);
+    agent.run->issues.emplace_back(IssueCategory::ERROR, title(id_) + " left with an error", message);
+    leave(agent, Person::Fate::FAILED);
+}
+
+bool Agent::InternalEquals(std::shared_ptr<Agent> const& other) {
+    bool const same_run = other && !run_.owner_before(other->run_) && !other->run_.owner_before(run_);
+    return same_run && id_ == other->id_;
+}
+int Agent::InternalHashCode() { return id_; }
+int Agent::InternalCompare(std::shared_ptr<Agent> const& other) {
+    if (!other) refuse(title(id_) + " cannot be compared with no agent");
+    return (id_ > other->id_) - (id_ < other->id_);
+}
+
+}  // namespace pedflux

@@ -1,0 +1,331 @@
+#include "engine/simulation/floor_plan.h"
+
+#include "engine/geometry/checks.h"
+#include "engine/geometry/plan_polygons.h"
+#include "engine/model/document.h"
+#include "engine/model/goal_lines.h"
+#include "engine/simulation/lines.h"
+
+#include <pedflux/geometry.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace pedflux::engine {
+
+namespace {
+
+/// Faces whose normals rise at least so much can be walked on, as for the ends of connections.
+constexpr double least_upward_normal = 0.01;
+/// Within this height over a floor (metres), barriers and connections take its area away.
+constexpr double headroom = 2;
+/// How far (metres) the end of a connection may be from the floor that it joins, in the plan and in height.
+constexpr double end_reach = 0.1;
+constexpr double end_height_tolerance = 0.3;
+/// How far a portal may be from its floor.
+constexpr double portal_reach = 0.3;
+constexpr double portal_height_tolerance = 0.5;
+/// Barriers without thickness count as thick as this.
+constexpr double thin_wall = 0.02;
+/// People walk up and down stairs at these shares of their speed on level ground, seen in the plan: 0.610 and 0.694 of
+/// 1.34 m/s (Weidmann, "Transporttechnik der Fussgaenger", 1993).
+constexpr double stairs_up = 0.610 / 1.34;
+constexpr double stairs_down = 0.694 / 1.34;
+/// What is narrower leads nowhere.
+constexpr double least_joint = 0.05;
+
+Point plan_of(Vector corner) { return {corner.x, corner.z}; }
+Vector vector_of(Vec3d value) { return {value.GetX(), value.GetY(), value.GetZ()}; }
+
+std::vector<Face> faces_of(SceneState const& state) {
+    std::vector<Face> faces;
+    for (Tri3d face : state.geometry->AsMeshGeometry()->GetFaces()) {
+        faces.push_back(
+            {vector_of(face.GetFirstVertex()), vector_of(face.GetSecondVertex()), vector_of(face.GetThirdVertex())});
+    }
+    return faces;
+}
+
+std::vector<Face> walkable_faces_of(SceneState const& state) {
+    auto faces = faces_of(state);
+    std::erase_if(faces, [](Face const& face) {
+        return normalized(cross(face[1] - face[0], face[2] - face[0])).y < least_upward_normal;
+    });
+    if (faces.empty()) refuse(title_of(state) + " has no face that looks upwards, so nobody can walk on it");
+    return faces;
+}
+
+Polygons area_of(std::vector<Face> const& faces) {
+    std::vector<std::array<Point, 3>> triangles;
+    for (auto const& face : faces) triangles.push_back({plan_of(face[0]), plan_of(face[1]), plan_of(face[2])});
+    return united(triangles);
+}
+
+double plan_area(Face const& face) {
+    return std::abs(orientation(plan_of(face[0]), plan_of(face[1]), plan_of(face[2]))) / 2;
+}
+double true_area(Face const& face) { return length(cross(face[1] - face[0], face[2] - face[0])) / 2; }
+
+/// The rectangle over a line, so far to each side of it.
+Polygon strip(Segment line, double to_left, double to_right) {
+    Point const left = unit(turned_left(line.to - line.from));
+    return {
+        {line.from - to_right * left, line.to - to_right * left, line.to + to_left * left, line.from + to_left * left},
+        {}};
+}
+
+/// What a barrier covers of the plan: its faces, and a thin strip under those that stand upright.
+Polygons footprint_of(std::vector<Face> const& faces) {
+    std::vector<std::array<Point, 3>> triangles;
+    Polygons parts;
+    for (auto const& face : faces) {
+        triangles.push_back({plan_of(face[0]), plan_of(face[1]), plan_of(face[2])});
+        for (std::size_t i = 0; i < 3; ++i) {
+            Segment const edge{plan_of(face[i]), plan_of(face[(i + 1) % 3])};
+            bool const is_upright = plan_area(face) < thin_wall * thin_wall;
+            if (is_upright && length(edge) > 0) parts.push_back(strip(edge, thin_wall / 2, thin_wall / 2));
+        }
+    }
+    auto const solid = united(triangles);
+    parts.insert(parts.end(), solid.begin(), solid.end());
+    return united(parts);
+}
+
+struct Box {
+    Vector least{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity(),
+                 std::numeric_limits<double>::infinity()};
+    Vector most = -least;
+};
+
+Box box_of(std::vector<Face> const& faces) {
+    Box box;
+    for (auto const& face : faces) {
+        for (Vector const corner : face) {
+            box.least = smaller(box.least, corner);
+            box.most = larger(box.most, corner);
+        }
+    }
+    return box;
+}
+
+bool stands_on(Box const& box, Ground const& ground) {
+    double low = 0;
+    double high = 0;
+    if (!ground.heights_in(plan_of(box.least), plan_of(box.most), low, high)) return false;
+    return box.least.y < high + headroom && box.most.y > low;
+}
+
+/// The part of a face between two heights, seen in the plan; empty when there is none.
+Ring part_between(Face const& face, double low, double high) {
+    std::vector<Vector> corners(face.begin(), face.end());
+    for (double const sign : {1.0, -1.0}) {
+        double const bound = sign > 0 ? low : -high;
+        std::vector<Vector> kept;
+        for (std::size_t i = 0; i < corners.size(); ++i) {
+            Vector const from = corners[i];
+            Vector const to = corners[(i + 1) % corners.size()];
+            double const from_over = sign * from.y - bound;
+            double const to_over = sign * to.y - bound;
+            if (from_over >= 0) kept.push_back(from);
+            if ((from_over > 0 && to_over < 0) || (from_over < 0 && to_over > 0)) {
+                kept.push_back(from + (from_over / (from_over - to_over)) * (to - from));
+            }
+        }
+        corners = std::move(kept);
+    }
+    Ring ring;
+    for (Vector const corner : corners) ring.push_back(plan_of(corner));
+    return ring.size() >= 3 ? ring : Ring();
+}
+
+/// A connection while the plan is made.
+struct Draft {
+    ConnectionState const* state;
+    std::vector<Face> faces;
+    Polygons area;
+};
+
+class Maker {
+  public:
+    explicit Maker(Document const& document) : document_(document) {}
+
+    FloorPlan make() {
+        add_floors();
+        add_connections();
+        take_connections_from_floors();
+        for (std::size_t region = 0; region < plan_.surfaces.size(); ++region) {
+            if (plan_.surfaces[region].walkable.empty()) {
+                refuse(titles_[region] + " has no area that can be walked on: barriers cover all of it");
+            }
+        }
+        add_doorways();
+        return std::move(plan_);
+    }
+
+  private:
+    void add_surface(SceneState const& state, SurfaceKind kind, Polygons walkable, std::vector<Face> faces) {
+        plan_.grounds.emplace_back(faces);
+        plan_.surfaces.push_back({state.id, state.name, kind, std::move(walkable), std::move(faces)});
+        plan_.inclines.emplace_back();
+        titles_.push_back(title_of(state));
+    }
+
+    void add_floors() {
+        for (auto const* const floor : document_.objects<FloorState>()) {
+            if (!floor->enabled) continue;
+            auto faces = walkable_faces_of(*floor);
+            auto area = area_of(faces);
+            add_surface(*floor, SurfaceKind::LEVEL, std::move(area), std::move(faces));
+        }
+        plan_.floor_count = plan_.surfaces.size();
+        if (plan_.floor_count == 0) refuse("The project has no enabled floor, so nobody can walk in it");
+        for (auto const* const barrier : document_.objects<BarrierState>()) {
+            if (!barrier->enabled) continue;
+            auto const faces = faces_of(*barrier);
+            auto const box = box_of(faces);
+            auto const footprint = footprint_of(faces);
+            for (std::size_t floor = 0; floor < plan_.floor_count; ++floor) {
+                auto& walkable = plan_.surfaces[floor].walkable;
+                if (stands_on(box, plan_.grounds[floor])) walkable = difference(walkable, footprint);
+            }
+        }
+    }
+
+    void add_connections() {
+        for (auto const* const state : document_.objects<ConnectionState>()) {
+            if (!state->enabled) continue;
+            Draft draft{state, walkable_faces_of(*state), {}};
+            draft.area = area_of(draft.faces);
+            auto const region = static_cast<navigation::RegionIndex>(plan_.surfaces.size());
+            auto const ends = end_goal_lines(*state->geometry);
+            join(draft, region, ends.ball, ends.box, true);
+            join(draft, region, ends.box, ends.ball, false);
+            bool const is_stair = dynamic_cast<StairState const*>(state) != nullptr;
+            add_surface(*state, is_stair ? SurfaceKind::STAIR : SurfaceKind::LEVEL, draft.area, draft.faces);
+            plan_.inclines.back() = incline_of(draft, ends.ball, ends.box, is_stair);
+            plan_.passageways.push_back(
+                {region, title_of(*state), state->gated, state->direction != ConnectionObjectDirection::BOX_TO_BALL,
+                 state->direction != ConnectionObjectDirection::BALL_TO_BOX, state->distance_added.value_or(0)});
+            drafts_.push_back(std::move(draft));
+        }
+    }
+
+    static Incline incline_of(Draft const& draft, LineSeg3d ball, LineSeg3d box, bool is_stair) {
+        double plan = 0;
+        double slope = 0;
+        for (auto const& face : draft.faces) {
+            plan += plan_area(face);
+            slope += true_area(face);
+        }
+        Vector const rise = vector_of(box.GetMidpoint()) - vector_of(ball.GetMidpoint());
+        Incline incline;
+        incline.length_factor = std::max(1.0, slope / plan);
+        incline.limit = draft.state->speed_limit;
+        bool const is_level = std::abs(rise.y) < 0.01;
+        if (!is_level) incline.uphill = unit(plan_of(rise));
+        incline.up_factor = is_stair && !is_level ? stairs_up : 1 / incline.length_factor;
+        incline.down_factor = is_stair && !is_level ? stairs_down : 1 / incline.length_factor;
+        return incline;
+    }
+
+    /// Lengthens the connection by the reach of its end, and joins it there to the floors that it comes to.
+    void join(Draft& draft, navigation::RegionIndex region, LineSeg3d end, LineSeg3d other_end, bool at_ball) {
+        Segment line{plan_of(vector_of(end.GetStartPoint())), plan_of(vector_of(end.GetEndPoint()))};
+        Point outward = unit(turned_left(line.to - line.from));
+        Vector const middle = vector_of(end.GetMidpoint());
+        if (dot(outward, plan_of(middle) - plan_of(vector_of(other_end.GetMidpoint()))) < 0) {
+            outward = -1 * outward;
+            std::swap(line.from, line.to);
+        }
+        Segment const edge{line.from + end_reach * outward, line.to + end_reach * outward};
+        Polygon const lengthening = strip(line, end_reach, 2 * thin_wall);
+        bool joined = false;
+        for (std::size_t floor = 0; floor < plan_.floor_count; ++floor) {
+            constexpr double beyond = 0.01;
+            Segment const probe{edge.from + beyond * outward, edge.to + beyond * outward};
+            for (Segment const part : parts_inside(probe, plan_.surfaces[floor].walkable)) {
+                Segment const joint{part.from - beyond * outward, part.to - beyond * outward};
+                double const height = plan_.grounds[floor].height(at(joint, 0.5));
+                if (length(joint) < least_joint || std::abs(height - middle.y) > end_height_tolerance) continue;
+                plan_.joints.push_back({region, static_cast<navigation::RegionIndex>(floor), joint, outward, at_ball});
+                joined = true;
+            }
+        }
+        if (!joined) {
+            refuse(title_of(*draft.state) + " touches no floor at its " + (at_ball ? "ball" : "box") + " end, at (" +
+                   text_of(middle.x) + ", " + text_of(middle.y) + ", " + text_of(middle.z) + ")");
+        }
+        auto parts = draft.area;
+        parts.push_back(lengthening);
+        draft.area = united(parts);
+    }
+
+    /// Where a connection passes less than the headroom over or under a floor, only the connection can be walked on.
+    void take_connections_from_floors() {
+        for (std::size_t floor = 0; floor < plan_.floor_count; ++floor) {
+            Polygons taken;
+            for (std::size_t i = 0; i < drafts_.size(); ++i) {
+                auto const region = plan_.floor_count + i;
+                double low = 0;
+                double high = 0;
+                auto const box = box_of(drafts_[i].faces);
+                if (!plan_.grounds[floor].heights_in(plan_of(box.least), plan_of(box.most), low, high)) continue;
+                for (auto const& face : drafts_[i].faces) {
+                    if (auto part = part_between(face, low - headroom, high + headroom); !part.empty()) {
+                        taken.push_back({std::move(part), {}});
+                    }
+                }
+                for (auto const& joint : plan_.joints) {
+                    if (joint.connection != region || joint.floor != floor) continue;
+                    bool const is_left = dot(turned_left(joint.line.to - joint.line.from), joint.to_floor) > 0;
+                    double const back = end_reach + thin_wall;
+                    taken.push_back(strip(joint.line, is_left ? 0 : back, is_left ? back : 0));
+                }
+            }
+            auto& walkable = plan_.surfaces[floor].walkable;
+            if (!taken.empty()) walkable = difference(walkable, united(taken));
+        }
+    }
+
+    void add_doorways() {
+        for (auto const* const portal : document_.objects<PortalState>()) {
+            if (!portal->enabled) continue;
+            auto const goal_line = centre_goal_line(*portal->geometry);
+            plan_.doorways.push_back(
+                {portal->id, title_of(*portal), line_on_floor(*portal, goal_line), portal->placement});
+        }
+    }
+
+    navigation::RegionLine line_on_floor(PortalState const& portal, LineSeg3d goal_line) const {
+        Segment const line{plan_of(vector_of(goal_line.GetStartPoint())), plan_of(vector_of(goal_line.GetEndPoint()))};
+        double const height = goal_line.GetMidpoint().GetY();
+        std::optional<navigation::RegionLine> found;
+        double least_offset = portal_height_tolerance;
+        for (std::size_t floor = 0; floor < plan_.floor_count; ++floor) {
+            auto const on_floor = line_on(plan_.surfaces[floor].walkable, line, portal_reach);
+            if (!on_floor) continue;
+            double const offset = std::abs(plan_.grounds[floor].height(at(*on_floor, 0.5)) - height);
+            if (offset > least_offset) continue;
+            least_offset = offset;
+            found = {static_cast<navigation::RegionIndex>(floor), *on_floor};
+        }
+        if (!found) {
+            refuse(title_of(portal) + " lies on no floor: its line from " + text_of(line.from) + " to " +
+                   text_of(line.to) + " at the height " + text_of(height) +
+                   " must lie on a walkable floor or within 0.3 m of its edge, at most 0.5 m above or below");
+        }
+        return *found;
+    }
+
+    Document const& document_;
+    FloorPlan plan_;
+    std::vector<std::string> titles_;
+    std::vector<Draft> drafts_;
+};
+
+}  // namespace
+
+FloorPlan floor_plan_of(Document const& document) { return Maker(document).make(); }
+
+}  // namespace pedflux::engine

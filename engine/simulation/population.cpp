@@ -1,0 +1,107 @@
+#include "engine/simulation/population.h"
+
+#include "engine/behaviour/event_states.h"
+#include "engine/behaviour/random.h"
+#include "engine/behaviour/schedule.h"
+#include "engine/geometry/checks.h"
+#include "engine/model/document.h"
+#include "engine/model/profile_state.h"
+
+#include <algorithm>
+
+namespace pedflux::engine {
+
+namespace {
+
+/// Streams of random numbers: those of events and those of persons never meet.
+constexpr std::uint64_t event_streams = std::uint64_t{1} << 40;
+constexpr std::uint64_t wait_streams = std::uint64_t{1} << 41;
+
+double side_of(AgentDirectionBias bias) {
+    switch (bias) {
+        case AgentDirectionBias::LEFT:
+            return -1;
+        case AgentDirectionBias::RIGHT:
+            return 1;
+        case AgentDirectionBias::NONE:
+            break;
+    }
+    return 0;
+}
+
+class Planner {
+  public:
+    Planner(Document const& document, Places& places, std::uint64_t seed)
+        : document_(document), places_(places), seed_(seed) {}
+
+    void add(EventState const& event) try {
+        Random const random(seed_, event_streams + events_++);
+        Schedule const schedule = compile_schedule(event.population, document_.settings.population_multiplier, random);
+        std::vector<PlaceIndex> origins;
+        std::vector<PlaceIndex> destinations;
+        for (auto const& origin : schedule.origins) origins.push_back(places_.of(origin));
+        for (auto const& destination : schedule.destinations) destinations.push_back(places_.of(destination));
+        auto const choices = static_cast<std::uint32_t>(newcomers_.choices.size());
+        newcomers_.choices.push_back(destinations);
+        auto const* const evacuation = dynamic_cast<EvacuationState const*>(&event);
+        for (auto const& arrival : schedule.arrivals) {
+            auto const key = static_cast<std::uint32_t>(newcomers_.count++);
+            Newcomer person = person_of(document_, event.profile.value_or(GlobalId()), seed_, key);
+            person.due = arrival.time;
+            person.origin = origins[static_cast<std::size_t>(arrival.origin)];
+            person.color = agent_color_of(event);
+            if (arrival.destination == LOWEST_COST_DESTINATION) person.choices = choices;
+            if (arrival.destination >= 0) {
+                person.destination = destinations[static_cast<std::size_t>(arrival.destination)];
+            }
+            if (evacuation && evacuation->pre_movement_wait) {
+                Random wait(seed_, wait_streams + key);
+                person.wait = sample(*evacuation->pre_movement_wait, wait);
+            }
+            newcomers_.by_origin.resize(places_.size());
+            newcomers_.by_origin[person.origin].push_back(std::move(person));
+        }
+    } catch (Exception const& exception) {
+        refuse(title_of(event) + ": " + exception.GetMessage());
+    }
+
+    Newcomers take() {
+        newcomers_.by_origin.resize(places_.size());
+        for (auto& waiting : newcomers_.by_origin) std::ranges::stable_sort(waiting, {}, &Newcomer::due);
+        return std::move(newcomers_);
+    }
+
+  private:
+    Document const& document_;
+    Places& places_;
+    std::uint64_t seed_;
+    std::uint64_t events_ = 0;
+    Newcomers newcomers_;
+};
+
+}  // namespace
+
+Newcomers newcomers_of(Document const& document, Places& places, std::uint64_t seed) {
+    Planner planner(document, places, seed);
+    for (auto const* const event : document.objects<EventState>()) {
+        if (event->enabled) planner.add(*event);
+    }
+    return planner.take();
+}
+
+Newcomer person_of(Document const& document, GlobalId const& profile, std::uint64_t seed, std::uint32_t key) {
+    static ProfileState const default_profile;
+    auto const* const found = document.find<ProfileState>(profile);
+    if (profile.IsValid() && !found) refuse("'" + GlobalId(profile).GetString() + "' is no profile of the project");
+    ProfileState const& state = found ? *found : default_profile;
+    Random random(seed, key);
+    Newcomer person;
+    person.key = key;
+    person.profile = profile;
+    person.speed = sample(*state.speed, random);
+    person.radius = sample(*state.radius, random);
+    person.side_bias = side_of(state.direction_bias);
+    return person;
+}
+
+}  // namespace pedflux::engine

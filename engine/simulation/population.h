@@ -1,0 +1,45 @@
+#pragma once
+
+#include "engine/simulation/places.h"
+
+#include <pedflux/color.h>
+#include <pedflux/identifiers.h>
+
+#include <cstdint>
+#include <deque>
+#include <vector>
+
+namespace pedflux::engine {
+
+class Document;
+
+/// A person before it enters. Its random choices were made when the simulation was created, so they do not depend on
+/// when there is room for it. Lengths in metres, speeds in metres per second, times in seconds since the start.
+struct Newcomer {
+    double due = 0;
+    std::uint32_t key = 0;  ///< the person's number among all who were planned
+    PlaceIndex origin = no_place;
+    PlaceIndex destination = no_place;  ///< none: the person stays where it starts
+    std::uint32_t choices = no_place;   ///< which of the choices below it takes the nearest of
+    double wait = 0;                    ///< before it walks
+    double speed = 1.34;
+    double radius = 0.2;
+    double side_bias = 0;
+    GlobalId profile;
+    Color color;
+};
+
+/// Everyone who is to come.
+struct Newcomers {
+    std::vector<std::vector<Newcomer>> by_origin;  ///< of each place, in the order in which they are due
+    std::vector<std::vector<PlaceIndex>> choices;  ///< sets of destinations of which people take the nearest
+    std::size_t count = 0;
+};
+
+/// Plans the people of all enabled events. Throws Exception in one sentence when there are none.
+Newcomers newcomers_of(Document const& document, Places& places, std::uint64_t seed);
+
+/// A person of a profile, or of a default profile where there is none; nothing else of it is set.
+Newcomer person_of(Document const& document, GlobalId const& profile, std::uint64_t seed, std::uint32_t key);
+
+}  // namespace pedflux::engine

@@ -1,0 +1,319 @@
+#include "engine/simulation/stepping.h"
+
+#include "engine/geometry/checks.h"
+#include "engine/results/agent_data.h"
+#include "engine/simulation/admission.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace pedflux::engine {
+
+namespace {
+
+using navigation::RouteStep;
+
+/// So near to a portal's line (metres) a person has reached it.
+constexpr double at_line = 0.05;
+/// So near to a line that leads on, people look beyond it.
+constexpr double look_beyond = 0.3;
+/// Slower than this (metres per second) a person stands.
+constexpr double standing = 0.1;
+constexpr double running = 2.5;
+/// How many walkers one thread takes at a time.
+constexpr std::size_t grain = 256;
+
+void require_running(LiveRun const& run) {
+    if (run.stopped) refuse("The simulation was stopped and takes no more frames");
+}
+
+/// The nearest of the places a person may choose from; the first when no way leads to any.
+PlaceIndex choice_of(LiveRun& run, Newcomer const& newcomer, Spot const& spot) {
+    if (newcomer.choices == no_place) return newcomer.destination;
+    auto const& choices = run.newcomers.choices[newcomer.choices];
+    PlaceIndex best = choices.front();
+    double least = std::numeric_limits<double>::infinity();
+    for (auto const place : choices) {
+        auto const way = run.navigation.distance(spot.region, spot.place, destination_at(run, place));
+        if (way && *way < least) {
+            least = *way;
+            best = place;
+        }
+    }
+    return best;
+}
+
+void say_crowded(LiveRun& run, PlaceIndex origin) {
+    run.said_crowded.resize(run.places.size());
+    if (run.places[origin].is_portal() || run.said_crowded[origin]) return;
+    run.said_crowded[origin] = true;
+    run.issues.emplace_back(IssueCategory::WARNING, "No room at the start",
+                            run.places[origin].title + " has no room for all who start there at " +
+                                text_of(run.seconds()) + " s; the others come when there is.");
+}
+
+void let_in_from(LiveRun& run, PlaceIndex origin, Occupancy& occupancy) {
+    auto const& waiting = run.newcomers.by_origin[origin];
+    auto& next = run.next_newcomer[origin];
+    while (next < waiting.size() && waiting[next].due <= run.seconds()) {
+        Newcomer newcomer = waiting[next];
+        auto const spot = spot_for(run, newcomer, occupancy);
+        if (!spot) return say_crowded(run, origin);
+        occupancy.add(spot->region, spot->place, newcomer.radius);
+        newcomer.destination = choice_of(run, newcomer, *spot);
+        auto const agent = enter(run, newcomer, spot->region, spot->place);
+        Place const& place = run.places[origin];
+        if (place.is_portal()) {
+            ++run.entered_at[place.doorway];
+            run.changes->entered.emplace_back(place.id, run.persons[agent].face);
+        }
+        ++next;
+        --run.waiting_to_enter;
+    }
+}
+
+bool is_due(LiveRun const& run, PlaceIndex origin) {
+    auto const& waiting = run.newcomers.by_origin[origin];
+    auto const next = run.next_newcomer[origin];
+    return next < waiting.size() && waiting[next].due <= run.seconds();
+}
+
+/// Where to walk to get over a line that leads on.
+Point over(Point position, Point aim, Point across) {
+    return distance(position, aim) < look_beyond ? unit(aim - position + look_beyond * across) : unit(aim - position);
+}
+
+/// Looks up the way of one walker. Writes nothing but the walker.
+void choose_way(LiveRun const& run, Walker& walker) {
+    auto const& person = run.persons[walker.agent];
+    walker.direction = {};
+    walker.way = Walker::Way::STANDS;
+    if (person.controlled) return;
+    if (person.direction_override) {
+        walker.direction = *person.direction_override;
+        walker.way = Walker::Way::WALKS;
+        return;
+    }
+    if (walker.destination == navigation::none) return;
+    auto const step = run.navigation.next(walker.region, walker.position, walker.destination, walker.hint);
+    if (step.kind == RouteStep::Kind::ARRIVED) {
+        walker.way = Walker::Way::ARRIVED;
+        return;
+    }
+    if (step.kind == RouteStep::Kind::UNREACHABLE) {
+        walker.way = Walker::Way::LOST;
+        return;
+    }
+    if (walker.starts_at > run.seconds()) return;
+    walker.way = Walker::Way::WALKS;
+    Point const aim = nearest_point(step.target, walker.position);
+    if (step.kind == RouteStep::Kind::CONNECTION) {
+        Point const to_floor = run.plan.joints[step.connection].to_floor;
+        walker.direction = over(walker.position, aim, step.forward ? to_floor : -1 * to_floor);
+    } else if (step.kind == RouteStep::Kind::GOAL && run.places[person.goal].is_portal()) {
+        walker.direction = over(walker.position, aim, run.doorway_outward[run.places[person.goal].doorway]);
+    } else {
+        walker.direction = unit(aim - walker.position);
+    }
+}
+
+void say_lost(LiveRun& run, Walker const& walker) {
+    run.said_lost.resize(run.navigation.destination_count());
+    if (run.said_lost[walker.destination]) return;
+    run.said_lost[walker.destination] = true;
+    run.issues.emplace_back(IssueCategory::WARNING, "No way",
+                            "No way leads from " + run.plan.surfaces[walker.region].name + " to " +
+                                run.places[run.persons[walker.agent].goal].title + " at " + text_of(run.seconds()) +
+                                " s; those who go there wait.");
+}
+
+void choose_ways(LiveRun& run) {
+    run.workers.for_ranges(run.walkers.size(), grain, [&](std::size_t first, std::size_t last) {
+        for (auto i = first; i < last; ++i) choose_way(run, run.walkers[i]);
+    });
+    for (auto& walker : run.walkers) {
+        auto const& person = run.persons[walker.agent];
+        bool const walks = walker.way == Walker::Way::WALKS;
+        run.crowd.set_held(walker.body, !walks);
+        run.crowd.set_direction(walker.body, walker.direction);
+        if (walks) {
+            run.crowd.set_ground_factor(
+                walker.body, ground_factor(run.plan.inclines[walker.region], person.origin.speed, walker.direction));
+        }
+        if (walker.way == Walker::Way::LOST) say_lost(run, walker);
+    }
+}
+
+bool has_crossed(Segment line, Point from, Point to) {
+    bool const line_between = (orientation(line.from, line.to, from) > 0) != (orientation(line.from, line.to, to) > 0);
+    bool const way_between = (orientation(from, to, line.from) > 0) != (orientation(from, to, line.to) > 0);
+    return line_between && way_between;
+}
+
+/// Whether the walker is at the line of the portal that it goes to, or crossed it in this step.
+bool has_reached_portal(LiveRun const& run, Walker const& walker, Point before) {
+    auto const goal = run.persons[walker.agent].goal;
+    if (goal == no_place || !run.places[goal].is_portal()) return false;
+    auto const& line = run.plan.doorways[run.places[goal].doorway].line;
+    if (line.region != walker.region || walker.way != Walker::Way::WALKS) return false;
+    return distance(line.line, walker.position) < at_line || has_crossed(line.line, before, walker.position);
+}
+
+void note_region(LiveRun& run, Walker& walker) {
+    auto const region = run.crowd.region(walker.body);
+    if (region == walker.region) return;
+    auto& person = run.persons[walker.agent];
+    run.changes->exited.emplace_back(run.plan.surfaces[walker.region].id, person.face);
+    run.changes->entered.emplace_back(run.plan.surfaces[region].id, person.face);
+    if (walker.region >= run.plan.floor_count) person.previous_connection = walker.region;
+    walker.region = region;
+}
+
+/// Reads where everybody got to, and lets out who has arrived.
+void note_positions(LiveRun& run) {
+    bool has_left = false;
+    for (auto& walker : run.walkers) {
+        auto const& person = run.persons[walker.agent];
+        if (person.controlled && !person.adjustable) run.crowd.place(walker.body, walker.position, walker.region);
+        Point const before = walker.position;
+        double const length_factor = run.plan.inclines[walker.region].length_factor;
+        walker.position = run.crowd.position(walker.body);
+        walker.walked += length_factor * distance(before, walker.position);
+        note_region(run, walker);
+        if (walker.way != Walker::Way::ARRIVED && !has_reached_portal(run, walker, before)) continue;
+        auto const goal = person.goal;
+        take_out(run, Person::Fate::ARRIVED, walker, goal != no_place && run.places[goal].is_portal());
+        has_left = true;
+    }
+    if (has_left) forget_those_who_left(run);
+}
+
+double heading_of(Point direction) {
+    double const degrees = std::atan2(direction.x, -direction.z) * 180 / std::numbers::pi;
+    return degrees < 0 ? degrees + 360 : degrees;
+}
+
+void note_frame(LiveRun& run, Walker& walker) {
+    auto& person = run.persons[walker.agent];
+    person.velocity = run.frame_rate * (walker.position - walker.frame_start);
+    person.speed = person.shown_speed.value_or(walker.walked * run.frame_rate);
+    person.shown_speed.reset();
+    if (!person.controlled && person.speed > standing) person.heading = heading_of(person.velocity);
+    person.distance += walker.walked;
+    if (person.speed > standing) person.moving_time += run.frame_length();
+    auto const seen = person.speed > running    ? AgentMovement::RUN
+                      : person.speed > standing ? AgentMovement::WALK
+                                                : AgentMovement::STAND;
+    person.movement = person.next_movement.value_or(seen);
+    person.next_movement.reset();
+    walker.walked = 0;
+    walker.frame_start = walker.position;
+}
+
+AgentFrame frame_of(LiveRun const& run, Walker const& walker) {
+    auto const& person = run.persons[walker.agent];
+    AgentFrame state;
+    state.agent = walker.agent;
+    state.surface = static_cast<std::uint16_t>(walker.region);
+    state.movement = static_cast<std::uint8_t>(person.movement);
+    state.color = color_bytes(person.color);
+    state.x = static_cast<float>(walker.position.x);
+    state.y = static_cast<float>(height_at(run, walker.region, walker.position));
+    state.z = static_cast<float>(walker.position.z);
+    state.heading = static_cast<float>(person.heading);
+    state.speed = static_cast<float>(person.speed);
+    state.radius = static_cast<float>(run.crowd.radius(walker.body));
+    state.density = static_cast<float>(run.crowd.felt_density(walker.body));
+    state.animation_time = static_cast<float>(person.moving_time);
+    return state;
+}
+
+void end_frame(LiveRun& run) {
+    ++run.frame;
+    run.frame_states.clear();
+    for (auto& walker : run.walkers) {
+        note_frame(run, walker);
+        run.frame_states.push_back(frame_of(run, walker));
+    }
+    run.writer->write_frame(run.frame_states);
+    run.phase = Phase::BEGUN;
+}
+
+}  // namespace
+
+double ground_factor(Incline const& incline, double speed, Point direction) {
+    bool const upwards = dot(direction, incline.uphill) >= 0;
+    if (!incline.limit) return upwards ? incline.up_factor : incline.down_factor;
+    double const limit = upwards ? incline.limit->up : incline.limit->down;
+    return std::min(speed, limit) / speed / incline.length_factor;
+}
+
+std::uint32_t enter(LiveRun& run, Newcomer const& newcomer, navigation::RegionIndex region, Point position) {
+    auto const agent = static_cast<std::uint32_t>(run.persons.size());
+    Person person;
+    person.origin = newcomer;
+    person.goal = newcomer.destination;
+    person.color = newcomer.color;
+    person.first_frame = run.frame + 1;
+    person.last_frame = run.frame;
+    person.face = std::make_shared<Agent>(run.weak_from_this(), static_cast<int>(agent));
+
+    Walker walker;
+    walker.agent = agent;
+    walker.body =
+        run.crowd.add({position, region, newcomer.speed, newcomer.radius, 1.0, newcomer.side_bias, newcomer.key});
+    walker.region = region;
+    walker.position = position;
+    walker.frame_start = position;
+    walker.starts_at = std::max(newcomer.due, run.seconds()) + newcomer.wait;
+    if (person.goal != no_place) {
+        walker.destination = destination_at(run, person.goal);
+        open_exit(run, person.goal);
+    }
+    run.walker_of.push_back(static_cast<std::uint32_t>(run.walkers.size()));
+    run.walkers.push_back(walker);
+    run.changes->created.push_back(person.face);
+    run.changes->entered.emplace_back(run.plan.surfaces[region].id, person.face);
+    run.persons.push_back(std::move(person));
+    return agent;
+}
+
+std::vector<std::shared_ptr<Agent>> create_agents(LiveRun& run) {
+    require_running(run);
+    if (run.phase != Phase::BEGUN) return {};
+    run.phase = Phase::CREATED;
+    auto const before = run.persons.size();
+    std::vector<PlaceIndex> due;
+    for (PlaceIndex origin = 0; origin < run.newcomers.by_origin.size(); ++origin) {
+        if (is_due(run, origin)) due.push_back(origin);
+    }
+    if (!due.empty()) {
+        Occupancy occupancy(run);
+        for (auto const origin : due) let_in_from(run, origin, occupancy);
+    }
+    std::vector<std::shared_ptr<Agent>> created;
+    for (auto agent = before; agent < run.persons.size(); ++agent) created.push_back(run.persons[agent].face);
+    return created;
+}
+
+void choose_targets(LiveRun& run) {
+    require_running(run);
+    create_agents(run);
+    if (run.phase != Phase::CREATED) return;
+    choose_ways(run);
+    run.phase = Phase::CHOSEN;
+}
+
+std::shared_ptr<FrameChanges const> move_agents(LiveRun& run) {
+    choose_targets(run);
+    for (int substep = 0; substep < run.substeps; ++substep) {
+        if (substep > 0) choose_ways(run);
+        run.crowd.step(run.frame_length() / run.substeps);
+        note_positions(run);
+    }
+    end_frame(run);
+    return std::exchange(run.changes, std::make_shared<FrameChanges>());
+}
+
+}  // namespace pedflux::engine

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "engine/simulation/live_run.h"
+#include "engine/simulation/surroundings.h"
+
+#include <optional>
+#include <vector>
+
+namespace pedflux::engine {
+
+/// The way to the next waypoint of somebody who is on the way to a destination: a connection, or the goal itself.
+struct WayToNext {
+    double distance = 0;                                        ///< metres
+    Point direction;                                            ///< of length 1; (0, 0) at the waypoint
+    navigation::ConnectionIndex connection = navigation::none;  ///< its joint; none: the goal
+    Segment line;                                               ///< what is crossed or reached there
+};
+
+/// None when no way leads to the destination.
+std::optional<WayToNext> way_to_next(LiveRun const& run, Standpoint const& from,
+                                     navigation::DestinationIndex destination);
+
+/// The direction in which the way to a destination starts.
+std::optional<Point> direction_to(LiveRun const& run, Standpoint const& from, navigation::DestinationIndex destination);
+
+/// The nearest point of the region at most so far away from which a way leads to the destination.
+std::optional<Point> nearest_with_way(LiveRun const& run, navigation::RegionIndex region, Point point, double reach,
+                                      navigation::DestinationIndex destination);
+
+}  // namespace pedflux::engine
