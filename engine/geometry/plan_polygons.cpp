@@ -15,7 +15,8 @@ using ClipperLib::IntPoint;
 using ClipperLib::Path;
 using ClipperLib::Paths;
 
-constexpr double steps_per_metre = 1 / plan_resolution;
+/// The inverse of the resolution, exactly, so that 0.1 m stays 0.1 m.
+constexpr double steps_per_metre = 1e5;
 constexpr double reach = 5000;
 /// Slits up to twice this width are closed when triangles are united.
 constexpr double seam = 5e-4;

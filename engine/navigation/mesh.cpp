@@ -49,18 +49,6 @@ Mesh::Place Mesh::nearest(Point point) const {
     return best;
 }
 
-Mesh::Place Mesh::nearest_in(std::uint32_t triangle, Point point) const {
-    std::size_t outside = 3;
-    for (std::size_t i = 0; i < 3; ++i) {
-        Segment const side = edge(triangle, i);
-        if (orientation(side.from, side.to, point) >= 0) continue;
-        if (outside != 3 || triangles()[triangle].neighbour[i] != none) return {};
-        outside = i;
-    }
-    if (outside == 3) return {triangle, point};
-    return {triangle, nearest_point(edge(triangle, outside), point)};
-}
-
 std::vector<std::uint32_t> Mesh::touched(Place place) const {
     std::vector<std::uint32_t> found{place.triangle};
     for (std::size_t next = 0; next < found.size(); ++next)
@@ -85,7 +73,7 @@ Point Mesh::walk(Place from, Point to) const {
         for (std::size_t i = 0; i < 3; ++i) {
             Segment const side = edge(triangle, i);
             double const target = orientation(side.from, side.to, to);
-            if (target >= 0 || (came_from != none && triangles()[triangle].neighbour[i] == came_from)) continue;
+            if (target >= -touching || (came_from != none && triangles()[triangle].neighbour[i] == came_from)) continue;
             double const start = std::max(orientation(side.from, side.to, from.point), 0.0);
             double const fraction = start / (start - target);
             // At a corner, any way on is better than the boundary.

@@ -40,8 +40,6 @@ class Mesh {
     std::uint32_t triangle_at(Point point) const;
     /// The point of the area nearest to a point, and a triangle that has it up to rounding; `none` if there is no area.
     Place nearest(Point point) const;
-    /// As nearest(), when the point lies in this triangle or a little beyond its boundary; `none` otherwise.
-    Place nearest_in(std::uint32_t triangle, Point point) const;
     /// The triangles that a point touches, one of which is given.
     std::vector<std::uint32_t> touched(Place place) const;
     /// How far one gets from a place straight towards another point: that point, or the first one on the boundary.

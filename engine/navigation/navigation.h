@@ -24,12 +24,16 @@ namespace pedflux::engine::navigation {
 struct RouteHint {
     RegionIndex region = none;
     DestinationIndex destination = none;
-    /// Counts the destination's changes.
+    /// The version of the destination's routes.
     std::uint32_t version = 0;
     std::uint32_t triangle = none;
-    std::uint32_t site = none;
-    /// Bounds of the view from which the site is seen, and of the part of its line that is in sight.
+    /// What is aimed at, as the number of its view, and whether this is a goal.
     std::uint32_t view = none;
+    bool to_goal = false;
+    /// At a corner: which way the route bends, and whether all of the line to aim at is in sight.
+    bool bends_left = false;
+    bool spread_in_sight = false;
+    /// At a gate: the points of it that are in sight.
     std::uint32_t first_in_sight = none;
     std::uint32_t last_in_sight = none;
 };
@@ -62,6 +66,14 @@ struct Wall {
     Segment segment;
     /// The connection that it lies on, `none` for a wall proper. People pass while that is open from this side.
     ConnectionIndex connection = none;
+    /// The destination of the input whose line it lies on: a portal, through which people may leave.
+    DestinationIndex destination = none;
+};
+
+/// A point of a route.
+struct WayPoint {
+    RegionIndex region = none;
+    Point point;
 };
 
 /// Routes are found once per destination and shared by all who go there. Questions may be asked from several threads at
@@ -90,8 +102,9 @@ class Navigation {
     std::optional<double> distance(RegionIndex region, Point point, DestinationIndex destination) const;
     /// Whether someone at the point can get there.
     bool reachable(RegionIndex region, Point point, DestinationIndex destination) const;
-    /// The way points from the point to the destination, first to last, each with its region.
-    std::vector<RegionLine> path(RegionIndex region, Point point, DestinationIndex destination) const;
+    /// The shortest way, from the point to the destination, both included; empty when there is none. A connection gives
+    /// two way points, one in each region.
+    std::vector<WayPoint> path(RegionIndex region, Point point, DestinationIndex destination) const;
 
     /// Whether the point is in the region's walkable area.
     bool contains(RegionIndex region, Point point) const;

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "engine/navigation/sites.h"
+
+#include <string>
+#include <vector>
+
+namespace pedflux::engine::navigation {
+
+/// A region as routes use it. Sites are numbered within the region; `first_site` makes them numbers of the building.
+struct RegionMap {
+    std::string name;
+    double length_factor = 1;
+    /// The walkable area and the part of it that keeps the clearance. `reach`: with the edge moved out by the tolerance
+    /// of lines.
+    Polygons walkable;
+    Polygons walkable_reach;
+    Polygons clear;
+    Polygons clear_reach;
+    Mesh walkable_mesh;
+    Mesh clear_mesh;
+    std::vector<Gate> gates;
+    Sites sites;
+    std::uint32_t first_site = 0;
+};
+
+/// All regions and how they join. Only the connections' passages ever change.
+struct Building {
+    std::vector<RegionMap> regions;
+    std::vector<Connection> connections;
+    /// Per site of the building, its region and, for a point of a gate, the same point in the other region.
+    std::vector<RegionIndex> region_of;
+    std::vector<std::uint32_t> opposite;
+};
+
+/// Throws Exception naming what cannot be walked. Destinations only say where the edge of a region is no wall.
+Building building_of(NavigationInput const& input);
+
+/// Throws Exception when the destination lies nowhere in its regions.
+void check_destination(Building const& building, Destination const& destination);
+
+inline Site const& site_of(Building const& building, std::uint32_t site) {
+    RegionMap const& region = building.regions[building.region_of[site]];
+    return region.sites.sites[site - region.first_site];
+}
+
+inline Gate const& gate_of(Building const& building, std::uint32_t site) {
+    return building.regions[building.region_of[site]].gates[site_of(building, site).gate];
+}
+
+inline bool is_open(Gate const& gate, Passage const& passage) {
+    return gate.forward ? passage.open_forward : passage.open_backward;
+}
+
+}  // namespace pedflux::engine::navigation

@@ -1,0 +1,154 @@
+#include "engine/navigation/navigation.h"
+
+#include "engine/navigation/query.h"
+#include "engine/navigation/walls.h"
+
+#include <pedflux/exception.h>
+
+#include <cmath>
+
+namespace pedflux::engine::navigation {
+
+struct Navigation::State {
+    Building building;
+    std::vector<Routes> routes;
+    std::vector<std::vector<Wall>> walls;
+};
+
+namespace {
+
+template <class Things>
+auto& named_by(std::uint32_t index, char const* kind, Things& things) {
+    if (index < things.size()) return things[index];
+    throw Exception(std::string("there is no ") + kind + " " + std::to_string(index) + "; there are " +
+                    std::to_string(things.size()));
+}
+
+Point finite(Point point) {
+    if (is_finite(point)) return point;
+    throw Exception("a route was asked for from a point that is not a finite number");
+}
+
+std::vector<std::vector<Wall>> walls_of(Building const& building, NavigationInput const& input) {
+    std::vector<std::vector<Opening>> openings(building.regions.size());
+    for (ConnectionIndex i = 0; i < input.connections.size(); ++i)
+        for (RegionLine const& line : {input.connections[i].from, input.connections[i].to})
+            openings[line.region].push_back({line.line, i, none});
+    for (DestinationIndex i = 0; i < input.destinations.size(); ++i)
+        for (RegionLine const& line : input.destinations[i].lines)
+            openings[line.region].push_back({line.line, none, i});
+    std::vector<std::vector<Wall>> walls;
+    for (std::size_t r = 0; r < building.regions.size(); ++r)
+        walls.push_back(walls_of(building.regions[r].walkable, openings[r]));
+    return walls;
+}
+
+/// Where someone comes out of a gate who entered it at a point of its line.
+Point across(Building const& building, std::uint32_t gate_point, Point point) {
+    std::vector<Point> const& here = gate_of(building, gate_point).points;
+    std::uint32_t const other = building.opposite[gate_point];
+    std::vector<Point> const& there = gate_of(building, other).points;
+    return at({there.front(), there.back()}, nearest_fraction({here.front(), here.back()}, point));
+}
+
+}  // namespace
+
+Navigation::Navigation(NavigationInput const& input) : state_(std::make_unique<State>()) {
+    state_->building = building_of(input);
+    state_->walls = walls_of(state_->building, input);
+    for (Destination const& destination : input.destinations) add_destination(destination);
+}
+
+Navigation::Navigation(Navigation&&) noexcept = default;
+Navigation& Navigation::operator=(Navigation&&) noexcept = default;
+Navigation::~Navigation() = default;
+
+DestinationIndex Navigation::add_destination(Destination const& destination) {
+    state_->routes.push_back(routes_to(state_->building, destination));
+    return static_cast<DestinationIndex>(state_->routes.size() - 1);
+}
+
+void Navigation::set_passage(ConnectionIndex connection, Passage const& passage) {
+    Connection& changed = named_by(connection, "connection", state_->building.connections);
+    if (!(passage.cost >= 0) || !std::isfinite(passage.cost))
+        throw Exception("the passage of connection " + std::to_string(connection) + " costs " +
+                        std::to_string(passage.cost) + " m; it must be 0 or more");
+    changed.passage = passage;
+    for (Routes& routes : state_->routes) follow_change(routes, state_->building, connection);
+}
+
+Passage const& Navigation::passage(ConnectionIndex connection) const {
+    return named_by(connection, "connection", state_->building.connections).passage;
+}
+
+std::size_t Navigation::region_count() const { return state_->building.regions.size(); }
+std::size_t Navigation::destination_count() const { return state_->routes.size(); }
+
+RouteStep Navigation::next(RegionIndex region, Point point, DestinationIndex destination, RouteHint& hint) const {
+    RegionMap const& map = named_by(region, "region", state_->building.regions);
+    Routes const& routes = named_by(destination, "destination", state_->routes);
+    if (hint.region != region || hint.destination != destination || hint.version != routes.version)
+        hint = {.region = region, .destination = destination, .version = routes.version};
+    return next_step(map, routes, routes.goals[region], finite(point), hint);
+}
+
+std::optional<double> Navigation::distance(RegionIndex region, Point point, DestinationIndex destination) const {
+    RouteHint hint;
+    RouteStep const step = next(region, point, destination, hint);
+    if (step.kind == RouteStep::Kind::UNREACHABLE) return std::nullopt;
+    return step.distance;
+}
+
+bool Navigation::reachable(RegionIndex region, Point point, DestinationIndex destination) const {
+    return distance(region, point, destination).has_value();
+}
+
+std::vector<WayPoint> Navigation::path(RegionIndex region, Point point, DestinationIndex destination) const {
+    RouteHint hint;
+    RouteStep const step = next(region, point, destination, hint);
+    if (step.kind == RouteStep::Kind::UNREACHABLE) return {};
+    std::vector<WayPoint> way{{region, point}};
+    if (!(step.aim == point)) way.push_back({region, step.aim});
+    if (step.kind == RouteStep::Kind::ARRIVED || step.kind == RouteStep::Kind::GOAL) return way;
+
+    Building const& building = state_->building;
+    Routes const& routes = state_->routes[destination];
+    std::uint32_t site =
+        building.regions[region].first_site + building.regions[region].sites.views.things[hint.view].site;
+    for (bool after = false; site != none && way.size() <= 2 * building.region_of.size();) {
+        bool const through_gate = !after && building.opposite[site] != none;
+        Onward const& onward = (after ? routes.onward_after : routes.onward)[site];
+        RegionIndex const region_there = building.region_of[through_gate ? onward.site : site];
+        Point const there = through_gate ? across(building, site, way.back().point) : onward.point;
+        if (!(there == way.back().point) || region_there != way.back().region) way.push_back({region_there, there});
+        site = onward.site;
+        after = through_gate;
+    }
+    return way;
+}
+
+bool Navigation::contains(RegionIndex region, Point point) const {
+    return named_by(region, "region", state_->building.regions).walkable_mesh.triangle_at(finite(point)) != none;
+}
+
+Point Navigation::nearest_walkable(RegionIndex region, Point point) const {
+    return named_by(region, "region", state_->building.regions).walkable_mesh.nearest(finite(point)).point;
+}
+
+Point Navigation::nearest_clear(RegionIndex region, Point point) const {
+    Mesh::Place const place = named_by(region, "region", state_->building.regions).clear_mesh.nearest(finite(point));
+    return place.triangle == none ? point : place.point;
+}
+
+bool Navigation::in_sight(RegionIndex region, Point from, Point to) const {
+    Mesh const& mesh = named_by(region, "region", state_->building.regions).clear_mesh;
+    Mesh::Place const place = mesh.nearest(finite(from));
+    return place.triangle != none && pedflux::engine::distance(place.point, from) <= touching &&
+           mesh.walk(place, finite(to)) == to;
+}
+
+std::vector<Wall> const& Navigation::walls(RegionIndex region) const {
+    return named_by(region, "region", state_->walls);
+}
+
+}  // namespace pedflux::engine::navigation

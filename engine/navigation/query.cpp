@@ -1,0 +1,239 @@
+#include "engine/navigation/query.h"
+
+#include "engine/navigation/gate_distance.h"
+
+#include <optional>
+
+namespace pedflux::engine::navigation {
+
+namespace {
+
+/// Ways that differ less (metres) are equally long; the one whose next point is further along is taken then.
+constexpr double equally_long = 1e-7;
+
+/// One question. Points are in the clear area; `place` has the nearest one to where the question was asked.
+class Question {
+  public:
+    Question(RegionMap const& region, Routes const& routes, RegionGoals const& goals, Mesh::Place place)
+        : region_(region), routes_(routes), goals_(goals), place_(place) {}
+
+    /// The answer that the hint still gives.
+    std::optional<RouteStep> held(RouteHint const& hint) const;
+    /// The best of all that is in sight, and the hint to it.
+    RouteStep fresh(RouteHint& hint) const;
+
+  private:
+    struct Best {
+        double distance = unreachable;
+        double rest = unreachable;
+        std::uint32_t view = none;
+        bool to_goal = false;
+
+        void offer(Best const& other) {
+            if (other.distance < distance - equally_long ||
+                (other.distance < distance + equally_long && other.rest < rest - equally_long))
+                *this = other;
+        }
+    };
+
+    Site const& site(std::uint32_t number) const { return region_.sites.sites[number]; }
+    double rest(std::uint32_t number) const { return routes_.rest[region_.first_site + number]; }
+    double walk_to(Point point) const { return region_.length_factor * distance(place_.point, point); }
+
+    bool in_view(SiteView const& view) const {
+        if (view.right == none) return true;
+        auto const& vertices = region_.clear_mesh.vertices();
+        return sees(FromPoint{site(view.site).point}, vertices[view.right], vertices[view.left], place_.point,
+                    touching);
+    }
+    bool bends_left(std::uint32_t corner) const {
+        Point const walls = site(corner).right_wall + site(corner).left_wall;
+        return cross(site(corner).point - place_.point, walls) > 0;
+    }
+
+    Best best_goal() const;
+    Best best_site() const;
+    void note_gate_in_sight(RouteHint& hint) const;
+
+    RouteStep to_goal(std::uint32_t view) const;
+    RouteStep to_corner(std::uint32_t corner, bool spread_in_sight) const;
+    RouteStep to_gate(std::uint32_t point, RouteHint const& hint) const;
+
+    RegionMap const& region_;
+    Routes const& routes_;
+    RegionGoals const& goals_;
+    Mesh::Place place_;
+};
+
+RouteStep Question::to_goal(std::uint32_t view) const {
+    RouteStep step;
+    Segment const line = goals_.sources[goals_.views.things[view].source].line;
+    step.aim = nearest_point(line, place_.point);
+    step.target = line;
+    step.distance = walk_to(step.aim);
+    step.kind = step.distance <= touching ? RouteStep::Kind::ARRIVED : RouteStep::Kind::GOAL;
+    return step;
+}
+
+RouteStep Question::to_corner(std::uint32_t corner, bool spread_in_sight) const {
+    RouteStep step;
+    step.kind = RouteStep::Kind::CORNER;
+    step.aim = site(corner).point;
+    step.target = {step.aim, spread_in_sight ? site(corner).spread_end : step.aim};
+    step.distance = walk_to(step.aim) + rest(corner);
+    if (distance(place_.point, step.aim) <= touching) {
+        step.aim = routes_.onward[region_.first_site + corner].point;
+        step.target = {step.aim, step.aim};
+    }
+    return step;
+}
+
+RouteStep Question::to_gate(std::uint32_t point, RouteHint const& hint) const {
+    RouteStep step;
+    step.kind = RouteStep::Kind::CONNECTION;
+    step.aim = site(point).point;
+    step.distance = walk_to(step.aim) + rest(point);
+    std::uint32_t const first = std::max(point, hint.first_in_sight + 1) - 1;
+    for (std::uint32_t i = first; i < std::min(point + 1, hint.last_in_sight); ++i) {
+        if (rest(i) == unreachable || rest(i + 1) == unreachable) continue;
+        WayThrough const way =
+            way_through(place_.point, {site(i).point, site(i + 1).point}, rest(i), rest(i + 1), region_.length_factor);
+        if (way.distance >= step.distance) continue;
+        step.distance = way.distance;
+        step.aim = way.point;
+    }
+    step.target = {site(hint.first_in_sight).point, site(hint.last_in_sight).point};
+    Gate const& gate = region_.gates[site(point).gate];
+    step.connection = gate.connection;
+    step.forward = gate.forward;
+    return step;
+}
+
+std::optional<RouteStep> Question::held(RouteHint const& hint) const {
+    if (hint.to_goal) {
+        GoalView const& view = goals_.views.things[hint.view];
+        if (!sees_goal(goals_.sources[view.source], view, place_.point)) return std::nullopt;
+        return to_goal(hint.view);
+    }
+    SiteView const& view = region_.sites.views.things[hint.view];
+    if (!in_view(view)) return std::nullopt;
+    Site const& aimed = site(view.site);
+    if (aimed.is_corner()) {
+        // Once the way on from the corner is in sight, the corner is no longer on the shortest way.
+        double const bend =
+            orientation(place_.point, aimed.point, routes_.onward[region_.first_site + view.site].point);
+        if (hint.bends_left ? bend < -touching : bend > touching) return std::nullopt;
+        if (distance(place_.point, aimed.point) <= touching) return std::nullopt;
+        return to_corner(view.site, hint.spread_in_sight);
+    }
+    RouteStep const step = to_gate(view.site, hint);
+    bool const slid_off = (view.site > hint.first_in_sight && step.aim == site(view.site - 1).point) ||
+                          (view.site < hint.last_in_sight && step.aim == site(view.site + 1).point);
+    if (slid_off) return std::nullopt;
+    return step;
+}
+
+Question::Best Question::best_goal() const {
+    Best best;
+    if (goals_.sources.empty()) return best;
+    std::uint32_t const begin = goals_.views.begin[place_.triangle];
+    std::uint32_t const end = goals_.views.begin[place_.triangle + 1];
+    for (std::uint32_t i = begin; i < end; ++i) {
+        GoalView const& view = goals_.views.things[i];
+        GoalSource const& source = goals_.sources[view.source];
+        double const walked = walk_to(nearest_point(source.line, place_.point));
+        if (walked < best.distance && sees_goal(source, view, place_.point)) best.offer({walked, 0, i, true});
+    }
+    return best;
+}
+
+Question::Best Question::best_site() const {
+    Best best;
+    std::uint32_t last_gate_point = none;
+    std::uint32_t const begin = region_.sites.views.begin[place_.triangle];
+    std::uint32_t const end = region_.sites.views.begin[place_.triangle + 1];
+    for (std::uint32_t i = begin; i < end; ++i) {
+        SiteView const& view = region_.sites.views.things[i];
+        double const on = rest(view.site);
+        if (on == unreachable) continue;
+        double const whole = walk_to(site(view.site).point) + on;
+        if (site(view.site).is_corner()) {
+            if (whole < best.distance + equally_long && in_view(view)) best.offer({whole, on, i, false});
+            continue;
+        }
+        if (view.site == last_gate_point || !in_view(view)) continue;
+        best.offer({whole, on, i, false});
+        if (last_gate_point != none && last_gate_point + 1 == view.site &&
+            site(last_gate_point).gate == site(view.site).gate) {
+            WayThrough const way = way_through(place_.point, {site(last_gate_point).point, site(view.site).point},
+                                               rest(last_gate_point), on, region_.length_factor);
+            best.offer({way.distance, on, i, false});
+        }
+        last_gate_point = view.site;
+    }
+    return best;
+}
+
+/// Extends the hint to the run of points of its gate that are in sight.
+void Question::note_gate_in_sight(RouteHint& hint) const {
+    std::uint32_t const aimed = region_.sites.views.things[hint.view].site;
+    hint.first_in_sight = hint.last_in_sight = aimed;
+    auto const views = region_.sites.views[place_.triangle];
+    auto const seen = [&](std::uint32_t point) {
+        auto view =
+            std::lower_bound(views.begin(), views.end(), point,
+                             [](SiteView const& candidate, std::uint32_t number) { return candidate.site < number; });
+        for (; view != views.end() && view->site == point; ++view)
+            if (in_view(*view)) return true;
+        return false;
+    };
+    auto const& gate_begin = region_.sites.gate_begin;
+    std::uint32_t const gate = site(aimed).gate;
+    while (hint.first_in_sight > gate_begin[gate] && seen(hint.first_in_sight - 1)) --hint.first_in_sight;
+    while (hint.last_in_sight + 1 < gate_begin[gate + 1] && seen(hint.last_in_sight + 1)) ++hint.last_in_sight;
+}
+
+RouteStep Question::fresh(RouteHint& hint) const {
+    Best best = best_goal();
+    best.offer(best_site());
+    hint.triangle = best.view == none ? none : place_.triangle;
+    hint.view = best.view;
+    hint.to_goal = best.to_goal;
+    if (best.view == none) return {};
+    if (best.to_goal) return to_goal(best.view);
+    std::uint32_t const aimed = region_.sites.views.things[best.view].site;
+    if (!site(aimed).is_corner()) {
+        note_gate_in_sight(hint);
+        return to_gate(aimed, hint);
+    }
+    hint.bends_left = bends_left(aimed);
+    Point const spread_end = site(aimed).spread_end;
+    hint.spread_in_sight = region_.clear_mesh.walk(place_, spread_end) == spread_end;
+    return to_corner(aimed, hint.spread_in_sight);
+}
+
+}  // namespace
+
+RouteStep next_step(RegionMap const& region, Routes const& routes, RegionGoals const& goals, Point point,
+                    RouteHint& hint) {
+    if (!goals.areas.empty() && contains(goals.areas, point)) {
+        RouteStep step;
+        step.kind = RouteStep::Kind::ARRIVED;
+        step.aim = point;
+        step.target = {point, point};
+        return step;
+    }
+    Mesh const& mesh = region.clear_mesh;
+    bool const stayed = hint.triangle != none && mesh.has(hint.triangle, point);
+    Mesh::Place const place = stayed ? Mesh::Place{hint.triangle, point} : mesh.nearest(point);
+    if (place.triangle == none) return {};
+    double const aside = region.length_factor * distance(place.point, point);
+    Question const question(region, routes, goals, place);
+    std::optional<RouteStep> step;
+    if (place.triangle == hint.triangle) step = question.held(hint);
+    if (!step) step = question.fresh(hint);
+    step->distance += aside;
+    return *step;
+}
+
+}  // namespace pedflux::engine::navigation

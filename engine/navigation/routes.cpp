@@ -1,0 +1,174 @@
+#include "engine/navigation/routes.h"
+
+#include "engine/navigation/gate_distance.h"
+
+#include <algorithm>
+#include <queue>
+#include <tuple>
+
+namespace pedflux::engine::navigation {
+
+namespace {
+
+/// Ways that differ less (metres) are equally long.
+constexpr double no_shorter = 1e-9;
+
+/// A site whose distance has become known. Gate points are reached twice: by those who came out of the gate, and, on
+/// the gate's other side, by those who are about to enter it.
+struct Reached {
+    double distance = 0;
+    std::uint32_t site = none;
+    bool after = false;
+
+    bool operator>(Reached const& other) const {
+        return std::tie(distance, site, after) > std::tie(other.distance, other.site, other.after);
+    }
+};
+
+class Search {
+  public:
+    Search(Building const& building, Routes& routes) : building_(building), routes_(routes) {}
+
+    void start_from_goals() {
+        for (std::size_t r = 0; r < building_.regions.size(); ++r)
+            for (GoalSight const& sight : routes_.goals[r].sights)
+                reach(building_.regions[r].first_site + sight.site, sight.distance, {sight.goal, none});
+    }
+
+    /// Those at the site can enter its gate and are then as far as the other side says.
+    void enter_gate(std::uint32_t site) {
+        std::uint32_t const other = building_.opposite[site];
+        Gate const& gate = gate_of(building_, site);
+        Passage const& passage = building_.connections[gate.connection].passage;
+        if (!is_open(gate, passage)) return;
+        double const distance = routes_.rest_after[other] + passage.cost;
+        if (distance >= routes_.rest[site] - no_shorter) return;
+        routes_.rest[site] = distance;
+        routes_.onward[site] = {site_of(building_, other).point, other};
+        reached_.push({distance, site, false});
+    }
+
+    void run() {
+        while (!reached_.empty()) {
+            Reached const next = reached_.top();
+            reached_.pop();
+            if (next.distance > (next.after ? routes_.rest_after : routes_.rest)[next.site]) continue;
+            if (next.after)
+                enter_gate(building_.opposite[next.site]);
+            else
+                spread(next.site);
+        }
+    }
+
+  private:
+    void reach(std::uint32_t site, double distance, Onward onward) {
+        bool const after = !site_of(building_, site).is_corner();
+        double& known = (after ? routes_.rest_after : routes_.rest)[site];
+        if (distance >= known - no_shorter) return;
+        known = distance;
+        (after ? routes_.onward_after : routes_.onward)[site] = onward;
+        reached_.push({distance, site, after});
+    }
+
+    void spread(std::uint32_t site) {
+        RegionMap const& region = building_.regions[building_.region_of[site]];
+        std::uint32_t const local = site - region.first_site;
+        Site const& from = region.sites.sites[local];
+        for (SiteLink const& link : region.sites.links[local])
+            reach(region.first_site + link.site, routes_.rest[site] + region.length_factor * link.length,
+                  {from.point, site});
+        if (from.is_corner()) return;
+        if (local > region.sites.gate_begin[from.gate]) spread_between(region, local - 1, local);
+        if (local + 1 < region.sites.gate_begin[from.gate + 1]) spread_between(region, local, local + 1);
+    }
+
+    /// Through the gate between two of its points, to all who see both.
+    void spread_between(RegionMap const& region, std::uint32_t first, std::uint32_t second) {
+        double const first_rest = routes_.rest[region.first_site + first];
+        double const second_rest = routes_.rest[region.first_site + second];
+        if (first_rest == unreachable || second_rest == unreachable) return;
+        Segment const piece{region.sites.sites[first].point, region.sites.sites[second].point};
+        auto const left = region.sites.links[first];
+        auto const right = region.sites.links[second];
+        for (auto a = left.begin(), b = right.begin(); a != left.end() && b != right.end();) {
+            if (a->site != b->site) {
+                ++(a->site < b->site ? a : b);
+                continue;
+            }
+            WayThrough const way =
+                way_through(region.sites.sites[a->site].point, piece, first_rest, second_rest, region.length_factor);
+            bool const nearer_second = distance(way.point, piece.to) < distance(way.point, piece.from);
+            reach(region.first_site + a->site, way.distance,
+                  {way.point, region.first_site + (nearer_second ? second : first)});
+            ++a;
+            ++b;
+        }
+    }
+
+    Building const& building_;
+    Routes& routes_;
+    std::priority_queue<Reached, std::vector<Reached>, std::greater<>> reached_;
+};
+
+void find_all(Routes& routes, Building const& building) {
+    std::size_t const count = building.region_of.size();
+    routes.rest.assign(count, unreachable);
+    routes.onward.assign(count, {});
+    routes.rest_after.assign(count, unreachable);
+    routes.onward_after.assign(count, {});
+    Search search(building, routes);
+    search.start_from_goals();
+    search.run();
+}
+
+/// Whether the way from another site leads through this gate point.
+bool is_used(Routes const& routes, std::uint32_t gate_point) {
+    auto const leads_there = [gate_point](Onward const& onward) { return onward.site == gate_point; };
+    return std::any_of(routes.onward.begin(), routes.onward.end(), leads_there) ||
+           std::any_of(routes.onward_after.begin(), routes.onward_after.end(), leads_there);
+}
+
+}  // namespace
+
+Routes routes_to(Building const& building, Destination const& destination) {
+    check_destination(building, destination);
+    Routes routes;
+    for (RegionIndex r = 0; r < building.regions.size(); ++r) {
+        std::vector<Segment> lines;
+        for (RegionLine const& line : destination.lines)
+            if (line.region == r) lines.push_back(line.line);
+        Polygons areas;
+        for (RegionArea const& area : destination.areas)
+            if (area.region == r) areas.push_back(area.area);
+        routes.goals.push_back(goals_in(building.regions[r], lines, areas));
+    }
+    find_all(routes, building);
+    return routes;
+}
+
+void follow_change(Routes& routes, Building const& building, ConnectionIndex connection) {
+    bool longer = false;
+    std::vector<std::uint32_t> changed;
+    for (std::uint32_t site = 0; site < building.opposite.size(); ++site) {
+        if (building.opposite[site] == none) continue;
+        Gate const& gate = gate_of(building, site);
+        if (gate.connection != connection) continue;
+        Passage const& passage = building.connections[connection].passage;
+        double const rest =
+            is_open(gate, passage) ? routes.rest_after[building.opposite[site]] + passage.cost : unreachable;
+        if (rest == routes.rest[site]) continue;
+        changed.push_back(site);
+        longer = longer || (rest > routes.rest[site] && is_used(routes, site));
+    }
+    if (changed.empty()) return;
+    ++routes.version;
+    if (longer) return find_all(routes, building);
+    Search search(building, routes);
+    for (std::uint32_t const site : changed) {
+        routes.rest[site] = unreachable;
+        search.enter_gate(site);
+    }
+    search.run();
+}
+
+}  // namespace pedflux::engine::navigation
