@@ -23,6 +23,14 @@
         }                                                                                         \
     };                                                                                            \
     template struct Export_##short_name<__VA_ARGS__::Signature>;                                  \
-    static_assert(&PEDFLUX_SYMBOL(short_name) != nullptr);
+    static_assert(pedflux::jni::exported<&PEDFLUX_SYMBOL(short_name)>);
 
 #define PEDFLUX_SYMBOL(short_name) Java_com_kelvar_pedflux_pedfluxJNI_##short_name
+
+namespace pedflux::jni {
+
+/// Names a symbol where nothing is evaluated.
+template <auto symbol>
+inline constexpr bool exported = true;
+
+}  // namespace pedflux::jni

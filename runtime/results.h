@@ -160,7 +160,9 @@ struct Result<T> {
     using Jni = jlong;
     template <class Produce>
     static jlong from(JNIEnv*, Produce&& produce) {
-        return adopt(new (std::nothrow) T(produce()));
+        T* const object = new (std::nothrow) T(produce());
+        if (!object) produce();  // the operation takes place also when there is no room for what it returns
+        return adopt(object);
     }
 };
 
