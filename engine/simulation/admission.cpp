@@ -56,7 +56,9 @@ std::optional<Spot> spot_at_portal(LiveRun const& run, std::uint32_t doorway_num
     Segment const line = doorway.line.line;
     auto const number = run.entered_at[doorway_number];
     for (double const fraction : fractions_to_try(doorway.placement, length(line), number, random)) {
-        Point const place = run.navigation.nearest_clear(doorway.line.region, at(line, fraction));
+        // Just inside, as the line itself may be a closed wall.
+        Point const inside = at(line, fraction) - newcomer.radius * run.doorway_outward[doorway_number];
+        Point const place = run.navigation.nearest_clear(doorway.line.region, inside);
         if (occupancy.is_free(doorway.line.region, place, newcomer.radius)) return Spot{doorway.line.region, place};
     }
     return std::nullopt;
