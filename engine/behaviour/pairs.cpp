@@ -4,12 +4,14 @@ namespace pedflux::engine {
 
 std::vector<DurationValuePair> pairs_of(std::vector<Period> const& periods) {
     std::vector<DurationValuePair> pairs;
+    pairs.reserve(periods.size());
     for (auto const& period : periods) pairs.emplace_back(period.duration, period.value);
     return pairs;
 }
 
 std::vector<Period> periods_of(std::vector<DurationValuePair> const& pairs) {
     std::vector<Period> periods;
+    periods.reserve(pairs.size());
     for (auto const& pair : pairs) periods.push_back({pair.GetDurationInSeconds(), pair.GetValue()});
     return periods;
 }

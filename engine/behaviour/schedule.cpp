@@ -80,7 +80,8 @@ std::vector<Cell> spread(std::vector<Cell> const& cells, int persons) {
 }
 
 std::vector<double> times_of(InstantArrival const& /*arrival*/, int persons, Random& /*random*/) {
-    return std::vector<double>(static_cast<std::size_t>(persons), 0.0);
+    std::vector<double> times(static_cast<std::size_t>(persons), 0.0);
+    return times;
 }
 
 void append_evenly(std::vector<double>& times, double start, double duration, int persons) {
