@@ -62,8 +62,7 @@ Points walkable_vertices_of(MeshGeometry& mesh) {
 /// Each point once, however many faces share it, so that the cut of a surface into faces does not matter.
 Points distinct(Points points) {
     std::ranges::sort(points, [](Vector a, Vector b) { return std::tie(a.x, a.y, a.z) < std::tie(b.x, b.y, b.z); });
-    auto const repeated = std::ranges::unique(points);
-    points.erase(repeated.begin(), repeated.end());
+    points.erase(std::unique(points.begin(), points.end()), points.end());
     return points;
 }
 

@@ -90,7 +90,7 @@ TEST(Lookups, FindByIdByNameAndByClass) {
                                                     {"connections", project->GetConnectionObjects().size()},
                                                     {"floors", project->GetFloors().size()},
                                                     {"queries", project->GetMaxDensityMapQueries().size()}};
-    EXPECT_EQ(counts, (std::map<std::string, std::size_t>{{"objects", 22 + 1},
+    EXPECT_EQ(counts, (std::map<std::string, std::size_t>{{"objects", 23},
                                                           {"scene", 7},
                                                           {"network", 6},
                                                           {"walkable", 5},
