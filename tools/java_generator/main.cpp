@@ -44,9 +44,11 @@ std::string surface_table(Surface const& surface) {
         if (exported.has_object() || takes_handle) arguments.push_back(exported.class_name);
         for (auto const& parameter : exported.parameters) arguments.push_back(manifest::native_spelling(parameter));
         auto const* const declared = surface.headers.find(exported);
+        manifest::Export introduced = exported;
+        introduced.owner = surface.headers.introducing_class(exported);
         table +=
             fill("$1\t$2\t$3\t$4\n", {exported.name, joined(arguments, ","), manifest::native_spelling(exported.result),
-                                      manifest::operation_spelling(exported, declared && declared->is_virtual)});
+                                      manifest::operation_spelling(introduced, declared && declared->is_virtual)});
     }
     return table;
 }
