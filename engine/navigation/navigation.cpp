@@ -17,16 +17,24 @@ struct Navigation::State {
 
 namespace {
 
+[[noreturn]] void refuse_index(std::uint32_t index, char const* kind, std::size_t count) {
+    throw Exception(std::string("there is no ") + kind + " " + std::to_string(index) + "; there are " +
+                    std::to_string(count));
+}
+
+[[noreturn]] void refuse_point(Point point) {
+    throw Exception("a route was asked for at " + text_of(point) + "; both coordinates must be finite");
+}
+
 template <class Things>
 auto& named_by(std::uint32_t index, char const* kind, Things& things) {
-    if (index < things.size()) return things[index];
-    throw Exception(std::string("there is no ") + kind + " " + std::to_string(index) + "; there are " +
-                    std::to_string(things.size()));
+    if (index >= things.size()) refuse_index(index, kind, things.size());
+    return things[index];
 }
 
 Point finite(Point point) {
-    if (is_finite(point)) return point;
-    throw Exception("a route was asked for from a point that is not a finite number");
+    if (!is_finite(point)) refuse_point(point);
+    return point;
 }
 
 std::vector<std::vector<Wall>> walls_of(Building const& building, NavigationInput const& input) {
@@ -87,9 +95,13 @@ std::size_t Navigation::destination_count() const { return state_->routes.size()
 RouteStep Navigation::next(RegionIndex region, Point point, DestinationIndex destination, RouteHint& hint) const {
     RegionMap const& map = named_by(region, "region", state_->building.regions);
     Routes const& routes = named_by(destination, "destination", state_->routes);
-    if (hint.region != region || hint.destination != destination || hint.version != routes.version)
-        hint = {.region = region, .destination = destination, .version = routes.version};
-    return next_step(map, routes, routes.goals[region], finite(point), hint);
+    if (hint.region != region || hint.destination != destination || hint.version != routes.version) {
+        hint = {};
+        hint.region = region;
+        hint.destination = destination;
+        hint.version = routes.version;
+    }
+    return next_step(map, routes, finite(point), hint);
 }
 
 std::optional<double> Navigation::distance(RegionIndex region, Point point, DestinationIndex destination) const {
@@ -113,11 +125,10 @@ std::vector<WayPoint> Navigation::path(RegionIndex region, Point point, Destinat
 
     Building const& building = state_->building;
     Routes const& routes = state_->routes[destination];
-    std::uint32_t site =
-        building.regions[region].first_site + building.regions[region].sites.views.things[hint.view].site;
+    std::uint32_t site = building.regions[region].first_site + hint.aimed;
     for (bool after = false; site != none && way.size() <= 2 * building.region_of.size();) {
         bool const through_gate = !after && building.opposite[site] != none;
-        Onward const& onward = (after ? routes.onward_after : routes.onward)[site];
+        Onward const& onward = (after ? routes.ways.onward_after : routes.ways.onward)[site];
         RegionIndex const region_there = building.region_of[through_gate ? onward.site : site];
         Point const there = through_gate ? across(building, site, way.back().point) : onward.point;
         if (!(there == way.back().point) || region_there != way.back().region) way.push_back({region_there, there});

@@ -20,22 +20,28 @@
 /// belongs to the agent and makes the next question cheap. Everything here is explained in docs/navigation.md.
 namespace pedflux::engine::navigation {
 
-/// What next() remembers of its last answer. A fresh one is always right.
+/// What next() remembers of its last answer, so that it need not look at the destination's routes again: 64 bytes. A
+/// fresh one is always right.
 struct RouteHint {
     RegionIndex region = none;
     DestinationIndex destination = none;
     /// The version of the destination's routes.
     std::uint32_t version = 0;
     std::uint32_t triangle = none;
-    /// What is aimed at, as the number of its view, and whether this is a goal.
-    std::uint32_t view = none;
-    bool to_goal = false;
-    /// At a corner: which way the route bends, and whether all of the line to aim at is in sight.
-    bool bends_left = false;
-    bool spread_in_sight = false;
-    /// At a gate: the points of it that are in sight.
+    /// What is aimed at: a site, or a view of the goal.
+    std::uint32_t aimed = none;
+    /// The vertices between which a site is seen, `none` on the side of `behind`.
+    std::uint32_t right = none;
+    std::uint32_t left = none;
+    /// The points of a gate that are in sight.
     std::uint32_t first_in_sight = none;
     std::uint32_t last_in_sight = none;
+    bool to_goal = false;
+    /// At a corner: whether all of the line to aim at is in sight.
+    bool spread_in_sight = false;
+    /// At a corner: the metres to walk from it, and a point of the line on which the way that goes on comes into sight.
+    double rest = 0;
+    Point behind;
 };
 
 /// Where to walk now.
@@ -50,7 +56,7 @@ struct RouteStep {
     Kind kind = Kind::UNREACHABLE;
     /// The next point of the shortest way, in sight.
     Point aim;
-    /// What may be aimed at instead, all of it in sight when the hint was made: the passable part of the goal or
+    /// What may be aimed at instead, all of it in sight when it was first aimed at: the passable part of the goal or
     /// connection, or the line that leads from the corner across the way.
     Segment target;
     /// Metres still to walk, costs of connections included.

@@ -14,8 +14,12 @@ constexpr double equally_long = 1e-7;
 /// One question. Points are in the clear area; `place` has the nearest one to where the question was asked.
 class Question {
   public:
-    Question(RegionMap const& region, Routes const& routes, RegionGoals const& goals, Mesh::Place place)
-        : region_(region), routes_(routes), goals_(goals), place_(place) {}
+    Question(RegionMap const& region, Routes const& routes, RegionIndex index, Mesh::Place place)
+        : region_(region),
+          ways_(routes.ways),
+          goals_(routes.goals[index]),
+          views_(routes.views[index]),
+          place_(place) {}
 
     /// The answer that the hint still gives.
     std::optional<RouteStep> held(RouteHint const& hint) const;
@@ -37,31 +41,30 @@ class Question {
     };
 
     Site const& site(std::uint32_t number) const { return region_.sites.sites[number]; }
-    double rest(std::uint32_t number) const { return routes_.rest[region_.first_site + number]; }
+    double rest(std::uint32_t number) const { return ways_.rest[region_.first_site + number]; }
     double walk_to(Point point) const { return region_.length_factor * distance(place_.point, point); }
 
-    bool in_view(SiteView const& view) const {
-        if (view.right == none) return true;
+    Onward const& onward(std::uint32_t number) const { return ways_.onward[region_.first_site + number]; }
+    bool in_view(SiteView const& view, Point behind) const {
+        if (view.right == none && view.left == none) return true;
         auto const& vertices = region_.clear_mesh.vertices();
-        return sees(FromPoint{site(view.site).point}, vertices[view.right], vertices[view.left], place_.point,
-                    touching);
+        return sees(FromPoint{site(view.site).point}, view.right == none ? behind : vertices[view.right],
+                    view.left == none ? behind : vertices[view.left], place_.point, touching);
     }
-    bool bends_left(std::uint32_t corner) const {
-        Point const walls = site(corner).right_wall + site(corner).left_wall;
-        return cross(site(corner).point - place_.point, walls) > 0;
-    }
+    bool in_view(SiteView const& view) const { return in_view(view, bound_behind(site(view.site), onward(view.site))); }
 
     Best best_goal() const;
     Best best_site() const;
     void note_gate_in_sight(RouteHint& hint) const;
 
     RouteStep to_goal(std::uint32_t view) const;
-    RouteStep to_corner(std::uint32_t corner, bool spread_in_sight) const;
-    RouteStep to_gate(std::uint32_t point, RouteHint const& hint) const;
+    RouteStep to_corner(RouteHint const& hint) const;
+    RouteStep to_gate(RouteHint const& hint) const;
 
     RegionMap const& region_;
-    Routes const& routes_;
+    Ways const& ways_;
     RegionGoals const& goals_;
+    Lists<SiteView> const& views_;
     Mesh::Place place_;
 };
 
@@ -75,21 +78,23 @@ RouteStep Question::to_goal(std::uint32_t view) const {
     return step;
 }
 
-RouteStep Question::to_corner(std::uint32_t corner, bool spread_in_sight) const {
+RouteStep Question::to_corner(RouteHint const& hint) const {
     RouteStep step;
+    Site const& corner = site(hint.aimed);
     step.kind = RouteStep::Kind::CORNER;
-    step.aim = site(corner).point;
-    step.target = {step.aim, spread_in_sight ? site(corner).spread_end : step.aim};
-    step.distance = walk_to(step.aim) + rest(corner);
-    if (distance(place_.point, step.aim) <= touching) {
-        step.aim = routes_.onward[region_.first_site + corner].point;
+    step.aim = corner.point;
+    step.target = {corner.point, hint.spread_in_sight ? corner.spread_end : corner.point};
+    step.distance = walk_to(corner.point) + hint.rest;
+    if (squared_length(place_.point - step.aim) <= touching * touching) {
+        step.aim = onward(hint.aimed).point;
         step.target = {step.aim, step.aim};
     }
     return step;
 }
 
-RouteStep Question::to_gate(std::uint32_t point, RouteHint const& hint) const {
+RouteStep Question::to_gate(RouteHint const& hint) const {
     RouteStep step;
+    std::uint32_t const point = hint.aimed;
     step.kind = RouteStep::Kind::CONNECTION;
     step.aim = site(point).point;
     step.distance = walk_to(step.aim) + rest(point);
@@ -111,24 +116,19 @@ RouteStep Question::to_gate(std::uint32_t point, RouteHint const& hint) const {
 
 std::optional<RouteStep> Question::held(RouteHint const& hint) const {
     if (hint.to_goal) {
-        GoalView const& view = goals_.views.things[hint.view];
+        GoalView const& view = goals_.views.things[hint.aimed];
         if (!sees_goal(goals_.sources[view.source], view, place_.point)) return std::nullopt;
-        return to_goal(hint.view);
+        return to_goal(hint.aimed);
     }
-    SiteView const& view = region_.sites.views.things[hint.view];
-    if (!in_view(view)) return std::nullopt;
-    Site const& aimed = site(view.site);
+    if (!in_view({hint.aimed, hint.right, hint.left}, hint.behind)) return std::nullopt;
+    Site const& aimed = site(hint.aimed);
     if (aimed.is_corner()) {
-        // Once the way on from the corner is in sight, the corner is no longer on the shortest way.
-        double const bend =
-            orientation(place_.point, aimed.point, routes_.onward[region_.first_site + view.site].point);
-        if (hint.bends_left ? bend < -touching : bend > touching) return std::nullopt;
-        if (distance(place_.point, aimed.point) <= touching) return std::nullopt;
-        return to_corner(view.site, hint.spread_in_sight);
+        if (squared_length(place_.point - aimed.point) <= touching * touching) return std::nullopt;
+        return to_corner(hint);
     }
-    RouteStep const step = to_gate(view.site, hint);
-    bool const slid_off = (view.site > hint.first_in_sight && step.aim == site(view.site - 1).point) ||
-                          (view.site < hint.last_in_sight && step.aim == site(view.site + 1).point);
+    RouteStep const step = to_gate(hint);
+    bool const slid_off = (hint.aimed > hint.first_in_sight && step.aim == site(hint.aimed - 1).point) ||
+                          (hint.aimed < hint.last_in_sight && step.aim == site(hint.aimed + 1).point);
     if (slid_off) return std::nullopt;
     return step;
 }
@@ -150,10 +150,10 @@ Question::Best Question::best_goal() const {
 Question::Best Question::best_site() const {
     Best best;
     std::uint32_t last_gate_point = none;
-    std::uint32_t const begin = region_.sites.views.begin[place_.triangle];
-    std::uint32_t const end = region_.sites.views.begin[place_.triangle + 1];
+    std::uint32_t const begin = views_.begin[place_.triangle];
+    std::uint32_t const end = views_.begin[place_.triangle + 1];
     for (std::uint32_t i = begin; i < end; ++i) {
-        SiteView const& view = region_.sites.views.things[i];
+        SiteView const& view = views_.things[i];
         double const on = rest(view.site);
         if (on == unreachable) continue;
         double const whole = walk_to(site(view.site).point) + on;
@@ -176,9 +176,9 @@ Question::Best Question::best_site() const {
 
 /// Extends the hint to the run of points of its gate that are in sight.
 void Question::note_gate_in_sight(RouteHint& hint) const {
-    std::uint32_t const aimed = region_.sites.views.things[hint.view].site;
+    std::uint32_t const aimed = hint.aimed;
     hint.first_in_sight = hint.last_in_sight = aimed;
-    auto const views = region_.sites.views[place_.triangle];
+    auto const views = views_[place_.triangle];
     auto const seen = [&](std::uint32_t point) {
         auto view =
             std::lower_bound(views.begin(), views.end(), point,
@@ -196,26 +196,34 @@ void Question::note_gate_in_sight(RouteHint& hint) const {
 RouteStep Question::fresh(RouteHint& hint) const {
     Best best = best_goal();
     best.offer(best_site());
+    std::uint32_t const corner_before = hint.triangle == none || hint.to_goal ? none : hint.aimed;
     hint.triangle = best.view == none ? none : place_.triangle;
-    hint.view = best.view;
     hint.to_goal = best.to_goal;
     if (best.view == none) return {};
-    if (best.to_goal) return to_goal(best.view);
-    std::uint32_t const aimed = region_.sites.views.things[best.view].site;
-    if (!site(aimed).is_corner()) {
-        note_gate_in_sight(hint);
-        return to_gate(aimed, hint);
+    if (best.to_goal) {
+        hint.aimed = best.view;
+        return to_goal(best.view);
     }
-    hint.bends_left = bends_left(aimed);
-    Point const spread_end = site(aimed).spread_end;
-    hint.spread_in_sight = region_.clear_mesh.walk(place_, spread_end) == spread_end;
-    return to_corner(aimed, hint.spread_in_sight);
+    SiteView const& view = views_.things[best.view];
+    hint.aimed = view.site;
+    hint.right = view.right;
+    hint.left = view.left;
+    Site const& aimed = site(view.site);
+    if (!aimed.is_corner()) {
+        note_gate_in_sight(hint);
+        return to_gate(hint);
+    }
+    hint.rest = rest(view.site);
+    hint.behind = bound_behind(aimed, onward(view.site));
+    if (view.site != corner_before)
+        hint.spread_in_sight = region_.clear_mesh.walk(place_, aimed.spread_end) == aimed.spread_end;
+    return to_corner(hint);
 }
 
 }  // namespace
 
-RouteStep next_step(RegionMap const& region, Routes const& routes, RegionGoals const& goals, Point point,
-                    RouteHint& hint) {
+RouteStep next_step(RegionMap const& region, Routes const& routes, Point point, RouteHint& hint) {
+    RegionGoals const& goals = routes.goals[hint.region];
     if (!goals.areas.empty() && contains(goals.areas, point)) {
         RouteStep step;
         step.kind = RouteStep::Kind::ARRIVED;
@@ -224,15 +232,17 @@ RouteStep next_step(RegionMap const& region, Routes const& routes, RegionGoals c
         return step;
     }
     Mesh const& mesh = region.clear_mesh;
-    bool const stayed = hint.triangle != none && mesh.has(hint.triangle, point);
-    Mesh::Place const place = stayed ? Mesh::Place{hint.triangle, point} : mesh.nearest(point);
+    if (hint.triangle != none && mesh.has(hint.triangle, point)) {
+        Question const question(region, routes, hint.region, {hint.triangle, point});
+        if (auto step = question.held(hint)) return *step;
+    }
+    Mesh::Place const place = mesh.nearest(point);
     if (place.triangle == none) return {};
-    double const aside = region.length_factor * distance(place.point, point);
-    Question const question(region, routes, goals, place);
+    Question const question(region, routes, hint.region, place);
     std::optional<RouteStep> step;
     if (place.triangle == hint.triangle) step = question.held(hint);
     if (!step) step = question.fresh(hint);
-    step->distance += aside;
+    step->distance += region.length_factor * distance(place.point, point);
     return *step;
 }
 

@@ -41,10 +41,10 @@ class Search {
         Gate const& gate = gate_of(building_, site);
         Passage const& passage = building_.connections[gate.connection].passage;
         if (!is_open(gate, passage)) return;
-        double const distance = routes_.rest_after[other] + passage.cost;
-        if (distance >= routes_.rest[site] - no_shorter) return;
-        routes_.rest[site] = distance;
-        routes_.onward[site] = {site_of(building_, other).point, other};
+        double const distance = routes_.ways.rest_after[other] + passage.cost;
+        if (distance >= routes_.ways.rest[site] - no_shorter) return;
+        routes_.ways.rest[site] = distance;
+        routes_.ways.onward[site] = {site_of(building_, other).point, other};
         reached_.push({distance, site, false});
     }
 
@@ -52,7 +52,7 @@ class Search {
         while (!reached_.empty()) {
             Reached const next = reached_.top();
             reached_.pop();
-            if (next.distance > (next.after ? routes_.rest_after : routes_.rest)[next.site]) continue;
+            if (next.distance > (next.after ? routes_.ways.rest_after : routes_.ways.rest)[next.site]) continue;
             if (next.after)
                 enter_gate(building_.opposite[next.site]);
             else
@@ -63,10 +63,10 @@ class Search {
   private:
     void reach(std::uint32_t site, double distance, Onward onward) {
         bool const after = !site_of(building_, site).is_corner();
-        double& known = (after ? routes_.rest_after : routes_.rest)[site];
+        double& known = (after ? routes_.ways.rest_after : routes_.ways.rest)[site];
         if (distance >= known - no_shorter) return;
         known = distance;
-        (after ? routes_.onward_after : routes_.onward)[site] = onward;
+        (after ? routes_.ways.onward_after : routes_.ways.onward)[site] = onward;
         reached_.push({distance, site, after});
     }
 
@@ -75,7 +75,7 @@ class Search {
         std::uint32_t const local = site - region.first_site;
         Site const& from = region.sites.sites[local];
         for (SiteLink const& link : region.sites.links[local])
-            reach(region.first_site + link.site, routes_.rest[site] + region.length_factor * link.length,
+            reach(region.first_site + link.site, routes_.ways.rest[site] + region.length_factor * link.length,
                   {from.point, site});
         if (from.is_corner()) return;
         if (local > region.sites.gate_begin[from.gate]) spread_between(region, local - 1, local);
@@ -84,8 +84,8 @@ class Search {
 
     /// Through the gate between two of its points, to all who see both.
     void spread_between(RegionMap const& region, std::uint32_t first, std::uint32_t second) {
-        double const first_rest = routes_.rest[region.first_site + first];
-        double const second_rest = routes_.rest[region.first_site + second];
+        double const first_rest = routes_.ways.rest[region.first_site + first];
+        double const second_rest = routes_.ways.rest[region.first_site + second];
         if (first_rest == unreachable || second_rest == unreachable) return;
         Segment const piece{region.sites.sites[first].point, region.sites.sites[second].point};
         auto const left = region.sites.links[first];
@@ -112,10 +112,10 @@ class Search {
 
 void find_all(Routes& routes, Building const& building) {
     std::size_t const count = building.region_of.size();
-    routes.rest.assign(count, unreachable);
-    routes.onward.assign(count, {});
-    routes.rest_after.assign(count, unreachable);
-    routes.onward_after.assign(count, {});
+    routes.ways.rest.assign(count, unreachable);
+    routes.ways.onward.assign(count, {});
+    routes.ways.rest_after.assign(count, unreachable);
+    routes.ways.onward_after.assign(count, {});
     Search search(building, routes);
     search.start_from_goals();
     search.run();
@@ -124,8 +124,22 @@ void find_all(Routes& routes, Building const& building) {
 /// Whether the way from another site leads through this gate point.
 bool is_used(Routes const& routes, std::uint32_t gate_point) {
     auto const leads_there = [gate_point](Onward const& onward) { return onward.site == gate_point; };
-    return std::any_of(routes.onward.begin(), routes.onward.end(), leads_there) ||
-           std::any_of(routes.onward_after.begin(), routes.onward_after.end(), leads_there);
+    return std::any_of(routes.ways.onward.begin(), routes.ways.onward.end(), leads_there) ||
+           std::any_of(routes.ways.onward_after.begin(), routes.ways.onward_after.end(), leads_there);
+}
+
+void find_views(Routes& routes, Building const& building, RegionIndex index) {
+    RegionMap const& region = building.regions[index];
+    auto const of_region = [&](auto const& values) {
+        return std::span(values).subspan(region.first_site, region.sites.sites.size());
+    };
+    routes.views[index] =
+        views_to(region, of_region(routes.ways.rest), of_region(routes.ways.onward), of_region(routes.ways.rest_after));
+}
+
+bool same(Ways const& left, Ways const& right, std::uint32_t site) {
+    return left.rest[site] == right.rest[site] && left.rest_after[site] == right.rest_after[site] &&
+           left.onward[site].point == right.onward[site].point;
 }
 
 }  // namespace
@@ -143,6 +157,8 @@ Routes routes_to(Building const& building, Destination const& destination) {
         routes.goals.push_back(goals_in(building.regions[r], lines, areas));
     }
     find_all(routes, building);
+    routes.views.resize(building.regions.size());
+    for (RegionIndex r = 0; r < building.regions.size(); ++r) find_views(routes, building, r);
     return routes;
 }
 
@@ -155,20 +171,33 @@ void follow_change(Routes& routes, Building const& building, ConnectionIndex con
         if (gate.connection != connection) continue;
         Passage const& passage = building.connections[connection].passage;
         double const rest =
-            is_open(gate, passage) ? routes.rest_after[building.opposite[site]] + passage.cost : unreachable;
-        if (rest == routes.rest[site]) continue;
+            is_open(gate, passage) ? routes.ways.rest_after[building.opposite[site]] + passage.cost : unreachable;
+        if (rest == routes.ways.rest[site]) continue;
         changed.push_back(site);
-        longer = longer || (rest > routes.rest[site] && is_used(routes, site));
+        longer = longer || (rest > routes.ways.rest[site] && is_used(routes, site));
     }
     if (changed.empty()) return;
     ++routes.version;
-    if (longer) return find_all(routes, building);
-    Search search(building, routes);
-    for (std::uint32_t const site : changed) {
-        routes.rest[site] = unreachable;
-        search.enter_gate(site);
+    Ways const before = routes.ways;
+    if (longer)
+        find_all(routes, building);
+    else {
+        Search search(building, routes);
+        for (std::uint32_t const site : changed) {
+            routes.ways.rest[site] = unreachable;
+            search.enter_gate(site);
+        }
+        search.run();
     }
-    search.run();
+    for (RegionIndex r = 0; r < building.regions.size(); ++r) {
+        std::uint32_t const first = building.regions[r].first_site;
+        std::uint32_t const end = first + static_cast<std::uint32_t>(building.regions[r].sites.sites.size());
+        for (std::uint32_t site = first; site < end; ++site)
+            if (!same(before, routes.ways, site)) {
+                find_views(routes, building, r);
+                break;
+            }
+    }
 }
 
 }  // namespace pedflux::engine::navigation

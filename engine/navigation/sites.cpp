@@ -11,27 +11,9 @@ constexpr double spread = 3;
 /// Unit vectors whose cross product is smaller are in line.
 constexpr double in_line = 1e-9;
 
-/// A triangle and one of its corners.
-struct Wedge {
-    std::uint32_t triangle = none;
-    std::size_t corner = 0;
-};
-
 std::size_t corner_of(Triangle const& triangle, std::uint32_t vertex) {
     return static_cast<std::size_t>(std::find(triangle.corner.begin(), triangle.corner.end(), vertex) -
                                     triangle.corner.begin());
-}
-
-/// The triangles around a vertex from the given one, which has a wall on its right, to the wall on the left.
-std::vector<Wedge> fan_from(Mesh const& mesh, Wedge first) {
-    std::uint32_t const vertex = mesh.triangles()[first.triangle].corner[first.corner];
-    std::vector<Wedge> fan;
-    for (Wedge wedge = first;;) {
-        fan.push_back(wedge);
-        std::uint32_t const next = mesh.triangles()[wedge.triangle].neighbour[after(wedge.corner)];
-        if (next == none) return fan;
-        wedge = {next, corner_of(mesh.triangles()[next], vertex)};
-    }
 }
 
 /// Calls `visit(vertex, fan)` for every part of the area around a vertex that lies between two walls.
@@ -77,7 +59,7 @@ class Lookout {
     }
 
     void give_lists() {
-        sites_.views = listed(mesh_.triangles().size(), views_);
+        sites_.gate_outlooks = listed(sites_.sites.size() - sites_.gate_begin.front(), outlooks_);
         sites_.links = listed(sites_.sites.size(), links_);
     }
 
@@ -85,14 +67,14 @@ class Lookout {
     void look_from(std::uint32_t site, std::uint32_t triangle, std::span<std::size_t const> edges) {
         Site const& from = sites_.sites[site];
         FromPoint const eye{from.point};
-        views_.push_back({triangle, {site, none, none}});
+        note_outlook(site, {triangle, none, none});
         for (std::uint32_t const vertex : mesh_.triangles()[triangle].corner) meet_corners(site, vertex);
         for (std::uint32_t const other : sites_.gate_points_in[triangle]) meet(site, other);
         auto const see = [&](View const& view) {
             if (from.is_corner() && !bends_around(from, unit(view.right.point - from.point)) &&
                 !bends_around(from, unit(view.left.point - from.point)))
                 return false;
-            views_.push_back({view.triangle, {site, view.right.vertex, view.left.vertex}});
+            note_outlook(site, {view.triangle, view.right.vertex, view.left.vertex});
             for (std::uint32_t const other : sites_.gate_points_in[view.triangle])
                 if (sees(eye, view.right.point, view.left.point, sites_.sites[other].point, touching))
                     meet(site, other);
@@ -105,6 +87,10 @@ class Lookout {
                          {far_edge.to, corner[before(edge)]}, see,
                          [&](std::uint32_t vertex) { meet_corners(site, vertex); });
         }
+    }
+
+    void note_outlook(std::uint32_t site, Outlook const& outlook) {
+        if (!sites_.sites[site].is_corner()) outlooks_.emplace_back(site - sites_.gate_begin.front(), outlook);
     }
 
     void meet_corners(std::uint32_t site, std::uint32_t vertex) {
@@ -137,11 +123,29 @@ class Lookout {
     /// Per site, who met it last.
     std::vector<std::uint32_t> met_by_;
     std::vector<SiteLink> met_;
-    std::vector<std::pair<std::uint32_t, SiteView>> views_;
+    std::vector<std::pair<std::uint32_t, Outlook>> outlooks_;
     std::vector<std::pair<std::uint32_t, SiteLink>> links_;
 };
 
 }  // namespace
+
+std::vector<Wedge> fan_from(Mesh const& mesh, Wedge first) {
+    std::uint32_t const vertex = mesh.triangles()[first.triangle].corner[first.corner];
+    std::vector<Wedge> fan;
+    for (Wedge wedge = first;;) {
+        fan.push_back(wedge);
+        std::uint32_t const next = mesh.triangles()[wedge.triangle].neighbour[after(wedge.corner)];
+        if (next == none) return fan;
+        wedge = {next, corner_of(mesh.triangles()[next], vertex)};
+    }
+}
+
+std::vector<Wedge> fan_of(Mesh const& mesh, Site const& corner) {
+    auto const corners = mesh.corners(corner.first_triangle);
+    return fan_from(
+        mesh, {corner.first_triangle,
+               static_cast<std::size_t>(std::find(corners.begin(), corners.end(), corner.point) - corners.begin())});
+}
 
 bool bends_around(Site const& corner, Point direction) {
     double const right = cross(direction, corner.right_wall);
@@ -166,6 +170,7 @@ Sites sites_of(Mesh const& mesh, std::vector<Gate> const& gates) {
         bool const whole_turn = std::abs(turn) <= in_line && dot(corner.right_wall, corner.left_wall) > 0;
         if (turn >= -in_line && !(whole_turn && fan.size() > 1)) return;
         corner.spread_end = spread_end(mesh, corner, fan);
+        corner.first_triangle = fan.front().triangle;
         corners_at.emplace_back(vertex, static_cast<std::uint32_t>(result.sites.size()));
         result.sites.push_back(corner);
         fans.push_back(fan);
@@ -180,7 +185,7 @@ Sites sites_of(Mesh const& mesh, std::vector<Gate> const& gates) {
             triangles_at_gate_points.push_back(mesh.touched(mesh.nearest(point)));
             for (std::uint32_t const triangle : triangles_at_gate_points.back())
                 gate_points_in.emplace_back(triangle, static_cast<std::uint32_t>(result.sites.size()));
-            result.sites.push_back({point, gate, {}, {}, point});
+            result.sites.push_back({point, gate, {}, {}, point, none});
         }
     }
     result.gate_begin.push_back(static_cast<std::uint32_t>(result.sites.size()));

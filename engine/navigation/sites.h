@@ -29,13 +29,15 @@ struct Site {
     Point left_wall;
     /// From a corner straight away from its walls, as far as people spread around it or to the next wall.
     Point spread_end;
+    /// The triangle at a corner that has the wall on the right.
+    std::uint32_t first_triangle = none;
 
     bool is_corner() const { return gate == none; }
 };
 
-/// A site that is seen from a triangle, between two vertices; from all of it when these are `none`.
-struct SiteView {
-    std::uint32_t site = none;
+/// A triangle from which a site is seen between two vertices; from all of it when these are `none`.
+struct Outlook {
+    std::uint32_t triangle = none;
     std::uint32_t right = none;
     std::uint32_t left = none;
 };
@@ -63,8 +65,8 @@ struct Sites {
     std::vector<Site> sites;
     /// The number of each gate's first site, and the number of sites.
     std::vector<std::uint32_t> gate_begin;
-    /// Per triangle, the sites that are the next point of a shortest way from somewhere in it; by ascending site.
-    Lists<SiteView> views;
+    /// Per gate point, from where it is seen.
+    Lists<Outlook> gate_outlooks;
     /// Per site, the sites to which a shortest way may come from it; by ascending site.
     Lists<SiteLink> links;
     /// Per vertex of the mesh, and per triangle, the corners and points of gates there.
@@ -73,6 +75,16 @@ struct Sites {
 };
 
 Sites sites_of(Mesh const& mesh, std::vector<Gate> const& gates);
+
+/// A triangle and one of its corners.
+struct Wedge {
+    std::uint32_t triangle = none;
+    std::size_t corner = 0;
+};
+/// The triangles around a vertex from the given one, which has a wall on its right, to the wall on the left.
+std::vector<Wedge> fan_from(Mesh const& mesh, Wedge first);
+/// The triangles around a corner.
+std::vector<Wedge> fan_of(Mesh const& mesh, Site const& corner);
 
 /// Whether a way through the corner can come from, or go to, this direction (a unit vector) and bend around the corner:
 /// the line through the corner must leave both walls on one side.
