@@ -54,6 +54,8 @@ struct Bodies {
     std::vector<float> z;
     std::vector<float> velocity_x;
     std::vector<float> velocity_z;
+    std::vector<float> direction_x;
+    std::vector<float> direction_z;
     std::vector<float> radius;
     /// Longest way in this step.
     std::vector<float> longest;

@@ -22,10 +22,14 @@ constexpr Bound bounds[] = {
     {"least_speed", &Locomotion::least_speed, 0, 0.5},
     {"sight", &Locomotion::sight, 1.2, 5},
     {"lane_half_width", &Locomotion::lane_half_width, 0.1, 1},
+    {"oncoming_weight", &Locomotion::oncoming_weight, 0, 1},
     {"acceleration_time", &Locomotion::acceleration_time, 0, 10},
     {"anticipation", &Locomotion::anticipation, 0.1, 10},
     {"passing_gap", &Locomotion::passing_gap, 0, 1},
     {"avoidance", &Locomotion::avoidance, 0, 10},
+    {"oncoming_avoidance", &Locomotion::oncoming_avoidance, 0, 10},
+    {"keep_right", &Locomotion::keep_right, -1, 1},
+    {"side_speed", &Locomotion::side_speed, 0, 1},
     {"widest_turn", &Locomotion::widest_turn, 0, 10},
     {"turning", &Locomotion::turning, 0.01, 10},
 };
@@ -34,7 +38,7 @@ constexpr Bound bounds[] = {
 
 Locomotion Locomotion::young_adults() {
     Locomotion result;
-    result.steepness = 3;
+    result.acceleration_time = 0.3;
     return result;
 }
 

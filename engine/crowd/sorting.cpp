@@ -53,6 +53,8 @@ void fill_bodies(Scene& scene, std::size_t first_cell, std::size_t last_cell) {
             bodies.z[i] = static_cast<float>(agent.z);
             bodies.velocity_x[i] = agent.velocity_x;
             bodies.velocity_z[i] = agent.velocity_z;
+            bodies.direction_x[i] = agent.direction_x;
+            bodies.direction_z[i] = agent.direction_z;
             bodies.radius[i] = bodies.source[i] < scene.agents.size() ? agent.radius : Bodies::no_body;
             bodies.longest[i] = agent.speed * seconds;
         }
