@@ -43,13 +43,13 @@ T* object_of(jlong handle) {
 
 /// A new shared handle, even to nothing. The holder is one allocation, which yields 0 when it fails.
 template <class T>
-jlong hold(std::shared_ptr<T> shared) {
+jlong hold(std::shared_ptr<T>&& shared) {
     return to_handle(new (std::nothrow) std::shared_ptr<T>(std::move(shared)));
 }
 
 /// A new shared handle for the result of an operation: 0 when it is empty.
 template <class T>
-jlong hold_if_any(std::shared_ptr<T> shared) {
+jlong hold_if_any(std::shared_ptr<T>&& shared) {
     return shared ? hold(std::move(shared)) : 0;
 }
 
