@@ -1,0 +1,152 @@
+import com.kelvar.pedflux.CountPopulationSource;
+import com.kelvar.pedflux.GlobalId;
+import com.kelvar.pedflux.PopulationArrival;
+import com.kelvar.pedflux.Scope;
+import com.kelvar.pedflux.SimObject;
+import com.kelvar.pedflux.pedfluxJNI;
+import com.sun.management.OperatingSystemMXBean;
+import java.lang.management.ManagementFactory;
+
+/**
+ * What the proxies add to bare handles: closed one by one, closed by a scope, or left to the collector. What the
+ * collector and the releasing thread do meanwhile shows in the time of all threads.
+ */
+final class ProxyBenchmark {
+    private static final int SCOPE = 1000;
+    private static final int FRAME = 10_000;
+
+    private record Way(String name, Rounds.Loop loop) {}
+
+    private ProxyBenchmark() {}
+
+    static void run(Subjects subjects, int rounds) {
+        System.out.printf("%n%-34s %12s %12s %8s%n", "proxies (ns)", "this thread", "all threads", "ratio");
+        compare(rounds, sharedResult(subjects));
+        compare(rounds, valueResult(subjects));
+        System.out.printf("%n%-34s %12s %12s %8s%n", "frame of 10,000 objects (ns)", "this thread", "all threads", "ratio");
+        compare(rounds, frame());
+    }
+
+    /** Each way beside the first one. */
+    private static void compare(int rounds, Way... ways) {
+        Rounds.Loop[] loops = new Rounds.Loop[ways.length];
+        for (int index = 0; index < ways.length; ++index) loops[index] = ways[index].loop;
+        double[][] times = Rounds.time(rounds, Integer.MAX_VALUE, loops);
+        for (int index = 0; index < ways.length; ++index) {
+            System.out.printf("%-34s %12.1f %12.1f %8.2f%n", ways[index].name, Rounds.median(times[index]),
+                    processorTime(ways[index].loop, Rounds.median(times[index])), Rounds.ratio(times[index], times[0]));
+        }
+    }
+
+    /** Of all threads, the collector's too, over half a second. */
+    private static double processorTime(Rounds.Loop loop, double nanoseconds) {
+        var system = (OperatingSystemMXBean) ManagementFactory.getOperatingSystemMXBean();
+        int calls = (int) Math.max(1, 5e8 / nanoseconds);
+        System.gc();
+        long start = system.getProcessCpuTime();
+        Rounds.sink += loop.run(calls);
+        return (double) (system.getProcessCpuTime() - start) / calls;
+    }
+
+    private static Way[] sharedResult(Subjects subjects) {
+        long source = subjects.source;
+        CountPopulationSource proxy = new CountPopulationSource();
+        return new Way[] {
+            new Way("shared result, bare handle", calls -> {
+                for (int call = 0; call < calls; ++call) {
+                    long arrival = pedfluxJNI.CountPopulationSource_getPopulationArrival(source, null);
+                    pedfluxJNI.delete_PopulationArrival(arrival);
+                }
+                return calls;
+            }),
+            new Way("shared result, closed", calls -> {
+                for (int call = 0; call < calls; ++call) {
+                    try (PopulationArrival arrival = proxy.getPopulationArrival()) {
+                        Rounds.sink += arrival.hashCode();
+                    }
+                }
+                return calls;
+            }),
+            new Way("shared result, in a scope", calls -> {
+                for (int call = 0; call < calls; call += SCOPE) {
+                    try (Scope scope = new Scope()) {
+                        for (int inner = call; inner < Math.min(call + SCOPE, calls); ++inner) proxy.getPopulationArrival();
+                    }
+                }
+                return calls;
+            }),
+            new Way("shared result, left", calls -> {
+                for (int call = 0; call < calls; ++call) proxy.getPopulationArrival();
+                return calls;
+            }),
+        };
+    }
+
+    private static Way[] valueResult(Subjects subjects) {
+        long box = subjects.box;
+        var proxy = new com.kelvar.pedflux.BoundingBox3d();
+        return new Way[] {
+            new Way("value result, bare handle", calls -> {
+                for (int call = 0; call < calls; ++call) {
+                    pedfluxJNI.delete_Vec3d(pedfluxJNI.BoundingBox3d_getCenter(box, null));
+                }
+                return calls;
+            }),
+            new Way("value result, closed", calls -> {
+                for (int call = 0; call < calls; ++call) proxy.getCenter().close();
+                return calls;
+            }),
+            new Way("value result, in a scope", calls -> {
+                for (int call = 0; call < calls; call += SCOPE) {
+                    try (Scope scope = new Scope()) {
+                        for (int inner = call; inner < Math.min(call + SCOPE, calls); ++inner) proxy.getCenter();
+                    }
+                }
+                return calls;
+            }),
+            new Way("value result, left", calls -> {
+                for (int call = 0; call < calls; ++call) proxy.getCenter();
+                return calls;
+            }),
+        };
+    }
+
+    /** Reads a list of objects and a value of each, as a program reads the agents of a frame. */
+    private static Way[] frame() {
+        long selection = Subjects.selection(FRAME);
+        return new Way[] {
+            new Way("bare handles", calls -> {
+                for (int call = 0; call < calls; ++call) {
+                    for (long object : Twins.selectedHandles(selection, null)) {
+                        pedfluxJNI.delete_GlobalId(pedfluxJNI.SimObject_getId(object, null));
+                        pedfluxJNI.delete_SimObject(object);
+                    }
+                }
+                return calls;
+            }),
+            new Way("closed one by one", calls -> {
+                for (int call = 0; call < calls; ++call) {
+                    for (SimObject object : pedfluxJNI.Selection_getSelectedObjects(selection, null)) {
+                        object.getId().close();
+                        object.close();
+                    }
+                }
+                return calls;
+            }),
+            new Way("in a scope", calls -> {
+                for (int call = 0; call < calls; ++call) {
+                    try (Scope scope = new Scope()) {
+                        for (SimObject object : pedfluxJNI.Selection_getSelectedObjects(selection, null)) object.getId();
+                    }
+                }
+                return calls;
+            }),
+            new Way("left to the collector", calls -> {
+                for (int call = 0; call < calls; ++call) {
+                    for (SimObject object : pedfluxJNI.Selection_getSelectedObjects(selection, null)) object.getId();
+                }
+                return calls;
+            }),
+        };
+    }
+}
