@@ -102,10 +102,16 @@ std::vector<std::string> take_throws(std::string& comment) {
     return conditions;
 }
 
+/// What is said of one parameter, or of several at once: "up,down".
+struct ParameterNote {
+    std::string names;
+    std::string description;
+};
+
 /// A comment's parts: the text, and the parameters' descriptions.
 struct Parts {
     std::string text;
-    std::vector<std::pair<std::string, std::string>> parameters;
+    std::vector<ParameterNote> parameters;
 };
 
 Parts parts_of(std::string_view comment) {
@@ -114,16 +120,14 @@ Parts parts_of(std::string_view comment) {
     bool in_parameter = false;
     for (std::string line; std::getline(lines, line);) {
         if (line.starts_with("@param ")) {
+            ParameterNote note;
             std::istringstream words(line.substr(7));
-            std::string names;
-            words >> names;
-            std::string description;
-            std::getline(words >> std::ws, description);
-            std::istringstream each(names);
-            for (std::string name; std::getline(each, name, ',');) parts.parameters.emplace_back(name, description);
+            words >> note.names;
+            std::getline(words >> std::ws, note.description);
+            parts.parameters.push_back(std::move(note));
             in_parameter = true;
         } else if (in_parameter && line.starts_with(" ")) {
-            parts.parameters.back().second += " " + line.substr(line.find_first_not_of(' '));
+            parts.parameters.back().description += " " + line.substr(line.find_first_not_of(' '));
         } else {
             in_parameter = false;
             parts.text += line + "\n";
@@ -187,8 +191,11 @@ std::string javadoc(std::string_view comment, Names const& names, Documented doc
     std::string tags;
     if (documented == Documented::operation) {
         conditions = take_throws(parts.text);
-        for (auto const& [name, description] : parts.parameters) {
-            tags += "@param " + name + " " + marked(description, javadoc_markup) + "\n";
+        for (auto const& [names_noted, description] : parts.parameters) {
+            std::istringstream each(names_noted);
+            for (std::string name; std::getline(each, name, ',');) {
+                tags += fill("@param $1 $2\n", {name, marked(description, javadoc_markup)});
+            }
         }
         for (auto const& condition : conditions)
             tags += "@throws Exception " + marked(condition, javadoc_markup) + "\n";
@@ -200,8 +207,8 @@ std::string javadoc(std::string_view comment, Names const& names, Documented doc
 std::string html(std::string_view comment, Names const& names) {
     Parts const parts = parts_of(renamed(comment, names));
     std::string text = structured(marked(parts.text, html_markup));
-    for (auto const& [name, description] : parts.parameters) {
-        text += fill("<br><i>$1</i> $2\n", {name, marked(description, html_markup)});
+    for (auto const& [names_noted, description] : parts.parameters) {
+        text += fill("<br><i>$1</i> $2\n", {names_noted, marked(description, html_markup)});
     }
     return text;
 }

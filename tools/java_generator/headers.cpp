@@ -34,7 +34,7 @@ std::string comment(CXCursor cursor) {
             if (rest.substr(0, mark.size()) == mark) rest.remove_prefix(mark.size());
         };
         rest.remove_prefix(std::min(rest.find_first_not_of(" \t"), rest.size()));
-        for (auto const* mark : {"/**", "///<", "///", "//!<", "//!", "*/", "*", " "}) skip(mark);
+        for (auto const* mark : {"/**<", "/**", "///<", "///", "//!<", "//!", "*/", "*", " "}) skip(mark);
         if (rest.size() >= 2 && rest.substr(rest.size() - 2) == "*/") rest.remove_suffix(2);
         text.append(rest).append("\n");
     }
