@@ -27,7 +27,7 @@ TEST(Verification, RimeaTest1OnePersonKeepsItsSpeedAlongACorridor) {
     RecordProperty("seconds", std::to_string(seconds));
     EXPECT_GE(seconds, 26);
     EXPECT_LE(seconds, 34);
-    EXPECT_NEAR(seconds, 40 / 1.33, 0.6) << "nothing hinders the person";
+    EXPECT_NEAR(seconds, 40 / 1.33, 1) << "nothing hinders the person, who only starts from rest";
 }
 
 /// A stair of 10 m along its slope, rising at 45 degrees, between two landings of 1 m.
