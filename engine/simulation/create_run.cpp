@@ -183,6 +183,7 @@ std::shared_ptr<LiveRun> create_run(Document const& document, RunSettings const&
     run->waiting_to_enter = run->newcomers.count;
     run->gates.resize(run->plan.passageways.size());
     run->doorway_is_exit.resize(run->plan.doorways.size());
+    run->exits_of.resize(run->plan.surfaces.size());
     find_shutters(*run);
     open_exits(*run, run->newcomers, settings.extra_goals);
     for (std::size_t i = 0; i < run->gates.size(); ++i) {

@@ -46,6 +46,8 @@ void open_exit(LiveRun& run, PlaceIndex place) {
     auto const doorway = run.places[place].doorway;
     if (doorway == no_place || run.doorway_is_exit[doorway]) return;
     run.doorway_is_exit[doorway] = true;
+    if (run.doorway_shutters[doorway].empty()) return;
+    run.exits_of[run.plan.doorways[doorway].line.region].push_back(doorway);
     for (auto const& shutter : run.doorway_shutters[doorway]) {
         run.crowd.set_wall_open(shutter.region, shutter.wall, true);
     }

@@ -111,6 +111,7 @@ struct LiveRun : std::enable_shared_from_this<LiveRun> {
     std::vector<std::vector<Shutter>> joint_shutters;    ///< of each joint, both sides
     std::vector<std::vector<Shutter>> doorway_shutters;  ///< of each doorway
     std::vector<bool> doorway_is_exit;
+    std::vector<std::vector<std::uint32_t>> exits_of;  ///< of each region, the doorways on its edge that are exits
     std::vector<Point> doorway_outward;  ///< of length 1 where the doorway lies on an edge, otherwise (0, 0)
     std::vector<GateState> gates;        ///< of each passageway
 

@@ -160,6 +160,14 @@ bool has_reached_portal(LiveRun const& run, Walker const& walker, Point before) 
     return distance(line.line, walker.position) < at_line || has_crossed(line.line, before, walker.position);
 }
 
+/// Whether the walker was pushed out through an exit. The line of an exit is open to all, as the crowd does not know
+/// who is to leave there.
+bool is_outside(LiveRun const& run, Walker const& walker, Point before) {
+    return std::ranges::any_of(run.exits_of[walker.region], [&](std::uint32_t doorway) {
+        return has_crossed(run.plan.doorways[doorway].line.line, before, walker.position);
+    });
+}
+
 void note_region(LiveRun& run, Walker& walker) {
     auto const region = run.crowd.region(walker.body);
     if (region == walker.region) return;
@@ -181,7 +189,13 @@ void note_positions(LiveRun& run) {
         walker.position = run.crowd.position(walker.body);
         walker.walked += length_factor * distance(before, walker.position);
         note_region(run, walker);
-        if (walker.way != Walker::Way::ARRIVED && !has_reached_portal(run, walker, before)) continue;
+        if (walker.way != Walker::Way::ARRIVED && !has_reached_portal(run, walker, before)) {
+            if (is_outside(run, walker, before)) {
+                run.crowd.place(walker.body, before, walker.region);
+                walker.position = before;
+            }
+            continue;
+        }
         auto const goal = person.goal;
         take_out(run, Person::Fate::ARRIVED, walker, goal != no_place && run.places[goal].is_portal());
         has_left = true;

@@ -66,7 +66,7 @@ TEST(TwoLevelBuilding, EqualSeedsGiveEqualRunsForAnyThreadCountAndForFramesTaken
         TwoLevels const scene;
         scene.both_ways(150);
         auto const simulation = scene.simulate(seed, threads);
-        for (int i = 0; i < 250; ++i) {
+        for (int i = 0; i < 80; ++i) {
             if (in_parts) {
                 simulation->CreateAgents();
                 simulation->ChooseAgentTargets();
@@ -291,6 +291,23 @@ TEST(Runs, PeopleWaitTheirPreMovementTime) {
     for (auto const& agent : simulation->GetAllAgents()) walked = std::max(walked, agent->GetDistanceTraveled());
     EXPECT_LT(walked, 0.2) << "they make room at most";
     EXPECT_GT(scene.run_until_empty(*simulation, 60), 10.2);
+}
+
+TEST(Runs, NobodyIsPushedOutThroughTheExitOfOthers) {
+    Scene const scene;
+    auto const hall = scene.room("Hall", 0, 0, 12, 3)->GetId();
+    auto const side = scene.portal("Side", 4, 0, 9, 0)->GetId();
+    auto const end = scene.portal("End", 12, 1, 12, 2)->GetId();
+    scene.journey("Out by the end", hall, end, 120);
+    scene.journey("Out by the side", hall, side, 1);
+    auto const simulation = scene.simulate();
+    int by_side = 0;
+    while (!simulation->IsDone() && simulation->GetCurrentFrame() < 1500) {
+        by_side += static_cast<int>(simulation->Step().GetAgentsThatExited(side).size());
+        for (auto const& agent : simulation->GetAllAgents()) EXPECT_GE(agent->GetPosition().GetZ(), 0);
+    }
+    EXPECT_THAT(simulation->GetAllAgents(), IsEmpty());
+    EXPECT_EQ(by_side, 1);
 }
 
 TEST(Runs, PeopleComeInAsTheEntranceHasRoom) {
