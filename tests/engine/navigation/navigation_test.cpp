@@ -54,11 +54,8 @@ TEST(Navigation, WalksAroundTheInnerCornerOfABend) {
 TEST(Navigation, PassesAPillarOnTheShorterSide) {
     Polygons const room{{rectangle({0, 0}, {10, 10}), {rectangle({4, 3}, {6, 6})}}};
     Navigation const navigation(plan(room, {{9.5, 5}, {9.5, 5.05}}));
-    double const below = std::hypot(3, 1) + 2 + std::hypot(3.5, 2);
-    double const above = std::hypot(3, 2) + 2 + std::hypot(3.5, 1);
-    EXPECT_NEAR(metres(navigation, 0, {1, 4}), below, 1e-6);
+    EXPECT_NEAR(metres(navigation, 0, {1, 4}), std::hypot(3, 1) + 2 + std::hypot(3.5, 2), 1e-6);
     EXPECT_NEAR(metres(navigation, 0, {1, 5}), std::hypot(3, 1) + 2 + std::hypot(3.5, 0.95), 1e-6);
-    EXPECT_LT(metres(navigation, 0, {1, 4.5}), above + 1);
 }
 
 TEST(Navigation, AgreesWithEveryPairOfCornersInRandomHalls) {
@@ -74,7 +71,6 @@ TEST(Navigation, AgreesWithEveryPairOfCornersInRandomHalls) {
         VisibilityGraph const slow(hall, line);
         if (!std::isfinite(slow.distance_from(at(line, 0.5)))) continue;
         Navigation const navigation(plan(hall, line));
-        RouteHint hint;
         for (int i = 0; i < 100; ++i) {
             Point const from{dice.between(0, 40), dice.between(0, 40)};
             if (!contains(hall, from)) continue;

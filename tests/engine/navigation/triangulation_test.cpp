@@ -18,7 +18,8 @@ double area(Triangulation const& triangulation) {
 
 /// Triangles run counter-clockwise, neighbours name each other across the same edge, and edges are Delaunay.
 void expect_sound(Triangulation const& triangulation) {
-    auto const& [vertices, triangles] = triangulation;
+    auto const& vertices = triangulation.vertices;
+    auto const& triangles = triangulation.triangles;
     for (std::uint32_t t = 0; t < triangles.size(); ++t) {
         auto const [a, b, c] = triangles[t].corner;
         ASSERT_GT(orientation(vertices[a], vertices[b], vertices[c]), 0);
