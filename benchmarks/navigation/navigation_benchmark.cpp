@@ -65,7 +65,7 @@ void walk(benchmark::State& state) {
             else
                 walker.point = walker.point + 0.13 * unit(aim - walker.point);
         }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * crowd.size()));
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(crowd.size()));
 }
 BENCHMARK(walk)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 
@@ -77,7 +77,7 @@ void ask_afresh(benchmark::State& state) {
             RouteHint hint;
             benchmark::DoNotOptimize(navigation().next(0, walker.point, walker.destination, hint));
         }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * crowd.size()));
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(crowd.size()));
 }
 BENCHMARK(ask_afresh)->Unit(benchmark::kMicrosecond);
 

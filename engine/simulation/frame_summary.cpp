@@ -14,8 +14,8 @@ using Agents = std::vector<std::shared_ptr<Agent>>;
 Agents in_order(Agents agents) {
     auto const number = [](std::shared_ptr<Agent> const& agent) { return agent->GetId(); };
     std::ranges::stable_sort(agents, {}, number);
-    auto const repeated = std::ranges::unique(agents, {}, number);
-    agents.erase(repeated.begin(), repeated.end());
+    auto const same = [&](auto const& a, auto const& b) { return number(a) == number(b); };
+    agents.erase(std::unique(agents.begin(), agents.end(), same), agents.end());
     return agents;
 }
 

@@ -154,18 +154,17 @@ TEST(ColorFunctions, RefuseWhatIsNoScale) {
         int transition;
         char const* message;
     };
-    for (auto const& [values, colors, transition, message] :
-         std::vector<Case>{{{1, 2}, 3, 0, "3 colours for 2 values"},
-                           {{}, 0, 0, "at least one value"},
-                           {{2, 1}, 2, 0, "greater than the one before, 2, not 1"},
-                           {{1, 1}, 2, 0, "greater than the one before"},
-                           {{nan}, 1, 0, "Value 0"},
-                           {{1}, 1, 7, "not 7"}}) {
+    for (Case const& one : std::vector<Case>{{{1, 2}, 3, 0, "3 colours for 2 values"},
+                                             {{}, 0, 0, "at least one value"},
+                                             {{2, 1}, 2, 0, "greater than the one before, 2, not 1"},
+                                             {{1, 1}, 2, 0, "greater than the one before"},
+                                             {{nan}, 1, 0, "Value 0"},
+                                             {{1}, 1, 7, "not 7"}}) {
         EXPECT_THAT(refusal_of([&] {
-                        ColorFunction::CreateCustom(values, std::vector<Color>(colors),
-                                                    static_cast<ColorTransition>(transition));
+                        ColorFunction::CreateCustom(one.values, std::vector<Color>(one.colors),
+                                                    static_cast<ColorTransition>(one.transition));
                     }),
-                    HasSubstr(message));
+                    HasSubstr(one.message));
     }
 }
 
