@@ -1,7 +1,5 @@
 #pragma once
 
-#include <utility>
-
 namespace pedflux::jni {
 
 /// A new buffer that is never released: the strings and primitive vectors built from Java arguments.
@@ -11,8 +9,8 @@ namespace pedflux::jni {
 /// the bytes that the program passed in. Vectors of objects are not kept: they hold references of their own, and an
 /// identifier or an object must not outlive its owner unseen.
 template <class T, class... Arguments>
-T const& keep(Arguments&&... arguments) {
-    return *new T(std::forward<Arguments>(arguments)...);
+T const& keep(Arguments... arguments) {
+    return *new T(arguments...);
 }
 
 }  // namespace pedflux::jni

@@ -6,7 +6,7 @@ public final class Benchmarks {
     private Benchmarks() {}
 
     public static void main(String[] arguments) {
-        int rounds = arguments.length > 1 ? Integer.parseInt(arguments[1]) : 501;
+        int rounds = arguments.length > 1 ? Integer.parseInt(arguments[1]) : 1001;
         Subjects subjects = new Subjects();  // loads the bridge and the SDK, which the twins call too
         System.load(arguments[0]);
         BridgeBenchmark.run(subjects, rounds);

@@ -20,10 +20,10 @@ final class ProxyBenchmark {
     private ProxyBenchmark() {}
 
     static void run(Subjects subjects, int rounds) {
-        System.out.printf("%n%-34s %12s %12s %8s%n", "proxies (ns)", "this thread", "all threads", "ratio");
+        System.out.printf("%n%-34s %12s %12s %12s %8s%n", "proxies (ns)", "median", "undisturbed", "all threads", "ratio");
         compare(rounds, sharedResult(subjects));
         compare(rounds, valueResult(subjects));
-        System.out.printf("%n%-34s %12s %12s %8s%n", "frame of 10,000 objects (ns)", "this thread", "all threads", "ratio");
+        System.out.printf("%n%-34s %12s %12s %12s %8s%n", "frame of 10,000 objects (ns)", "median", "undisturbed", "all threads", "ratio");
         compare(rounds, frame());
     }
 
@@ -33,8 +33,8 @@ final class ProxyBenchmark {
         for (int index = 0; index < ways.length; ++index) loops[index] = ways[index].loop;
         double[][] times = Rounds.time(rounds, Integer.MAX_VALUE, loops);
         for (int index = 0; index < ways.length; ++index) {
-            System.out.printf("%-34s %12.1f %12.1f %8.2f%n", ways[index].name, Rounds.median(times[index]),
-                    processorTime(ways[index].loop, Rounds.median(times[index])), Rounds.ratio(times[index], times[0]));
+            System.out.printf("%-34s %12.1f %12.1f %12.1f %8.2f%n", ways[index].name, Rounds.median(times[index]),
+                    Rounds.undisturbed(times[index]), processorTime(ways[index].loop, Rounds.median(times[index])), Rounds.ratio(times[index], times[0]));
         }
     }
 

@@ -13,9 +13,9 @@ final class Rounds {
         long run(int calls);
     }
 
-    /** Long enough that the clock and the loop's own entry do not count. */
-    private static final double ROUND_NANOSECONDS = 1e6;
-    private static final int WARM_UP_CALLS = 100_000;
+    /** Long enough that the clock does not count; short, so that a loop and its twin meet the same disturbances. */
+    private static final double ROUND_NANOSECONDS = 2.5e5;
+    private static final double WARM_UP_NANOSECONDS = 1e8;
 
     private static final ThreadMXBean THREADS = ManagementFactory.getThreadMXBean();
 
@@ -47,6 +47,13 @@ final class Rounds {
         return sorted[sorted.length / 2];
     }
 
+    /** The time of the tenth that was disturbed least. */
+    static double undisturbed(double[] values) {
+        double[] sorted = values.clone();
+        Arrays.sort(sorted);
+        return sorted[sorted.length / 10];
+    }
+
     /** The median of the ratios of each round: both of a round met the same disturbances. */
     static double ratio(double[] values, double[] others) {
         double[] ratios = new double[values.length];
@@ -54,14 +61,16 @@ final class Rounds {
         return median(ratios);
     }
 
+    /** Warms the loop up, and finds how many calls fill a round then. */
     private static int callsOfRound(Loop loop, int mostCalls) {
-        int batch = Math.min(1000, mostCalls);
-        double nanoseconds = timed(loop, 1);
-        for (int warm = 0; warm < WARM_UP_CALLS && warm * nanoseconds < 200 * ROUND_NANOSECONDS; warm += batch) {
-            batch = (int) Math.max(1, Math.min(batch, ROUND_NANOSECONDS / nanoseconds));
-            nanoseconds = timed(loop, batch);
+        int calls = 1;
+        for (double spent = 0; spent < WARM_UP_NANOSECONDS; ) {
+            double nanoseconds = calls * timed(loop, calls);
+            spent += nanoseconds;
+            if (nanoseconds < ROUND_NANOSECONDS / 2) calls = Math.min(2 * calls, mostCalls);
+            if (nanoseconds > ROUND_NANOSECONDS * 2) calls = Math.max(calls / 2, 1);
         }
-        return (int) Math.max(1, Math.min(mostCalls, ROUND_NANOSECONDS / nanoseconds));
+        return calls;
     }
 
     private static double timed(Loop loop, int calls) {

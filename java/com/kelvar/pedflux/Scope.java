@@ -10,7 +10,7 @@ import java.util.List;
  * while (!simulation.isDone()) {
  *     try (Scope frame = new Scope()) {
  *         simulation.step();
- *         for (Agent agent : simulation.getAgents()) watch(agent.getLocation());
+ *         for (Agent agent : simulation.getAllAgents()) watch(agent.getPosition());
  *     }
  * }
  * }</pre>
