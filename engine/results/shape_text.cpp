@@ -12,7 +12,7 @@ using Json = nlohmann::json;
 
 Json ring_json(Ring const& ring) {
     Json json = Json::array();
-    for (Point const point : ring) json.push_back({point.x, point.z});
+    for (Point const point : ring) json.push_back(Json::array({point.x, point.z}));
     return json;
 }
 
@@ -27,14 +27,16 @@ Ring ring_of(Json const& json) {
 std::string shape_text(Surface const& surface) {
     Json polygons = Json::array();
     for (auto const& polygon : surface.walkable) {
-        Json rings = {ring_json(polygon.outline)};
+        // Braces around one value mean a list to one compiler and a copy to another.
+        Json rings = Json::array();
+        rings.push_back(ring_json(polygon.outline));
         for (auto const& hole : polygon.holes) rings.push_back(ring_json(hole));
         polygons.push_back(std::move(rings));
     }
     Json faces = Json::array();
     for (auto const& face : surface.faces) {
         Json corners = Json::array();
-        for (Vector const corner : face) corners.push_back({corner.x, corner.y, corner.z});
+        for (Vector const corner : face) corners.push_back(Json::array({corner.x, corner.y, corner.z}));
         faces.push_back(std::move(corners));
     }
     return Json{{"polygons", std::move(polygons)}, {"faces", std::move(faces)}}.dump();
