@@ -34,9 +34,6 @@ struct SharedValue<Distribution> {
     static std::shared_ptr<Distribution> make(Law const& law) { return make_distribution(law); }
 };
 
-/// A distribution of the same class and law; empty for an empty one.
-std::shared_ptr<Distribution> copy_of(std::shared_ptr<Distribution> const& distribution);
-
 /// One value of a distribution. Throws for one that is not valid.
 double sample(Distribution const& distribution, Random& random);
 

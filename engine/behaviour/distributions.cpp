@@ -168,10 +168,6 @@ std::shared_ptr<Distribution> make_distribution(Law const& law) {
     return std::visit([](auto const& kind) { return make(kind); }, law);
 }
 
-std::shared_ptr<Distribution> copy_of(std::shared_ptr<Distribution> const& distribution) {
-    return distribution ? make_distribution(law_of(*distribution)) : nullptr;
-}
-
 double sample(Distribution const& distribution, Random& random) {
     require_valid(law_of(distribution));
     return sample(law_of(distribution), random);

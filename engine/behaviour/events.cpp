@@ -50,11 +50,10 @@ void Evacuation::SetZones(std::vector<GlobalId> const& zones) { set(*this, &Evac
 void Evacuation::ClearZones() { SetZones({}); }
 
 std::shared_ptr<Distribution> Evacuation::GetPreMovementWaitDistribution() {
-    return engine::copy_of(get(*this, &EvacuationState::pre_movement_wait));
+    return engine::get_copy(*this, &EvacuationState::pre_movement_wait);
 }
 void Evacuation::SetPreMovementWaitDistribution(std::shared_ptr<Distribution> const& wait) {
-    if (!wait) engine::refuse(title_of(state_of<EventState>(*this)) + ": the pre-movement wait must not be empty");
-    set(*this, &EvacuationState::pre_movement_wait, engine::copy_of(wait));
+    engine::set_copy(*this, &EvacuationState::pre_movement_wait, wait);
 }
 
 namespace engine {
@@ -80,9 +79,6 @@ Color agent_color_of(EventState const& event) {
     }
     return event.color;
 }
-
-template Kind const& kind_of<JourneyState>();
-template Kind const& kind_of<EvacuationState>();
 
 }  // namespace engine
 }  // namespace pedflux

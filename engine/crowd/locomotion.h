@@ -26,7 +26,7 @@ struct Locomotion {
     /// Gap between two bodies that passing walkers want to keep.
     double passing_gap = 0.15;
     /// Strength of stepping aside, as sideways per forward metre for one person right ahead.
-    double avoidance = 0.8;
+    double avoidance = 0.6;
     /// The same for an oncoming person, added to it.
     double oncoming_avoidance = 2.5;
     /// How far to the left of the middle an oncoming person still is passed on the right.

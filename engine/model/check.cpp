@@ -36,13 +36,18 @@ std::string described(Range const& range) {
     return with_unit(text.empty() ? "finite" : text, range);
 }
 
-std::string title_of(Owner const& owner) { return owner.object == nullptr ? "the project" : title_of(*owner.object); }
+std::string title_of(Owner const& owner) {
+    if (owner.node != nullptr) return std::string(owner.node->kind->name);
+    return owner.object == nullptr ? "the project" : title_of(*owner.object);
+}
 
 }  // namespace
 
 void Subject::refuse(std::string const& allowed, std::string const& found) const {
     throw Exception(title_of(owner) + ": " + property + " must be " + allowed + ", not " + found);
 }
+
+void refuse_empty(Subject const& subject) { subject.refuse("given", "empty"); }
 
 void require(Subject const& subject, double value, NoRule) {
     if (!std::isfinite(value)) subject.refuse("finite", text_of(value));
@@ -67,6 +72,7 @@ void require(Subject const& subject, Vec3d const& vector, NoRule) {
 void require(Subject const& subject, GlobalId const& id, RefersTo const& rule) {
     auto const expected = "the identifier of " + std::string(rule.what);
     if (!id.IsValid()) subject.refuse(expected, "the invalid identifier");
+    if (subject.owner.node != nullptr) return;
     Document const* const document = subject.owner.document;
     if (document == nullptr) throw Exception(title_of(subject.owner) + " is no longer part of a project");
     ObjectState const* const object = document->find(id);
@@ -98,6 +104,11 @@ void require(Subject const& subject, std::shared_ptr<Distribution> const& distri
             subject.refuse("a distribution of values " + described(range), "one that reaches " + text_of(bound));
         }
     }
+}
+
+void require(Subject const& subject, std::shared_ptr<Distribution> const& distribution, RequiredRange const& range) {
+    if (!distribution) refuse_empty(subject);
+    require(subject, distribution, static_cast<Range const&>(range));
 }
 
 void refuse_unset(Owner const& owner, std::string_view property) {

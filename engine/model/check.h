@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/model/codec.h"
+#include "engine/model/node.h"
 #include "engine/model/rules.h"
 
 #include <pedflux/distributions.h>
@@ -17,13 +18,15 @@
 /// Whether values follow their fields' rules. Setters and opening a project ask the same functions.
 namespace pedflux::engine {
 
-/// Whose values are checked: an object's, or without one the project's own settings.
+/// Whose values are checked: an object's, or a node's outside of projects, or without one the project's own settings.
 struct Owner {
     ObjectState const* object;
     Document const* document;  ///< none for an object that is no longer part of a project
+    NodeState const* node = nullptr;
 };
 
 inline Owner owner_of(ObjectState const& object) { return {&object, object.document}; }
+inline Owner owner_of(NodeState const& node) { return {nullptr, nullptr, &node}; }
 
 /// What a value belongs to, for messages.
 struct Subject {
@@ -46,6 +49,25 @@ void require(Subject const& subject, GlobalId const& id, RefersTo const& rule);
 void require(Subject const& subject, std::vector<GlobalId> const& ids, RefersTo const& rule);
 void require(Subject const& subject, std::shared_ptr<Geometry> const& geometry, GeometryRule const& rule);
 void require(Subject const& subject, std::shared_ptr<Distribution> const& distribution, Range const& range);
+void require(Subject const& subject, std::shared_ptr<Distribution> const& distribution, RequiredRange const& range);
+
+/// Throws Exception: DelayedTrigger: childTrigger must be given, not empty.
+[[noreturn]] void refuse_empty(Subject const& subject);
+
+template <StandsForValue T>
+void require(Subject const& subject, std::shared_ptr<T> const& value, Required) {
+    if (!value) refuse_empty(subject);
+}
+/// A node's values are those of whoever holds it.
+template <IsNode Base, class Rule>
+void require(Subject const& subject, std::shared_ptr<Base> const& node, Rule) {
+    if (node) {
+        NodeState const& state = node_of(*node);
+        state.kind->check(subject.owner, subject.property, state);
+    } else if constexpr (std::is_same_v<Rule, Required>) {
+        refuse_empty(subject);
+    }
+}
 
 template <class Enumeration>
 requires std::is_enum_v<Enumeration>
@@ -113,6 +135,8 @@ void collect_references(ObjectState const* owner, T const& value, std::vector<Re
         if constexpr (std::is_same_v<Part, GlobalId>) {
             static_assert(std::is_same_v<Rule, RefersTo>, "a field of identifiers says what they refer to");
             found.push_back({owner, part, rule.role});
+        } else if constexpr (IS_NODE_POINTER<Part>) {
+            if (part) node_of(*part).kind->references(owner, node_of(*part), found);
         }
     });
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/model/check.h"
+#include "engine/model/node.h"
 #include "engine/model/state.h"
 
 #include <pedflux/exception.h>
@@ -11,6 +12,7 @@
 #include <string_view>
 #include <type_traits>
 #include <utility>
+#include <variant>
 
 /// What the setters and getters of faces come down to. The field's name and rule are those of the state's list:
 ///
@@ -76,6 +78,76 @@ Value const& get(SimObject& face, std::optional<Value> State::*member) {
     return get_field(owner_of(state), state, member);
 }
 
+// The same for nodes. A node that is set as a part of another one is shared with whoever else holds it.
+
+/// Calls found(name, pointer) for every node that stands directly in a state.
+template <class State, class Found>
+void with_nodes(State& state, Found const& found) {
+    auto const search = [&](auto const& self, std::string_view name, auto& value) -> void {
+        using Value = std::remove_cvref_t<decltype(value)>;
+        if constexpr (IS_NODE_POINTER<Value>) {
+            if (value) found(name, value);
+        } else if constexpr (IS_LIST<Value>) {
+            for (auto& element : value) self(self, name, element);
+        } else if constexpr (IS_OPTIONAL<Value>) {
+            if (value) self(self, name, *value);
+        } else if constexpr (IS_VARIANT<Value>) {
+            std::visit([&](auto& held) { self(self, name, held); }, value);
+        } else if constexpr (Described<Value>) {
+            Value::fields(value,
+                          [&](std::string_view inner, auto& field, auto const&...) { self(self, inner, field); });
+        }
+    };
+    search(search, "", state);
+}
+
+/// A state may have a rule that binds several of its fields together. `subject` names the state in messages.
+template <class State>
+concept ChecksItsFields = requires(Subject const& subject, State const& state) {
+    State::check(subject, state);
+};
+
+template <class State>
+void check_node(Owner const& owner, std::string const& path, State const& state) {
+    check_value(owner, path, state, NoRule{});
+    if constexpr (ChecksItsFields<State>) State::check(Subject{owner, path}, state);
+}
+
+/// Changes several fields of a node at once: all, or none when the outcome breaks a rule.
+template <class State, IsNode Face, class Edit>
+void change(Face& face, Edit const& edit) {
+    State& state = state_of<State>(face);
+    State changed = state;
+    edit(changed);
+    with_nodes(changed,
+               [&](std::string_view name, auto const& node) { require_may_hold(state, name, node_of(*node)); });
+    check_node(owner_of(state), "", changed);
+    state = std::move(changed);
+}
+
+template <IsNode Face, class Member, class State, class Value>
+void set(Face& face, Member State::*member, Value&& value) {
+    State& state = state_of<State>(face);
+    with_field(state, member, [&](std::string_view name, Member& field, auto const& rule) {
+        Member stored(std::forward<Value>(value));
+        check_value(owner_of(state), std::string(name), stored, rule);
+        if constexpr (IS_NODE_POINTER<Member>) {
+            if (stored) require_may_hold(state, name, node_of(*stored));
+        }
+        field = std::move(stored);
+    });
+}
+
+template <IsNode Face, class Member, class State>
+Member const& get(Face const& face, Member State::*member) {
+    return state_of<State>(face).*member;
+}
+template <IsNode Face, class Value, class State>
+Value const& get(Face const& face, std::optional<Value> State::*member) {
+    State const& state = state_of<State>(face);
+    return get_field(owner_of(state), state, member);
+}
+
 template <class State, class Value>
 bool has(SimObject& face, std::optional<Value> State::*member) {
     return (state_of<State>(face).*member).has_value();
@@ -83,6 +155,45 @@ bool has(SimObject& face, std::optional<Value> State::*member) {
 
 template <class State, class Value>
 void clear(SimObject& face, std::optional<Value> State::*member) {
+    (state_of<State>(face).*member).reset();
+}
+
+// Properties of objects that are shared outside of the project: nodes, distributions, times. The object keeps a copy
+// and hands out copies, so that nobody changes it through what was set or read before. An empty pointer is none.
+
+template <StandsForValue T>
+std::shared_ptr<T> copy_of(std::shared_ptr<T> const& value) {
+    return value ? SharedValue<T>::make(SharedValue<T>::value(*value)) : nullptr;
+}
+
+/// Refuses an empty pointer.
+template <class State, class T>
+void set_copy(SimObject& face, std::shared_ptr<T> State::*member, std::shared_ptr<T> const& value) {
+    State& state = state_of<State>(face);
+    if (!value) {
+        with_field(state, member, [&](std::string_view name, auto const&...) {
+            refuse_empty(Subject{owner_of(state), std::string(name)});
+        });
+    }
+    set(face, member, copy_of(value));
+}
+
+/// A copy of the value. Throws Exception when none is set.
+template <class State, class T>
+std::shared_ptr<T> get_copy(SimObject& face, std::shared_ptr<T> State::*member) {
+    State& state = state_of<State>(face);
+    if (!(state.*member)) {
+        with_field(state, member, [&](std::string_view name, auto const&...) { refuse_unset(owner_of(state), name); });
+    }
+    return copy_of(state.*member);
+}
+
+template <class State, class T>
+bool has(SimObject& face, std::shared_ptr<T> State::*member) {
+    return state_of<State>(face).*member != nullptr;
+}
+template <class State, class T>
+void clear(SimObject& face, std::shared_ptr<T> State::*member) {
     (state_of<State>(face).*member).reset();
 }
 

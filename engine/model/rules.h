@@ -26,6 +26,13 @@ inline constexpr Range NOT_NEGATIVE{0, WITHOUT_END};
 inline constexpr Range ABOVE_ZERO{0, WITHOUT_END, "", true};
 inline constexpr Range AT_LEAST_ONE{1, WITHOUT_END};
 
+/// A part that must be given.
+struct Required {};
+inline constexpr Required REQUIRED;
+
+/// A distribution that must be given, with its range.
+struct RequiredRange : Range {};
+
 /// The shapes that an object can have.
 struct GeometryRule {
     std::string_view what;  ///< for messages: "a mesh"

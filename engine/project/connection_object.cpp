@@ -1,10 +1,10 @@
+#include "engine/behaviour/distribution_face.h"
 #include "engine/model/document.h"
 #include "engine/model/goal_lines.h"
 #include "engine/model/group_states.h"
 #include "engine/model/lists.h"
 #include "engine/model/properties.h"
 #include "engine/model/scene_states.h"
-#include "engine/project/distribution_properties.h"
 #include "engine/project/route_banks.h"
 
 #include <pedflux/exception.h>
@@ -18,10 +18,10 @@ namespace pedflux {
 using engine::clear;
 using engine::ConnectionState;
 using engine::get;
-using engine::get_distribution;
+using engine::get_copy;
 using engine::has;
 using engine::set;
-using engine::set_distribution;
+using engine::set_copy;
 using engine::state_of;
 
 // A plain property: the getter and the setter of a field.
@@ -63,19 +63,19 @@ bool ConnectionObject::HasEntranceDelayDistribution() {
     return get(*this, &ConnectionState::entrance_delay) != nullptr;
 }
 std::shared_ptr<Distribution> ConnectionObject::GetEntranceDelayDistribution() {
-    return get_distribution(*this, &ConnectionState::entrance_delay);
+    return get_copy(*this, &ConnectionState::entrance_delay);
 }
 void ConnectionObject::SetEntranceDelayDistribution(std::shared_ptr<Distribution> const& delay) {
-    set_distribution(*this, &ConnectionState::entrance_delay, delay);
+    set_copy(*this, &ConnectionState::entrance_delay, delay);
 }
 void ConnectionObject::ClearEntranceDelayDistribution() { state_of<ConnectionState>(*this).entrance_delay.reset(); }
 
 bool ConnectionObject::HasExitDelayDistribution() { return get(*this, &ConnectionState::exit_delay) != nullptr; }
 std::shared_ptr<Distribution> ConnectionObject::GetExitDelayDistribution() {
-    return get_distribution(*this, &ConnectionState::exit_delay);
+    return get_copy(*this, &ConnectionState::exit_delay);
 }
 void ConnectionObject::SetExitDelayDistribution(std::shared_ptr<Distribution> const& delay) {
-    set_distribution(*this, &ConnectionState::exit_delay, delay);
+    set_copy(*this, &ConnectionState::exit_delay, delay);
 }
 void ConnectionObject::ClearExitDelayDistribution() { state_of<ConnectionState>(*this).exit_delay.reset(); }
 

@@ -1,6 +1,6 @@
+#include "engine/behaviour/distribution_face.h"
 #include "engine/model/profile_state.h"
 #include "engine/model/properties.h"
-#include "engine/project/distribution_properties.h"
 
 #include <pedflux/profiles.h>
 
@@ -39,10 +39,10 @@ void ProfileState::check(ProfileState const& self) {
 
 #define DISTRIBUTION(Name, field)                                                              \
     std::shared_ptr<Distribution> Profile::Get##Name##Distribution() {                         \
-        return engine::get_distribution(*this, &ProfileState::field);                          \
+        return engine::get_copy(*this, &ProfileState::field);                                  \
     }                                                                                          \
     void Profile::Set##Name##Distribution(std::shared_ptr<Distribution> const& distribution) { \
-        engine::set_distribution(*this, &ProfileState::field, distribution);                   \
+        engine::set_copy(*this, &ProfileState::field, distribution);                           \
     }
 #define PROPERTY(Type, Name, field)                                        \
     Type Profile::Get##Name() { return get(*this, &ProfileState::field); } \

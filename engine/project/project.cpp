@@ -1,26 +1,17 @@
-#include "engine/analysis/query_states.h"
-#include "engine/behaviour/event_states.h"
 #include "engine/model/document.h"
 #include "engine/model/files.h"
-#include "engine/model/group_states.h"
-#include "engine/model/profile_state.h"
 #include "engine/model/properties.h"
 #include "engine/model/saving.h"
-#include "engine/model/scene_states.h"
-#include "engine/model/simulation_run_state.h"
 #include "engine/project/export_geometry.h"
+#include "engine/project/kind_table.h"
 #include "engine/project/kinds.h"
 #include "engine/project/paths.h"
 
 #include <pedflux/exception.h>
-#include <pedflux/geometry.h>
 #include <pedflux/issue.h>
-#include <pedflux/profiles.h>
+#include <pedflux/objects.h>
 #include <pedflux/project.h>
-#include <pedflux/scene.h>
 #include <pedflux/selection.h>
-#include <pedflux/simulation_run.h>
-#include <pedflux/transform.h>
 
 #include <mutex>
 #include <utility>
@@ -175,98 +166,10 @@ void Project::RemoveAndDeleteObject(std::shared_ptr<SimObject> const& object) {
     document.remove(state);
 }
 
-namespace {
-
-/// The face of an object, if it is of the class or of one derived from it.
-template <class Face>
-std::shared_ptr<Face> face_as(Document& document, engine::ObjectState* object) {
-    return object == nullptr ? nullptr : std::dynamic_pointer_cast<Face>(document.face_of(*object));
-}
-
-template <class Face, class Key>
-std::shared_ptr<Face> look_up(Project const& project, Key const& key) {
-    Document& document = document_of(project);
-    return face_as<Face>(document, document.find(key));
-}
-
-template <class Face>
-std::vector<std::shared_ptr<Face>> list_of(Project const& project) {
-    Document& document = document_of(project);
-    std::vector<std::shared_ptr<Face>> faces;
-    for (auto const& object : document.objects()) {
-        if (auto face = face_as<Face>(document, object.get())) faces.push_back(std::move(face));
-    }
-    return faces;
-}
-
-/// A new object of a kind with some fields set. A refused value leaves nothing behind.
-template <class State, class... Member, class... Value>
-std::shared_ptr<typename State::Face> create(Project const& project, std::string const& name,
-                                             std::pair<Member, Value>... fields) {
-    Document& document = document_of(project);
-    auto& state = document.add<State>(name);
-    try {
-        (engine::set_field(owner_of(state), state, fields.first, std::move(fields.second)), ...);
-    } catch (...) {
-        document.remove(state);
-        throw;
-    }
-    return std::static_pointer_cast<typename State::Face>(document.face_of(state));
-}
-
-}  // namespace
-
-#define LOOKUPS(Class, Name, Names)                                                                            \
-    std::shared_ptr<Class> Project::Get##Name(GlobalId const& id) { return look_up<Class>(*this, id); }        \
-    std::shared_ptr<Class> Project::Get##Name(std::string const& name) { return look_up<Class>(*this, name); } \
-    std::vector<std::shared_ptr<Class>> Project::Get##Names() { return list_of<Class>(*this); }
-
-// A kind whose factory takes a name; a name and a mesh; a name and one value of a field.
-#define KIND(Class, Names)                                                   \
-    std::shared_ptr<Class> Project::Create##Class(std::string const& name) { \
-        return create<engine::Class##State>(*this, name);                    \
-    }                                                                        \
-    LOOKUPS(Class, Class, Names)
-#define KIND_WITH(Class, Names, Type, field)                                                              \
-    std::shared_ptr<Class> Project::Create##Class(std::string const& name, Type const& value) {           \
-        return create<engine::Class##State>(*this, name, std::pair(&engine::Class##State::field, value)); \
-    }                                                                                                     \
-    LOOKUPS(Class, Class, Names)
-#define KIND_WITH_MESH(Class, Names)                                                                 \
-    std::shared_ptr<Class> Project::Create##Class(std::string const& name,                           \
-                                                  std::shared_ptr<MeshGeometry> const& mesh) {       \
-        return create<engine::Class##State>(                                                         \
-            *this, name, std::pair(&engine::SceneState::geometry, std::shared_ptr<Geometry>(mesh))); \
-    }                                                                                                \
-    LOOKUPS(Class, Class, Names)
-
 LOOKUPS(SimObject, Object, Objects)
 LOOKUPS(SceneObject, SceneObject, SceneObjects)
 LOOKUPS(NetworkObject, NetworkObject, NetworkObjects)
 LOOKUPS(WalkableObject, WalkableObject, WalkableObjects)
 LOOKUPS(ConnectionObject, ConnectionObject, ConnectionObjects)
-
-KIND_WITH_MESH(Floor, Floors)
-KIND_WITH_MESH(Portal, Portals)
-KIND_WITH_MESH(Link, Links)
-KIND_WITH_MESH(Stair, Stairs)
-KIND_WITH_MESH(Ramp, Ramps)
-KIND_WITH_MESH(Barrier, Barriers)
-KIND_WITH(Zone, Zones, std::vector<GlobalId>, base_members)
-KIND_WITH(Collection, Collections, std::vector<GlobalId>, items)
-KIND(Perimeter, Perimeters)
-KIND(RouteBank, RouteBanks)
-KIND(Transform, Transforms)
-KIND(Profile, Profiles)
-KIND(Journey, Journeys)
-KIND(Evacuation, Evacuations)
-KIND(SimulationRun, SimulationRuns)
-KIND_WITH(AverageDensityMapQuery, AverageDensityMapQueries, GlobalId, run)
-KIND_WITH(MaxDensityMapQuery, MaxDensityMapQueries, GlobalId, run)
-KIND_WITH(InstantaneousDensityMapQuery, InstantaneousDensityMapQueries, GlobalId, run)
-KIND_WITH(ExperiencedDensityMapQuery, ExperiencedDensityMapQueries, GlobalId, run)
-KIND_WITH(NonZeroAverageDensityMapQuery, NonZeroAverageDensityMapQueries, GlobalId, run)
-KIND_WITH(AgentCountMapQuery, AgentCountMapQueries, GlobalId, run)
-KIND_WITH(PopulationCountGraphQuery, PopulationCountGraphQueries, GlobalId, run)
 
 }  // namespace pedflux

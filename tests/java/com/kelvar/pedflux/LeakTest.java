@@ -4,7 +4,9 @@ import static org.junit.jupiter.api.Assertions.assertEquals;
 import static org.junit.jupiter.api.Assertions.assertThrows;
 
 import java.nio.charset.StandardCharsets;
+import java.nio.file.Path;
 import org.junit.jupiter.api.Test;
+import org.junit.jupiter.api.io.TempDir;
 
 /**
  * What a closed loop of calls leaves on the native heap: nothing but the texts and number lists that were passed in, which
@@ -81,5 +83,27 @@ class LeakTest {
         int[] absent = {1_000_000};
         assertLeaves(2, VECTOR_OBJECT + Integer.BYTES,
                 () -> assertThrows(Exception.class, () -> mesh.facesTranslatedBy(absent, up)));
+    }
+
+    @Test
+    void aWholeRunLeavesOnlyItsTexts(@TempDir Path directory) {
+        String path = directory.resolve("a run whose path is longer than a string object holds.pfdb").toString();
+        Allocations left = Allocations.leftBy(() -> {
+            try (Scope scope = new Scope()) {
+                Project project = Project.create();
+                RunTest.drawHall(project);
+                Simulation simulation = Simulation.create(project, "Run", path);
+                while (!simulation.isDone()) {
+                    try (Scope frame = new Scope()) {
+                        simulation.step();
+                        for (Agent agent : simulation.getAllAgents()) agent.getPosition();
+                    }
+                }
+                project.close();
+            }
+        });
+        int texts = 6;
+        int pathBytes = path.getBytes(StandardCharsets.UTF_8).length + 1;
+        assertEquals(new Allocations(texts + 1, texts * STRING_OBJECT + pathBytes), left);
     }
 }

@@ -1,0 +1,90 @@
+#include "engine/model/node.h"
+
+#include <pedflux/exception.h>
+
+#include <algorithm>
+#include <string>
+
+namespace pedflux::engine {
+
+void NodeRelease::operator()(NodeState* state) const noexcept {
+    // What a node holds waits until the node itself is gone, so that a long chain does not exhaust the stack.
+    thread_local NodeState* waiting = nullptr;
+    thread_local bool releasing = false;
+    state->next_released = waiting;
+    waiting = state;
+    if (releasing) return;
+    releasing = true;
+    while (waiting != nullptr) {
+        NodeState* const next = waiting;
+        waiting = next->next_released;
+        delete next;
+    }
+    releasing = false;
+}
+
+namespace {
+
+/// How far a node reaches. A node that is shared counts wherever it stands, as it does when it is copied or saved.
+struct Extent {
+    int levels = 0;
+    int nodes = 0;
+    bool is_allowed() const { return levels <= DEEPEST_NODE && nodes <= MOST_NODES; }
+};
+
+/// Counts no further than what is allowed.
+void measure(NodeState const& state, int level, Extent& extent) {
+    extent.levels = std::max(extent.levels, level);
+    ++extent.nodes;
+    state.kind->inner(state, [&](NodeState const& inner) {
+        if (extent.is_allowed()) measure(inner, level + 1, extent);
+    });
+}
+
+bool fits(NodeState const& state, int level) {
+    Extent extent;
+    measure(state, level, extent);
+    return extent.is_allowed();
+}
+
+bool holds(NodeState const& state, NodeState const& wanted) {
+    bool found = &state == &wanted;
+    state.kind->inner(state, [&](NodeState const& inner) { found = found || holds(inner, wanted); });
+    return found;
+}
+
+[[noreturn]] void refuse_extent(NodeState const& state) {
+    throw Exception(std::string(state.kind->name) + ": nested deeper than " + std::to_string(DEEPEST_NODE) +
+                    " levels or with more than " + std::to_string(MOST_NODES) + " parts");
+}
+
+}  // namespace
+
+NodePointer copy_of(NodeState const& state) {
+    require_shallow(state);
+    return state.kind->copy(state);
+}
+
+void require_shallow(NodeState const& state) {
+    if (!fits(state, 1)) refuse_extent(state);
+}
+
+std::size_t checked_index(NodeState const& state, std::string_view what, int index, std::size_t count) {
+    if (index < 0 || static_cast<std::size_t>(index) >= count) {
+        throw Exception(std::string(state.kind->name) + ": there is no " + std::string(what) + " " +
+                        std::to_string(index) + ", it has " + std::to_string(count));
+    }
+    return static_cast<std::size_t>(index);
+}
+
+bool may_hold_node(NodeState const& parent, NodeState const& child) { return fits(child, 2) && !holds(child, parent); }
+
+void require_may_hold(NodeState const& parent, std::string_view property, NodeState const& child) {
+    if (!fits(child, 2)) refuse_extent(parent);
+    if (holds(child, parent)) {
+        throw Exception(std::string(parent.kind->name) + ": " + std::string(property) + " must not be or hold the " +
+                        std::string(parent.kind->name) + " itself");
+    }
+}
+
+}  // namespace pedflux::engine

@@ -1,0 +1,23 @@
+#include "engine/behaviour/distribution_face.h"
+#include "engine/model/group_states.h"
+#include "engine/model/scene_states.h"
+#include "engine/project/kind_table.h"
+
+#include <pedflux/scene.h>
+#include <pedflux/transform.h>
+
+namespace pedflux {
+
+KIND_WITH_MESH(Floor, Floors)
+KIND_WITH_MESH(Portal, Portals)
+KIND_WITH_MESH(Link, Links)
+KIND_WITH_MESH(Stair, Stairs)
+KIND_WITH_MESH(Ramp, Ramps)
+KIND_WITH_MESH(Barrier, Barriers)
+KIND_WITH(Zone, Zones, std::vector<GlobalId>, base_members)
+KIND_WITH(Collection, Collections, std::vector<GlobalId>, items)
+KIND(Perimeter, Perimeters)
+KIND(RouteBank, RouteBanks)
+KIND(Transform, Transforms)
+
+}  // namespace pedflux
