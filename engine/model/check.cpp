@@ -19,12 +19,18 @@ std::string with_unit(std::string text, Range const& range) {
     return text;
 }
 
+std::string title_of(Owner const& owner) {
+    if (owner.node != nullptr) return std::string(owner.node->kind->name);
+    return owner.object == nullptr ? "the project" : title_of(*owner.object);
+}
+
+}  // namespace
+
 bool contains(Range const& range, double value) {
     return std::isfinite(value) && value <= range.most && value >= range.least &&
            !(range.without_least && value == range.least);
 }
 
-/// "greater than 0 and at most 2 m"
 std::string described(Range const& range) {
     std::string text;
     if (std::isfinite(range.least)) {
@@ -35,13 +41,6 @@ std::string described(Range const& range) {
     }
     return with_unit(text.empty() ? "finite" : text, range);
 }
-
-std::string title_of(Owner const& owner) {
-    if (owner.node != nullptr) return std::string(owner.node->kind->name);
-    return owner.object == nullptr ? "the project" : title_of(*owner.object);
-}
-
-}  // namespace
 
 void Subject::refuse(std::string const& allowed, std::string const& found) const {
     throw Exception(title_of(owner) + ": " + property + " must be " + allowed + ", not " + found);
@@ -94,21 +93,6 @@ void require(Subject const& subject, std::vector<GlobalId> const& ids, RefersTo 
 void require(Subject const& subject, std::shared_ptr<Geometry> const& geometry, GeometryRule const& rule) {
     if (!geometry) subject.refuse(std::string(rule.what), "empty");
     if (!rule.allows(*geometry)) subject.refuse(std::string(rule.what), "another kind of geometry");
-}
-
-void require(Subject const& subject, std::shared_ptr<Distribution> const& distribution, Range const& range) {
-    if (!distribution) return;
-    if (!distribution->IsValid()) subject.refuse("a valid distribution", "one whose parameters do not fit together");
-    for (double const bound : {distribution->GetMin(), distribution->GetMax()}) {
-        if (!contains(range, bound)) {
-            subject.refuse("a distribution of values " + described(range), "one that reaches " + text_of(bound));
-        }
-    }
-}
-
-void require(Subject const& subject, std::shared_ptr<Distribution> const& distribution, RequiredRange const& range) {
-    if (!distribution) refuse_empty(subject);
-    require(subject, distribution, static_cast<Range const&>(range));
 }
 
 void refuse_unset(Owner const& owner, std::string_view property) {

@@ -37,6 +37,10 @@ struct Subject {
     [[noreturn]] void refuse(std::string const& allowed, std::string const& found) const;
 };
 
+bool contains(Range const& range, double value);
+/// The range for messages: greater than 0 and at most 2 m.
+std::string described(Range const& range);
+
 // One `require` for each pair of type and rule that can be broken; every other pair is right.
 template <class T, class Rule>
 void require(Subject const&, T const&, Rule const&) {}
