@@ -36,7 +36,7 @@ struct SpreadOutWaitStyleState : NodeState {
     static void fields(Self&, Field&&) {}
 };
 
-struct WaitSpaceState : NodeState {
+struct WaitInSpacesState : NodeState {
     std::vector<GlobalId> spaces;
     WaitStyleTypeId fallback = WaitStyleTypeId::STAND_STILL;
 
@@ -47,7 +47,7 @@ struct WaitSpaceState : NodeState {
     }
 };
 
-struct AssignedWaitSpaceWaitStyleState : WaitSpaceState {
+struct AssignedWaitSpaceWaitStyleState : WaitInSpacesState {
     static constexpr WaitStyleTypeId TYPE = WaitStyleTypeId::ASSIGNED_WAIT_SPACE;
     static constexpr std::string_view NAME = "AssignedWaitSpaceWaitStyle";
     using Face = AssignedWaitSpaceWaitStyle;
@@ -56,7 +56,7 @@ struct AssignedWaitSpaceWaitStyleState : WaitSpaceState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        WaitSpaceState::fields(self, field);
+        WaitInSpacesState::fields(self, field);
         field("weights", self.weights, NOT_NEGATIVE);
     }
     static void check(Subject const&, AssignedWaitSpaceWaitStyleState const& self) {
@@ -66,7 +66,7 @@ struct AssignedWaitSpaceWaitStyleState : WaitSpaceState {
     }
 };
 
-struct LowestCostWaitSpaceWaitStyleState : WaitSpaceState {
+struct LowestCostWaitSpaceWaitStyleState : WaitInSpacesState {
     static constexpr WaitStyleTypeId TYPE = WaitStyleTypeId::LOWEST_COST_WAIT_SPACE;
     static constexpr std::string_view NAME = "LowestCostWaitSpaceWaitStyle";
     using Face = LowestCostWaitSpaceWaitStyle;

@@ -8,7 +8,7 @@ namespace pedflux {
 using engine::get;
 using engine::make_node;
 using engine::set;
-using engine::WaitSpaceState;
+using engine::WaitInSpacesState;
 
 WaitStyle::WaitStyle(engine::NodePointer node) : node_(std::move(node)) {}
 WaitStyle::WaitStyle(WaitStyle const& other) : node_(engine::copy_of(engine::node_of(other))) {}
@@ -48,12 +48,14 @@ LowestCostWaitSpaceWaitStyle::LowestCostWaitSpaceWaitStyle(std::vector<GlobalId>
     : WaitStyle(make_node<WaitStyle, engine::LowestCostWaitSpaceWaitStyleState>(
           [&](auto& state) { state.spaces = spaces; })) {}
 
-#define FALLBACK(Class)                                                                               \
-    WaitStyleTypeId Class::GetFallbackWaitStyleId() { return get(*this, &WaitSpaceState::fallback); } \
-    void Class::SetFallbackWaitStyleStandStill() {                                                    \
-        set(*this, &WaitSpaceState::fallback, WaitStyleTypeId::STAND_STILL);                          \
-    }                                                                                                 \
-    void Class::SetFallbackWaitStyleSpreadOut() { set(*this, &WaitSpaceState::fallback, WaitStyleTypeId::SPREAD_OUT); }
+#define FALLBACK(Class)                                                                                  \
+    WaitStyleTypeId Class::GetFallbackWaitStyleId() { return get(*this, &WaitInSpacesState::fallback); } \
+    void Class::SetFallbackWaitStyleStandStill() {                                                       \
+        set(*this, &WaitInSpacesState::fallback, WaitStyleTypeId::STAND_STILL);                          \
+    }                                                                                                    \
+    void Class::SetFallbackWaitStyleSpreadOut() {                                                        \
+        set(*this, &WaitInSpacesState::fallback, WaitStyleTypeId::SPREAD_OUT);                           \
+    }
 
 FALLBACK(AssignedWaitSpaceWaitStyle)
 FALLBACK(LowestCostWaitSpaceWaitStyle)
