@@ -1,0 +1,101 @@
+#pragma once
+
+#include <pedflux/api.h>
+#include <pedflux/conditions.h>
+#include <pedflux/identifiers.h>
+#include <pedflux/objects.h>
+
+#include <memory>
+#include <vector>
+
+namespace pedflux {
+
+class AgentTest;
+class TriggerRange;
+
+/// Opens or closes gates during spans of time; outside of them, gates stay as they are without it. Of several accesses
+/// that concern a gate at the same time, the one that began last holds.
+///
+/// A new one opens no gates, both ways, for all of the simulation.
+class PEDFLUX_API GateAccess : public SimObject {
+  public:
+    using SimObject::SimObject;
+
+    std::vector<GlobalId> GetGatedObjects();
+    /// Replaces the gates: connections, each of them once. What is not gated is not concerned.
+    void SetGatedObjects(std::vector<GlobalId> const& gated_objects);
+
+    /// A copy.
+    std::shared_ptr<TriggerRange> GetTriggerRange();
+    void SetTriggerRange(std::shared_ptr<TriggerRange> const& range);
+
+    void SetCommandToOpen(ConnectionObjectDirection direction);
+    void SetCommandToClose(ConnectionObjectDirection direction);
+    bool IsCommandToOpen() const;
+    bool IsCommandToClose() const;
+    /// The ways that are opened or closed.
+    ConnectionObjectDirection GetCommandDirection();
+
+    /// Whether the command is obeyed by turns within a span: for the seconds on from its beginning, then not for the
+    /// seconds off, and so on. Either duration being set makes a cycle; the other one is 0 until it is set too.
+    bool HasCycle();
+    void ClearCycle();
+    /// @throws Exception without a cycle
+    int GetCycleOnDurationInSeconds() const;
+    /// @param duration at least 0
+    void SetCycleOnDurationInSeconds(int duration);
+    /// @throws Exception without a cycle
+    int GetCycleOffDurationInSeconds() const;
+    /// @param duration at least 0
+    void SetCycleOffDurationInSeconds(int duration);
+
+    /// Whom the command concerns: agents who pass the test. All without a test. A copy.
+    std::shared_ptr<AgentTest> GetAgentTest();
+    void SetAgentTest(std::shared_ptr<AgentTest> const& test);
+    bool HasAgentTest();
+    void ClearAgentTest();
+};
+
+/// Opens or closes servers during spans of time; outside of them, servers stay as they are without it. Of several
+/// accesses that concern a server at the same time, the one that began last holds.
+///
+/// A new one opens no servers, at entrance and exit, for all of the simulation.
+class PEDFLUX_API ServerAccess : public SimObject {
+  public:
+    using SimObject::SimObject;
+
+    std::vector<GlobalId> GetServers();
+    /// Replaces the servers, each of them once.
+    void SetServers(std::vector<GlobalId> const& servers);
+
+    /// A copy.
+    std::shared_ptr<TriggerRange> GetTriggerRange();
+    void SetTriggerRange(std::shared_ptr<TriggerRange> const& range);
+
+    void SetCommandToOpen(ServerAccessPoint point);
+    void SetCommandToClose(ServerAccessPoint point);
+    bool IsCommandToOpen() const;
+    bool IsCommandToClose() const;
+    /// Where it opens or closes.
+    ServerAccessPoint GetCommandAccessPoint();
+
+    /// The same as of `GateAccess`.
+    bool HasCycle();
+    void ClearCycle();
+    /// @throws Exception without a cycle
+    int GetCycleOnDurationInSeconds() const;
+    /// @param duration at least 0
+    void SetCycleOnDurationInSeconds(int duration);
+    /// @throws Exception without a cycle
+    int GetCycleOffDurationInSeconds() const;
+    /// @param duration at least 0
+    void SetCycleOffDurationInSeconds(int duration);
+};
+
+/// Something that agents are given and lose: actions hand it out, tests ask who has it.
+class PEDFLUX_API Token : public SimObject {
+  public:
+    using SimObject::SimObject;
+};
+
+}  // namespace pedflux
