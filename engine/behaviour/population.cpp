@@ -85,6 +85,8 @@ void require_fitting_destinations(Population const& population, PopulationTraits
     bool const weighted = population.assignment == DestinationAssignment::WEIGHTED_BY_CHANCE;
     if (chosen != traits.chooses_destinations)
         refuse(name + ": the destination assignment must " + (chosen ? "" : "not ") + "be BY_COUNT");
+    if (population.assignment == DestinationAssignment::IN_SEQUENCE)
+        refuse(name + ": the destination assignment must not be IN_SEQUENCE, a person has one destination");
     if (weighted) {
         require_equal_lengths(name + ": destinations", population.destinations.size(), "their weights",
                               population.destination_weights.size());

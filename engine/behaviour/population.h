@@ -24,7 +24,8 @@ PEDFLUX_NAMES(PopulationSourceTypeId, {{PopulationSourceTypeId::COUNT, "COUNT"},
 PEDFLUX_NAMES(DestinationAssignment, {{DestinationAssignment::BY_CHANCE, "BY_CHANCE"},
                                       {DestinationAssignment::BY_LOWEST_COST, "BY_LOWEST_COST"},
                                       {DestinationAssignment::WEIGHTED_BY_CHANCE, "WEIGHTED_BY_CHANCE"},
-                                      {DestinationAssignment::BY_COUNT, "BY_COUNT"}});
+                                      {DestinationAssignment::BY_COUNT, "BY_COUNT"},
+                                      {DestinationAssignment::IN_SEQUENCE, "IN_SEQUENCE"}});
 
 /// All at once.
 struct InstantArrival {

@@ -135,6 +135,7 @@ int chosen_destination(Population const& population, Random& random) {
             return static_cast<int>(draw_weighted(population.destination_weights, random));
         case DestinationAssignment::BY_CHANCE:
         case DestinationAssignment::BY_COUNT:
+        case DestinationAssignment::IN_SEQUENCE:
             break;
     }
     return static_cast<int>(random.below(static_cast<std::uint32_t>(population.destinations.size())));

@@ -37,6 +37,7 @@ enum class DestinationAssignment : int {
     BY_LOWEST_COST = 1,      ///< the one that is the easiest to reach when the person starts
     WEIGHTED_BY_CHANCE = 2,  ///< drawn with chances in proportion to the weights
     BY_COUNT = 3,            ///< the source itself tells how many go to each destination
+    IN_SEQUENCE = 4,         ///< all of them one after the other; no choice for a source
 };
 
 /// The kinds of arrival.
