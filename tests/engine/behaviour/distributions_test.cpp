@@ -1,5 +1,6 @@
 #include "engine/behaviour/bounded_normal.h"
 #include "engine/behaviour/distribution_face.h"
+#include "engine/model/properties.h"
 
 #include <pedflux/distributions.h>
 #include <pedflux/exception.h>
