@@ -25,14 +25,18 @@ ElevatorOperationTypeId ElevatorOperation::GetElevatorOperationTypeId() {
 CallAnswerElevatorOperation::CallAnswerElevatorOperation()
     : ElevatorOperation(make_node<ElevatorOperation, CallAnswerElevatorOperationState>()) {}
 
+// Which floors there are, only a project knows. An elevator or bank that takes an operation refuses floors that are
+// none.
+
 OrderedListElevatorOperation::OrderedListElevatorOperation(std::vector<GlobalId> const& floors,
                                                            ElevatorVisitingOrder order,
                                                            ElevatorOperationRepeatType repeat)
     : ElevatorOperation(make_node<ElevatorOperation, OrderedListElevatorOperationState>([&](auto& state) {
-          state.floors = floors;
           state.order = order;
           state.repeat = repeat;
-      })) {}
+      })) {
+    SetOrderedFloors(floors);
+}
 
 SabbathElevatorOperation::SabbathElevatorOperation(bool movingUpAtStart)
     : ElevatorOperation(make_node<ElevatorOperation, SabbathElevatorOperationState>(
@@ -41,18 +45,18 @@ SabbathElevatorOperation::SabbathElevatorOperation(bool movingUpAtStart)
 ShuttleElevatorOperation::ShuttleElevatorOperation(std::vector<GlobalId> const& boardingFloors,
                                                    ElevatorVisitingOrder order,
                                                    std::vector<GlobalId> const& destinationFloors)
-    : ElevatorOperation(make_node<ElevatorOperation, ShuttleElevatorOperationState>([&](auto& state) {
-          state.boarding_floors = boardingFloors;
-          state.order = order;
-          state.destination_floors = destinationFloors;
-      })) {}
+    : ElevatorOperation(
+          make_node<ElevatorOperation, ShuttleElevatorOperationState>([&](auto& state) { state.order = order; })) {
+    SetBoardingFloors(boardingFloors);
+    SetDestinationFloors(destinationFloors);
+}
 
 #define PROPERTY(Class, Type, Name, field)                               \
     Type Class::Get##Name() { return get(*this, &Class##State::field); } \
     void Class::Set##Name(Type value) { set(*this, &Class##State::field, value); }
 #define LIST(Class, Name, field)                                                          \
     std::vector<GlobalId> Class::Get##Name() { return get(*this, &Class##State::field); } \
-    void Class::Set##Name(std::vector<GlobalId> const& floors) { set(*this, &Class##State::field, floors); }
+    void Class::Set##Name(std::vector<GlobalId> const& floors) { state_of<Class##State>(*this).field = floors; }
 #define FLAG(Class, Name, field)                                                 \
     bool Class::Is##Name() const { return state_of<Class##State>(*this).field; } \
     void Class::Set##Name(bool value) { state_of<Class##State>(*this).field = value; }

@@ -33,7 +33,8 @@ enum class ElevatorOperationRepeatType : int {
 
 /// How the cars of an elevator or of a bank decide where to go.
 ///
-/// An elevator or a bank to which an operation is given keeps a copy and hands out copies.
+/// An elevator or a bank to which an operation is given keeps a copy and hands out copies. It refuses an operation
+/// whose lists name anything but floors of the project, each of them once; before, the lists take any identifiers.
 class PEDFLUX_API ElevatorOperation {
   public:
     /// Used by the library.
@@ -69,12 +70,10 @@ class PEDFLUX_API CallAnswerElevatorOperation : public ElevatorOperation {
 class PEDFLUX_API OrderedListElevatorOperation : public ElevatorOperation {
   public:
     using ElevatorOperation::ElevatorOperation;
-    /// @param floors each of them once
     OrderedListElevatorOperation(std::vector<GlobalId> const& floors, ElevatorVisitingOrder order,
                                  ElevatorOperationRepeatType repeat);
 
     std::vector<GlobalId> GetOrderedFloors();
-    /// @param floors each of them once
     void SetOrderedFloors(std::vector<GlobalId> const& floors);
     ElevatorVisitingOrder GetVisitingOrder();
     void SetVisitingOrder(ElevatorVisitingOrder order);
@@ -98,7 +97,6 @@ class PEDFLUX_API SabbathElevatorOperation : public ElevatorOperation {
 class PEDFLUX_API ShuttleElevatorOperation : public ElevatorOperation {
   public:
     using ElevatorOperation::ElevatorOperation;
-    /// @param boardingFloors,destinationFloors each floor once in its list
     /// @param order in which the boarding floors are visited
     ShuttleElevatorOperation(std::vector<GlobalId> const& boardingFloors, ElevatorVisitingOrder order,
                              std::vector<GlobalId> const& destinationFloors);
