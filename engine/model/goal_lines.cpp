@@ -1,5 +1,6 @@
 #include "engine/model/goal_lines.h"
 
+#include "engine/geometry/access.h"
 #include "engine/geometry/vector.h"
 
 #include <pedflux/geometry.h>
@@ -145,6 +146,27 @@ Direction rise_of(Points const& points) {
 
 LineSeg3d line_between(Vector a, Vector b) { return {value_of(a), value_of(b)}; }
 
+/// The line across a polyline at its first vertex. Parts that stand upright lead nowhere in the plan; a polyline of
+/// nothing else has its lines along z.
+LineSeg3d line_at_start(std::vector<Vector> const& vertices) {
+    Vector const start = vertices.front();
+    Direction direction;
+    for (Vector const vertex : vertices) {
+        double const length = std::hypot(vertex.x - start.x, vertex.z - start.z);
+        if (length == 0) continue;
+        direction = {(vertex.x - start.x) / length, (vertex.z - start.z) / length};
+        break;
+    }
+    Vector const aside{-direction.z * PATH_WIDTH / 2, 0, direction.x * PATH_WIDTH / 2};
+    return line_between(start - aside, start + aside);
+}
+
+EndLines polyline_ends(std::vector<Vector> vertices) {
+    LineSeg3d const ball = line_at_start(vertices);
+    std::ranges::reverse(vertices);
+    return {ball, line_at_start(vertices)};
+}
+
 }  // namespace
 
 LineSeg3d centre_goal_line(Geometry& geometry) {
@@ -162,6 +184,7 @@ LineSeg3d centre_goal_line(Geometry& geometry) {
 }
 
 EndLines end_goal_lines(Geometry& geometry) {
+    if (auto const polyline = geometry.AsPolylineGeometry()) return polyline_ends(polyline_of(*polyline).vertices);
     auto const mesh = geometry.AsMeshGeometry();
     Points const points = distinct(walkable_vertices_of(*mesh));
     Direction direction = rise_of(points);

@@ -6,7 +6,7 @@ namespace pedflux {
 class Geometry;
 }
 
-/// Where agents enter and leave objects that are given as meshes.
+/// Where agents enter and leave objects.
 namespace pedflux::engine {
 
 /// The long centre line of the smallest rectangle that holds the shape's vertices as seen from above, at the lowest of
@@ -23,6 +23,12 @@ struct EndLines {
 /// The ends lie across the direction in which the surface rises, the ball at the lower end. A surface that does not
 /// rise has its ends across the longer side of the smallest rectangle that holds it as seen from above, the ball at the
 /// end with the smaller x (or z). A line spans the vertices at its end.
+///
+/// A polyline has its ball at its first point and its box at its last one; the lines there are PATH_WIDTH long and lie
+/// across the polyline.
 EndLines end_goal_lines(Geometry& geometry);
+
+/// Metres that agents who go along a polyline need across it.
+inline constexpr double PATH_WIDTH = 0.6;
 
 }  // namespace pedflux::engine

@@ -4,10 +4,12 @@
 #include "engine/model/rules.h"
 #include "engine/model/state.h"
 
+#include <pedflux/agent_actions.h>
 #include <pedflux/distributions.h>
 #include <pedflux/geometry.h>
 #include <pedflux/objects.h>
 #include <pedflux/scene.h>
+#include <pedflux/wait_styles.h>
 
 #include <memory>
 #include <optional>
@@ -39,16 +41,32 @@ PEDFLUX_NAMES(ZoneMembershipStrategy,
               {{ZoneMembershipStrategy::BASE_MEMBERS, "BASE_MEMBERS"},
                {ZoneMembershipStrategy::BASE_MEMBERS_AND_CONNECTIONS, "BASE_MEMBERS_AND_CONNECTIONS"}});
 
+PEDFLUX_NAMES(QueueSpacingType,
+              {{QueueSpacingType::DISTANCE, "DISTANCE"},
+               {QueueSpacingType::PERSONAL_SPACE, "PERSONAL_SPACE"},
+               {QueueSpacingType::MAX_OF_DISTANCE_AND_PERSONAL_SPACE, "MAX_OF_DISTANCE_AND_PERSONAL_SPACE"},
+               {QueueSpacingType::SUM_OF_DISTANCE_AND_PERSONAL_SPACE, "SUM_OF_DISTANCE_AND_PERSONAL_SPACE"}});
+PEDFLUX_NAMES(PersonalSpaceSelection, {{PersonalSpaceSelection::BEHIND, "BEHIND"},
+                                       {PersonalSpaceSelection::AHEAD, "AHEAD"},
+                                       {PersonalSpaceSelection::LARGER, "LARGER"},
+                                       {PersonalSpaceSelection::SMALLER, "SMALLER"}});
+PEDFLUX_NAMES(CordonDirection, {{CordonDirection::BOTH_WAYS, "BOTH_WAYS"}, {CordonDirection::ONE_WAY, "ONE_WAY"}});
+
 /// A mesh, or a rectangle, which is a mesh of two triangles.
 inline constexpr GeometryRule MESH{"a mesh", [](Geometry& geometry) { return geometry.AsMeshGeometry() != nullptr; }};
+inline constexpr GeometryRule POLYLINE{"a polyline",
+                                       [](Geometry& geometry) { return geometry.AsPolylineGeometry() != nullptr; }};
 
 struct SceneState : ObjectState {
     std::shared_ptr<Geometry> geometry;  ///< replaced, never changed
 
+    /// The shapes that the kind can have.
+    virtual GeometryRule geometry_rule() const { return MESH; }
+
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
-        field("geometry", self.geometry, MESH);
+        field("geometry", self.geometry, self.geometry_rule());
     }
 };
 
@@ -107,6 +125,8 @@ struct SpeedLimit {
     }
 };
 
+struct Subject;
+
 /// Objects that are perimeters.
 RefersTo perimeters();
 
@@ -120,6 +140,10 @@ struct ConnectionState : WalkableState {
     bool ignore_barriers = false;
     bool ignore_neighbors = false;
     bool queuing_on_approach = false;
+    std::shared_ptr<AgentAction> ball_enter_action;
+    std::shared_ptr<AgentAction> ball_exit_action;
+    std::shared_ptr<AgentAction> box_enter_action;
+    std::shared_ptr<AgentAction> box_exit_action;
     std::optional<Priority> priority;
     std::vector<GlobalId> perimeters;
     std::optional<double> body_radius;  ///< metres
@@ -140,6 +164,10 @@ struct ConnectionState : WalkableState {
         field("ignoreBarriers", self.ignore_barriers);
         field("ignoreNeighbors", self.ignore_neighbors);
         field("queuingForceOnApproach", self.queuing_on_approach);
+        field("ballEnterAction", self.ball_enter_action);
+        field("ballExitAction", self.ball_exit_action);
+        field("boxEnterAction", self.box_enter_action);
+        field("boxExitAction", self.box_exit_action);
         field("priority", self.priority);
         field("perimeters", self.perimeters, engine::perimeters());
         field("localAgentBodyRadius", self.body_radius, Range{0, 2, "m", true});
@@ -154,6 +182,16 @@ struct FloorState : WalkableState {
     static constexpr ObjectType TYPE = ObjectType::FLOOR;
     static constexpr std::string_view NAME = "Floor";
     using Face = Floor;
+
+    std::shared_ptr<AgentAction> enter_action;
+    std::shared_ptr<AgentAction> exit_action;
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        WalkableState::fields(self, field);
+        field("enterAction", self.enter_action);
+        field("exitAction", self.exit_action);
+    }
 };
 
 struct LinkState : ConnectionState {
@@ -174,17 +212,71 @@ struct RampState : ConnectionState {
     using Face = Ramp;
 };
 
+struct EscalatorState : ConnectionState {
+    static constexpr ObjectType TYPE = ObjectType::ESCALATOR;
+    static constexpr std::string_view NAME = "Escalator";
+    using Face = Escalator;
+
+    EscalatorState() { direction = ConnectionObjectDirection::BALL_TO_BOX; }
+
+    double tread_speed = 0.5;  ///< metres per second along the slope, while it runs
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        ConnectionState::fields(self, field);
+        field("treadSpeedAlongIncline", self.tread_speed, Range{0, 2, "m/s", true});
+    }
+};
+
+/// The distance between agents who queue.
+struct QueueSpacing {
+    QueueSpacingType type = QueueSpacingType::DISTANCE;
+    std::shared_ptr<Distribution> distance;                ///< metres; none by personal space alone
+    std::optional<PersonalSpaceSelection> personal_space;  ///< none by distance alone
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        field("type", self.type);
+        field("distance", self.distance, Range{0, WITHOUT_END, "m"});
+        field("personalSpaceSelection", self.personal_space);
+    }
+};
+
+/// Throws Exception unless the spacing has the parts that its type needs, and no other.
+void require_whole(Subject const& subject, QueueSpacing const& spacing);
+
+struct PathState : ConnectionState {
+    static constexpr ObjectType TYPE = ObjectType::PATH;
+    static constexpr std::string_view NAME = "Path";
+    using Face = Path;
+
+    GeometryRule geometry_rule() const override { return POLYLINE; }
+
+    std::optional<QueueSpacing> queue_spacing;
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        ConnectionState::fields(self, field);
+        field("localAgentQueueSpacing", self.queue_spacing);
+    }
+    static void check(PathState const& self);
+};
+
 struct PortalState : NetworkState {
     static constexpr ObjectType TYPE = ObjectType::PORTAL;
     static constexpr std::string_view NAME = "Portal";
     using Face = Portal;
 
     AgentInitialPlacement placement = AgentInitialPlacement::RANDOM;
+    std::shared_ptr<AgentAction> enter_action;
+    std::shared_ptr<AgentAction> waypoint_action;
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         NetworkState::fields(self, field);
         field("agentInitialPlacement", self.placement);
+        field("enterAction", self.enter_action);
+        field("waypointAction", self.waypoint_action);
     }
 };
 
@@ -194,6 +286,43 @@ struct BarrierState : SceneState {
     using Face = Barrier;
 };
 
+struct CordonState : SceneState {
+    static constexpr ObjectType TYPE = ObjectType::CORDON;
+    static constexpr std::string_view NAME = "Cordon";
+    using Face = Cordon;
+
+    CordonDirection direction = CordonDirection::BOTH_WAYS;
+    bool inverted = false;
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        SceneState::fields(self, field);
+        field("cordonDirection", self.direction);
+        field("directionInverted", self.inverted);
+    }
+};
+
+struct WaitSpaceState : SceneState {
+    static constexpr ObjectType TYPE = ObjectType::WAIT_SPACE;
+    static constexpr std::string_view NAME = "WaitSpace";
+    using Face = WaitSpace;
+
+    std::shared_ptr<WaitStyle> wait_style;  ///< none: agents stand still
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        SceneState::fields(self, field);
+        field("waitStyle", self.wait_style);
+    }
+    static void check(WaitSpaceState const& self);
+};
+
+struct VolumeState : SceneState {
+    static constexpr ObjectType TYPE = ObjectType::VOLUME;
+    static constexpr std::string_view NAME = "Volume";
+    using Face = Volume;
+};
+
 struct ZoneState : ObjectState {
     static constexpr ObjectType TYPE = ObjectType::ZONE;
     static constexpr std::string_view NAME = "Zone";
@@ -201,6 +330,8 @@ struct ZoneState : ObjectState {
 
     ZoneMembershipStrategy membership = ZoneMembershipStrategy::BASE_MEMBERS;
     std::vector<GlobalId> base_members;
+    std::shared_ptr<AgentAction> enter_action;
+    std::shared_ptr<AgentAction> exit_action;
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
@@ -208,6 +339,8 @@ struct ZoneState : ObjectState {
         field("membershipType", self.membership);
         field("baseMembers", self.base_members,
               refers_to<WalkableState>("a floor, link, stair, ramp or other walkable object"));
+        field("enterAction", self.enter_action);
+        field("exitAction", self.exit_action);
     }
 };
 

@@ -5,6 +5,7 @@
 #include "engine/model/lists.h"
 #include "engine/model/properties.h"
 #include "engine/model/scene_states.h"
+#include "engine/project/actions.h"
 #include "engine/project/route_banks.h"
 
 #include <pedflux/exception.h>
@@ -47,6 +48,11 @@ bool ConnectionObject::HasLocalSpeedDensityStandard() { return has(*this, &Conne
 SpeedDensityStandard ConnectionObject::GetLocalSpeedDensityStandard() {
     return get(*this, &ConnectionState::speed_density_standard);
 }
+
+ACTION(ConnectionObject, ConnectionState, BallEnter, ball_enter_action)
+ACTION(ConnectionObject, ConnectionState, BallExit, ball_exit_action)
+ACTION(ConnectionObject, ConnectionState, BoxEnter, box_enter_action)
+ACTION(ConnectionObject, ConnectionState, BoxExit, box_exit_action)
 
 LineSeg3d ConnectionObject::GetBallGoalLine() { return engine::end_goal_lines(*GetGeometry()).ball; }
 LineSeg3d ConnectionObject::GetBoxGoalLine() { return engine::end_goal_lines(*GetGeometry()).box; }

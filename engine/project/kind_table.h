@@ -19,6 +19,7 @@
 ///
 ///     KIND(Transform, Transforms)                       a factory that takes a name
 ///     KIND_WITH_MESH(Floor, Floors)                     a name and the mesh that becomes its geometry
+///     KIND_WITH_GEOMETRY(Path, Paths, PolylineGeometry) the same with another shape
 ///     KIND_WITH(Zone, Zones, std::vector<GlobalId>, base_members)
 ///                                                       a name and the value of one field of its state
 namespace pedflux::engine {
@@ -86,10 +87,11 @@ std::shared_ptr<typename State::Face> create(Project const& project, std::string
     }                                                                                                             \
     KIND_MADE_ELSEWHERE(Class, Names)
 
-#define KIND_WITH_MESH(Class, Names)                                                                 \
-    std::shared_ptr<Class> Project::Create##Class(std::string const& name,                           \
-                                                  std::shared_ptr<MeshGeometry> const& mesh) {       \
-        return engine::create<engine::Class##State>(                                                 \
-            *this, name, std::pair(&engine::SceneState::geometry, std::shared_ptr<Geometry>(mesh))); \
-    }                                                                                                \
+#define KIND_WITH_GEOMETRY(Class, Names, Shape)                                                                   \
+    std::shared_ptr<Class> Project::Create##Class(std::string const& name, std::shared_ptr<Shape> const& shape) { \
+        return engine::create<engine::Class##State>(                                                              \
+            *this, name, std::pair(&engine::SceneState::geometry, std::shared_ptr<Geometry>(shape)));             \
+    }                                                                                                             \
     KIND_MADE_ELSEWHERE(Class, Names)
+
+#define KIND_WITH_MESH(Class, Names) KIND_WITH_GEOMETRY(Class, Names, MeshGeometry)

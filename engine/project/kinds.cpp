@@ -7,9 +7,13 @@ namespace pedflux::engine {
 // Every kind of object; the tables of kinds instantiate them.
 #define PEDFLUX_KINDS(KIND)             \
     KIND(AgentCountMapQuery)            \
+    KIND(AgentFilterObject)             \
+    KIND(AgentTestObject)               \
     KIND(AverageDensityMapQuery)        \
     KIND(Barrier)                       \
     KIND(Collection)                    \
+    KIND(Cordon)                        \
+    KIND(Escalator)                     \
     KIND(Evacuation)                    \
     KIND(ExperiencedDensityMapQuery)    \
     KIND(Floor)                         \
@@ -18,15 +22,19 @@ namespace pedflux::engine {
     KIND(Link)                          \
     KIND(MaxDensityMapQuery)            \
     KIND(NonZeroAverageDensityMapQuery) \
+    KIND(Path)                          \
     KIND(Perimeter)                     \
     KIND(PopulationCountGraphQuery)     \
     KIND(Portal)                        \
     KIND(Profile)                       \
     KIND(Ramp)                          \
     KIND(RouteBank)                     \
+    KIND(Server)                        \
     KIND(SimulationRun)                 \
     KIND(Stair)                         \
     KIND(Transform)                     \
+    KIND(Volume)                        \
+    KIND(WaitSpace)                     \
     KIND(Zone)
 
 #define DECLARE(Name) struct Name##State;

@@ -1,21 +1,35 @@
+#include "engine/behaviour/distribution_face.h"
+#include "engine/geometry/vector.h"
 #include "engine/model/document.h"
 #include "engine/model/goal_lines.h"
 #include "engine/model/lists.h"
 #include "engine/model/properties.h"
 #include "engine/model/scene_states.h"
+#include "engine/project/actions.h"
 
+#include <pedflux/geometry.h>
 #include <pedflux/scene.h>
+#include <pedflux/wait_styles.h>
 
 #include <algorithm>
+#include <cmath>
+#include <memory>
+#include <optional>
 
 namespace pedflux {
 
 using engine::clear;
 using engine::ConnectionState;
+using engine::CordonState;
+using engine::EscalatorState;
 using engine::get;
+using engine::has;
+using engine::PathState;
 using engine::PortalState;
 using engine::Role;
 using engine::set;
+using engine::state_of;
+using engine::WaitSpaceState;
 using engine::ZoneState;
 
 namespace {
@@ -27,6 +41,13 @@ bool is_mentioned(Portal& portal, Role role) {
 
 }  // namespace
 
+ACTION(Floor, FloorState, Enter, enter_action)
+ACTION(Floor, FloorState, Exit, exit_action)
+ACTION(Portal, PortalState, Enter, enter_action)
+ACTION(Portal, PortalState, Waypoint, waypoint_action)
+ACTION(Zone, ZoneState, Enter, enter_action)
+ACTION(Zone, ZoneState, Exit, exit_action)
+
 LineSeg3d Portal::GetGoalLine() { return engine::centre_goal_line(*GetGeometry()); }
 AgentInitialPlacement Portal::GetAgentInitialPlacement() { return get(*this, &PortalState::placement); }
 void Portal::SetAgentInitialPlacement(AgentInitialPlacement placement) {
@@ -35,34 +56,125 @@ void Portal::SetAgentInitialPlacement(AgentInitialPlacement placement) {
 bool Portal::IsEntrance() { return is_mentioned(*this, Role::ORIGIN); }
 bool Portal::IsExit() { return is_mentioned(*this, Role::DESTINATION); }
 
-// The local properties that links, stairs and ramps have in common.
-#define LOCAL_PROPERTIES(Class)                                                                                        \
-    void Class::ClearLocalAgentMaxSpeed() { clear(*this, &ConnectionState::speed_limit); }                             \
+// The local properties that kinds of connections have in common.
+#define LOCAL_BIAS(Class)                                                                                              \
     void Class::SetLocalDirectionBias(AgentDirectionBias bias) { set(*this, &ConnectionState::direction_bias, bias); } \
-    void Class::ClearLocalDirectionBias() { clear(*this, &ConnectionState::direction_bias); }                          \
-    void Class::SetLocalSpeedDensityStandard(SpeedDensityStandard standard) {                                          \
-        set(*this, &ConnectionState::speed_density_standard, standard);                                                \
-    }                                                                                                                  \
+    void Class::ClearLocalDirectionBias() { clear(*this, &ConnectionState::direction_bias); }
+#define LOCAL_SPEED_DENSITY(Class)                                            \
+    void Class::SetLocalSpeedDensityStandard(SpeedDensityStandard standard) { \
+        set(*this, &ConnectionState::speed_density_standard, standard);       \
+    }                                                                         \
     void Class::ClearLocalSpeedDensityStandard() { clear(*this, &ConnectionState::speed_density_standard); }
-
-// The local speeds of stairs and ramps.
+#define LOCAL_SPEED(Class)                                                                         \
+    double Class::GetLocalAgentMaxSpeed() { return get(*this, &ConnectionState::speed_limit).up; } \
+    void Class::SetLocalAgentMaxSpeed(double speed) {                                              \
+        set(*this, &ConnectionState::speed_limit, engine::SpeedLimit{speed, speed});               \
+    }                                                                                              \
+    void Class::ClearLocalAgentMaxSpeed() { clear(*this, &ConnectionState::speed_limit); }
 #define LOCAL_SPEEDS_UP_AND_DOWN(Class)                                                                  \
     double Class::GetLocalAgentMaxSpeedUp() { return get(*this, &ConnectionState::speed_limit).up; }     \
     double Class::GetLocalAgentMaxSpeedDown() { return get(*this, &ConnectionState::speed_limit).down; } \
     void Class::SetLocalAgentMaxSpeedUpAndDown(double up, double down) {                                 \
         set(*this, &ConnectionState::speed_limit, engine::SpeedLimit{up, down});                         \
-    }
+    }                                                                                                    \
+    void Class::ClearLocalAgentMaxSpeed() { clear(*this, &ConnectionState::speed_limit); }
 
-LOCAL_PROPERTIES(Link)
-LOCAL_PROPERTIES(Stair)
-LOCAL_PROPERTIES(Ramp)
+LOCAL_SPEED(Link)
+LOCAL_BIAS(Link)
+LOCAL_SPEED_DENSITY(Link)
+
 LOCAL_SPEEDS_UP_AND_DOWN(Stair)
-LOCAL_SPEEDS_UP_AND_DOWN(Ramp)
+LOCAL_BIAS(Stair)
+LOCAL_SPEED_DENSITY(Stair)
 
-double Link::GetLocalAgentMaxSpeed() { return get(*this, &ConnectionState::speed_limit).up; }
-void Link::SetLocalAgentMaxSpeed(double speed) {
-    set(*this, &ConnectionState::speed_limit, engine::SpeedLimit{speed, speed});
+LOCAL_SPEEDS_UP_AND_DOWN(Ramp)
+LOCAL_BIAS(Ramp)
+LOCAL_SPEED_DENSITY(Ramp)
+
+LOCAL_SPEED(Path)
+LOCAL_SPEED_DENSITY(Path)
+
+double Escalator::GetTreadSpeedAlongIncline() {
+    bool const stands_still = GetDirection() == ConnectionObjectDirection::BOTH_WAYS;
+    return stands_still ? 0 : get(*this, &EscalatorState::tread_speed);
 }
+double Escalator::GetHorizontalTreadSpeed() {
+    auto const ends = engine::end_goal_lines(*GetGeometry());
+    auto const run =
+        engine::vector_of(LineSeg3d(ends.box).GetMidpoint()) - engine::vector_of(LineSeg3d(ends.ball).GetMidpoint());
+    return GetTreadSpeedAlongIncline() * std::hypot(run.x, run.z) / engine::length(run);
+}
+
+namespace {
+
+void set_spacing(Path& path, QueueSpacingType type, std::shared_ptr<Distribution> const& distance,
+                 std::optional<PersonalSpaceSelection> selection) {
+    engine::QueueSpacing const spacing{type, engine::copy_of(distance), selection};
+    require_whole({owner_of(state_of<PathState>(path)), "localAgentQueueSpacing"}, spacing);
+    set(path, &PathState::queue_spacing, spacing);
+}
+
+}  // namespace
+
+bool Path::HasLocalAgentQueueSpacing() { return has(*this, &PathState::queue_spacing); }
+void Path::ClearLocalAgentQueueSpacing() { clear(*this, &PathState::queue_spacing); }
+QueueSpacingType Path::GetLocalAgentQueueSpacingType() { return get(*this, &PathState::queue_spacing).type; }
+std::shared_ptr<Distribution> Path::GetLocalAgentQueueSpacingDistance() {
+    auto const& distance = get(*this, &PathState::queue_spacing).distance;
+    if (!distance) engine::refuse_unset(owner_of(state_of<PathState>(*this)), "localAgentQueueSpacing.distance");
+    return engine::copy_of(distance);
+}
+PersonalSpaceSelection Path::GetLocalAgentQueueSpacingPersonalSpaceSelection() {
+    auto const& selection = get(*this, &PathState::queue_spacing).personal_space;
+    if (!selection) {
+        engine::refuse_unset(owner_of(state_of<PathState>(*this)), "localAgentQueueSpacing.personalSpaceSelection");
+    }
+    return *selection;
+}
+void Path::SetLocalAgentQueueSpacingByDistance(std::shared_ptr<Distribution> const& distance) {
+    set_spacing(*this, QueueSpacingType::DISTANCE, distance, {});
+}
+void Path::SetLocalAgentQueueSpacingByPersonalSpace(PersonalSpaceSelection selection) {
+    set_spacing(*this, QueueSpacingType::PERSONAL_SPACE, nullptr, selection);
+}
+void Path::SetLocalAgentQueueSpacingByMaxOfDistanceAndPersonalSpace(std::shared_ptr<Distribution> const& distance,
+                                                                    PersonalSpaceSelection selection) {
+    set_spacing(*this, QueueSpacingType::MAX_OF_DISTANCE_AND_PERSONAL_SPACE, distance, selection);
+}
+void Path::SetLocalAgentQueueSpacingBySumOfDistanceAndPersonalSpace(std::shared_ptr<Distribution> const& distance,
+                                                                    PersonalSpaceSelection selection) {
+    set_spacing(*this, QueueSpacingType::SUM_OF_DISTANCE_AND_PERSONAL_SPACE, distance, selection);
+}
+
+CordonDirection Cordon::GetCordonDirection() { return get(*this, &CordonState::direction); }
+void Cordon::SetCordonDirection(CordonDirection direction) { set(*this, &CordonState::direction, direction); }
+bool Cordon::IsDirectionInverted() { return get(*this, &CordonState::inverted); }
+void Cordon::SetDirectionInverted(bool inverted) { set(*this, &CordonState::inverted, inverted); }
+Vec3d Cordon::GetDirectionVector() {
+    auto line = engine::centre_goal_line(*GetGeometry());
+    auto const along = engine::vector_of(line.GetEndPoint()) - engine::vector_of(line.GetStartPoint());
+    engine::Vector across = (1 / std::hypot(along.x, along.z)) * engine::Vector{-along.z, 0, along.x};
+    constexpr double ROUNDING = 1e-9;
+    bool const points_back = std::abs(across.z) > ROUNDING ? across.z < 0 : across.x < 0;
+    if (points_back != IsDirectionInverted()) across = -across;
+    return engine::value_of(across);
+}
+bool Cordon::WillCountInDirection(Vec3d const& direction) {
+    engine::check_value(owner_of(state_of<CordonState>(*this)), "direction", direction, engine::NoRule{});
+    auto const across = engine::vector_of(GetDirectionVector());
+    auto const moved = engine::vector_of(direction);
+    double const crossed = across.x * moved.x + across.z * moved.z;
+    constexpr double ALONG = 1e-9;
+    if (std::abs(crossed) <= ALONG * std::hypot(moved.x, moved.z)) return false;
+    return crossed > 0 || GetCordonDirection() == CordonDirection::BOTH_WAYS;
+}
+
+std::shared_ptr<WaitStyle> WaitSpace::GetWaitStyle() {
+    auto const& style = get(*this, &WaitSpaceState::wait_style);
+    return style ? engine::copy_of(style) : WaitStyle::StandStill();
+}
+void WaitSpace::SetSpreadOutWaitStyle() { set(*this, &WaitSpaceState::wait_style, WaitStyle::SpreadOut()); }
+void WaitSpace::SetStandStillWaitStyle() { set(*this, &WaitSpaceState::wait_style, WaitStyle::StandStill()); }
 
 ZoneMembershipStrategy Zone::GetMembershipType() { return get(*this, &ZoneState::membership); }
 void Zone::SetMembershipType(ZoneMembershipStrategy type) { set(*this, &ZoneState::membership, type); }

@@ -194,7 +194,8 @@ class Maker {
 
     void add_connections() {
         for (auto const* const state : document_.objects<ConnectionState>()) {
-            if (!state->enabled) continue;
+            bool const is_surface = state->geometry->AsMeshGeometry() != nullptr;
+            if (!state->enabled || !is_surface) continue;
             Draft draft{state, walkable_faces_of(*state), {}};
             draft.area = area_of(draft.faces);
             auto const region = static_cast<navigation::RegionIndex>(plan_.surfaces.size());

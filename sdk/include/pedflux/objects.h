@@ -14,6 +14,10 @@
 ///
 /// A setter checks its value. A refusal throws Exception, names the object, the property, the value and what would be
 /// right, and changes nothing. The getter of an optional property that is not set throws Exception and says which.
+///
+/// Actions, tests and distributions are copied when they are set and when they are read: what is done with the one that
+/// was given, or with the one that was read, does not change the object until it is set again. The copy of an action
+/// that is not set is empty, and setting an empty action takes the action away.
 namespace pedflux {
 
 namespace engine {
@@ -21,6 +25,7 @@ struct ObjectAccess;
 struct ObjectState;
 }  // namespace engine
 
+class AgentAction;
 class Distribution;
 class Geometry;
 
@@ -198,7 +203,7 @@ class PEDFLUX_API WalkableObject : public NetworkObject {
 /// A walkable object through which agents pass from one space to another. Agents enter and leave it at its two ends,
 /// the ball end and the box end, where a goal line spans the width. Of a shape that rises, the ball is the lower end
 /// and the box the upper one. Of a level shape, they are the ends of its longer side, and the ball is the one with the
-/// smaller x, or the smaller z where both have the same x.
+/// smaller x, or the smaller z where both have the same x. A path runs from its ball to its box.
 class PEDFLUX_API ConnectionObject : public WalkableObject {
   public:
     using WalkableObject::WalkableObject;
@@ -211,9 +216,26 @@ class PEDFLUX_API ConnectionObject : public WalkableObject {
     /// The line at the box end, at the height of the surface there.
     LineSeg3d GetBoxGoalLine();
 
-    /// The ways in which agents may pass; both unless set.
+    /// The ways in which agents may pass; both unless set, and up on an escalator.
     ConnectionObjectDirection GetDirection();
     void SetDirection(ConnectionObjectDirection direction);
+
+    bool HasBallEnterAction();
+    /// What agents do when they enter at the ball end. A copy; empty when there is none.
+    std::shared_ptr<AgentAction> GetBallEnterActionCopy();
+    void SetBallEnterAction(std::shared_ptr<AgentAction> const& action);
+    bool HasBallExitAction();
+    /// What agents do when they leave at the ball end. A copy; empty when there is none.
+    std::shared_ptr<AgentAction> GetBallExitActionCopy();
+    void SetBallExitAction(std::shared_ptr<AgentAction> const& action);
+    bool HasBoxEnterAction();
+    /// What agents do when they enter at the box end. A copy; empty when there is none.
+    std::shared_ptr<AgentAction> GetBoxEnterActionCopy();
+    void SetBoxEnterAction(std::shared_ptr<AgentAction> const& action);
+    bool HasBoxExitAction();
+    /// What agents do when they leave at the box end. A copy; empty when there is none.
+    std::shared_ptr<AgentAction> GetBoxExitActionCopy();
+    void SetBoxExitAction(std::shared_ptr<AgentAction> const& action);
 
     /// Whether the flow into the connection is limited; not unless set.
     bool IsEnteringFlowCapped();
@@ -289,7 +311,8 @@ class PEDFLUX_API ConnectionObject : public WalkableObject {
     void SetLocalAgentBodyRadius(double radius);
     void ClearLocalAgentBodyRadius();
 
-    /// Whether agents on the connection have a greatest speed that is not their own; links, stairs and ramps set it.
+    /// Whether agents on the connection have a greatest speed that is not their own; links, paths, stairs and ramps set
+    /// it.
     bool HasLocalAgentMaxSpeed();
     /// Whether agents on the connection tend to another side than their profile says.
     bool HasLocalDirectionBias();

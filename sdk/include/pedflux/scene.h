@@ -5,10 +5,13 @@
 #include <pedflux/objects.h>
 #include <pedflux/vectors.h>
 
+#include <memory>
 #include <vector>
 
 /// What a building is made of. Made by a project with a mesh, or with the objects that they gather.
 namespace pedflux {
+
+class WaitStyle;
 
 /// Where agents that enter at a portal first stand on its goal line.
 enum class AgentInitialPlacement : int {
@@ -23,11 +26,42 @@ enum class ZoneMembershipStrategy : int {
     BASE_MEMBERS_AND_CONNECTIONS = 1,  ///< also the connections that join two of its base members
 };
 
+/// What the distance between agents who queue on a path is made of.
+enum class QueueSpacingType : int {
+    DISTANCE = 0,                            ///< a distance of its own for each agent
+    PERSONAL_SPACE = 1,                      ///< the personal space of agents
+    MAX_OF_DISTANCE_AND_PERSONAL_SPACE = 2,  ///< the larger of both
+    SUM_OF_DISTANCE_AND_PERSONAL_SPACE = 3,  ///< both together
+};
+
+/// Whose personal space counts between two agents who queue one behind the other.
+enum class PersonalSpaceSelection : int {
+    BEHIND = 0,   ///< that of the agent who stands behind
+    AHEAD = 1,    ///< that of the agent ahead
+    LARGER = 2,   ///< the larger of both
+    SMALLER = 3,  ///< the smaller of both
+};
+
+/// Which crossings a cordon counts.
+enum class CordonDirection : int {
+    BOTH_WAYS = 0,
+    ONE_WAY = 1,  ///< those in the cordon's direction
+};
+
 /// A level to walk on. The faces of its mesh that look upwards are walkable, whatever their outline; barriers take away
 /// from them.
 class PEDFLUX_API Floor : public WalkableObject {
   public:
     using WalkableObject::WalkableObject;
+
+    bool HasEnterAction();
+    /// What agents do when they come onto the floor. A copy; empty when there is none.
+    std::shared_ptr<AgentAction> GetEnterActionCopy();
+    void SetEnterAction(std::shared_ptr<AgentAction> const& action);
+    bool HasExitAction();
+    /// What agents do when they leave the floor. A copy; empty when there is none.
+    std::shared_ptr<AgentAction> GetExitActionCopy();
+    void SetExitAction(std::shared_ptr<AgentAction> const& action);
 };
 
 /// An opening at the edge of a floor, or a place on it, where agents enter and leave the model.
@@ -42,6 +76,15 @@ class PEDFLUX_API Portal : public NetworkObject {
     /// At random unless set.
     AgentInitialPlacement GetAgentInitialPlacement();
     void SetAgentInitialPlacement(AgentInitialPlacement placement);
+
+    bool HasEnterAction();
+    /// What agents do when they come into the model here. A copy; empty when there is none.
+    std::shared_ptr<AgentAction> GetEnterActionCopy();
+    void SetEnterAction(std::shared_ptr<AgentAction> const& action);
+    bool HasWaypointAction();
+    /// What agents do when they reach the portal on their way. A copy; empty when there is none.
+    std::shared_ptr<AgentAction> GetWaypointActionCopy();
+    void SetWaypointAction(std::shared_ptr<AgentAction> const& action);
 
     /// Whether an event of the project brings agents in here.
     bool IsEntrance();
@@ -101,9 +144,95 @@ class PEDFLUX_API Ramp : public ConnectionObject {
     void ClearLocalSpeedDensityStandard();
 };
 
+/// A moving stair between two levels. Its direction says which way it moves: up, from ball to box, unless set. With
+/// both ways it stands still, and agents walk on it as on stairs.
+class PEDFLUX_API Escalator : public ConnectionObject {
+  public:
+    using ConnectionObject::ConnectionObject;
+
+    /// How fast the treads move along the slope, in metres per second; 0 while the escalator stands still. 0.5 unless
+    /// the project's file says otherwise: the slowest of the usual speeds 0.5, 0.65 and 0.75 m/s (EN 115-1).
+    double GetTreadSpeedAlongIncline();
+    /// The share of that speed in the plan, in metres per second: it falls as the escalator gets steeper.
+    double GetHorizontalTreadSpeed();
+};
+
+/// A line on walkable surfaces along which agents go one behind the other, such as a marked way or a line of waiting.
+/// Its shape is a polyline: its first point is the ball, its last one the box. The goal lines across its ends are 0.6 m
+/// wide.
+class PEDFLUX_API Path : public ConnectionObject {
+  public:
+    using ConnectionObject::ConnectionObject;
+
+    /// The greatest speed of agents on the path, in metres per second.
+    double GetLocalAgentMaxSpeed();
+    /// @param speed greater than 0 and at most 20 m/s
+    void SetLocalAgentMaxSpeed(double speed);
+    void ClearLocalAgentMaxSpeed();
+    void SetLocalSpeedDensityStandard(SpeedDensityStandard standard);
+    void ClearLocalSpeedDensityStandard();
+
+    /// Whether agents who queue on the path keep another distance than their profile says.
+    bool HasLocalAgentQueueSpacing();
+    QueueSpacingType GetLocalAgentQueueSpacingType();
+    /// The distance in metres from one agent's body to the next. A copy. Throws Exception when the spacing is by
+    /// personal space alone.
+    std::shared_ptr<Distribution> GetLocalAgentQueueSpacingDistance();
+    /// Throws Exception when the spacing is by distance alone.
+    PersonalSpaceSelection GetLocalAgentQueueSpacingPersonalSpaceSelection();
+    /// @param distance a valid distribution of 0 or more metres
+    void SetLocalAgentQueueSpacingByDistance(std::shared_ptr<Distribution> const& distance);
+    void SetLocalAgentQueueSpacingByPersonalSpace(PersonalSpaceSelection selection);
+    /// @param distance a valid distribution of 0 or more metres
+    void SetLocalAgentQueueSpacingByMaxOfDistanceAndPersonalSpace(std::shared_ptr<Distribution> const& distance,
+                                                                  PersonalSpaceSelection selection);
+    /// @param distance a valid distribution of 0 or more metres
+    void SetLocalAgentQueueSpacingBySumOfDistanceAndPersonalSpace(std::shared_ptr<Distribution> const& distance,
+                                                                  PersonalSpaceSelection selection);
+    void ClearLocalAgentQueueSpacing();
+};
+
 /// An obstacle. Where its mesh reaches into the 2 m above a floor, what lies under it as seen from above cannot be
 /// walked on.
 class PEDFLUX_API Barrier : public SceneObject {
+  public:
+    using SceneObject::SceneObject;
+};
+
+/// A line across walkable surfaces that counts who crosses it: the long centre line of the smallest rectangle that
+/// holds its mesh as seen from above.
+class PEDFLUX_API Cordon : public SceneObject {
+  public:
+    using SceneObject::SceneObject;
+
+    /// Both ways unless set.
+    CordonDirection GetCordonDirection();
+    void SetCordonDirection(CordonDirection direction);
+
+    /// The level direction across the line, of length 1: the one towards larger z, or towards larger x where the line
+    /// runs along z; the opposite one when inverted.
+    Vec3d GetDirectionVector();
+    bool IsDirectionInverted();
+    void SetDirectionInverted(bool inverted);
+
+    /// Whether the cordon counts someone who crosses it in a direction. Who moves along the line never crosses it.
+    /// @param direction of any length; its finite x and z count
+    bool WillCountInDirection(Vec3d const& direction);
+};
+
+/// A part of a walkable surface where agents wait.
+class PEDFLUX_API WaitSpace : public SceneObject {
+  public:
+    using SceneObject::SceneObject;
+
+    /// How agents wait in it: standing still unless set. A copy.
+    std::shared_ptr<WaitStyle> GetWaitStyle();
+    void SetSpreadOutWaitStyle();
+    void SetStandStillWaitStyle();
+};
+
+/// A part of space, given by the mesh about it, that queries and actions refer to.
+class PEDFLUX_API Volume : public SceneObject {
   public:
     using SceneObject::SceneObject;
 };
@@ -124,6 +253,15 @@ class PEDFLUX_API Zone : public SimObject {
     /// Adds a walkable object; one that is a base member already is not added again.
     void AddBaseMember(GlobalId const& member);
     void AddBaseMembers(std::vector<GlobalId> const& members);
+
+    bool HasEnterAction();
+    /// What agents do when they come into the zone from outside. A copy; empty when there is none.
+    std::shared_ptr<AgentAction> GetEnterActionCopy();
+    void SetEnterAction(std::shared_ptr<AgentAction> const& action);
+    bool HasExitAction();
+    /// What agents do when they leave the zone. A copy; empty when there is none.
+    std::shared_ptr<AgentAction> GetExitActionCopy();
+    void SetExitAction(std::shared_ptr<AgentAction> const& action);
 };
 
 /// A group of any objects, each with a weight.

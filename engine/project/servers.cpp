@@ -1,0 +1,91 @@
+#include "engine/behaviour/checks.h"
+#include "engine/behaviour/distribution_face.h"
+#include "engine/geometry/access.h"
+#include "engine/geometry/vector.h"
+#include "engine/model/properties.h"
+#include "engine/model/server_states.h"
+#include "engine/project/actions.h"
+
+#include <pedflux/geometry.h>
+#include <pedflux/servers.h>
+
+#include <cmath>
+#include <variant>
+
+namespace pedflux {
+
+using engine::AutoCapacity;
+using engine::clear;
+using engine::FixedCapacity;
+using engine::get;
+using engine::get_copy;
+using engine::has;
+using engine::ServerState;
+using engine::set;
+using engine::set_copy;
+using engine::state_of;
+
+ACTION(Server, ServerState, Processed, processed_action)
+ACTION(Server, ServerState, Release, release_action)
+
+// A part that can be set and cleared.
+#define PART(Type, Name, field)                                                                               \
+    bool Server::Has##Name() { return has(*this, &ServerState::field); }                                      \
+    std::shared_ptr<Type> Server::Get##Name() { return get_copy(*this, &ServerState::field); }                \
+    void Server::Set##Name(std::shared_ptr<Type> const& part) { set_copy(*this, &ServerState::field, part); } \
+    void Server::Clear##Name() { clear(*this, &ServerState::field); }
+
+PART(AgentTest, AccessRequiredTest, access_required)
+PART(AgentTest, AccessPreferredTest, access_preferred)
+PART(Distribution, ContactTime, contact_time)
+
+namespace {
+
+double length_of(PolylineGeometry const& line) {
+    auto const& vertices = engine::polyline_of(line).vertices;
+    double length = 0;
+    for (std::size_t i = 1; i < vertices.size(); ++i) length += distance(vertices[i - 1], vertices[i]);
+    return length;
+}
+
+}  // namespace
+
+bool Server::HasCapacityLimit() { return has(*this, &ServerState::capacity); }
+bool Server::IsAutoCapacityLimit() { return std::holds_alternative<AutoCapacity>(get(*this, &ServerState::capacity)); }
+int Server::GetCapacityLimit() {
+    auto const& capacity = get(*this, &ServerState::capacity);
+    if (auto const* const fixed = std::get_if<FixedCapacity>(&capacity)) return fixed->limit;
+    // A line that was drawn as a multiple of the spacing has that many, whatever its length was rounded to.
+    constexpr double ROUNDING = 1e-9;
+    double const spacings = length_of(*GetGeometry()->AsPolylineGeometry()) / std::get<AutoCapacity>(capacity).spacing;
+    constexpr double MOST = 1e9;
+    return static_cast<int>(std::min(spacings * (1 + ROUNDING), MOST)) + 1;
+}
+void Server::SetFixedCapacityLimit(int limit) { set(*this, &ServerState::capacity, FixedCapacity{limit}); }
+void Server::SetAutoCapacityLimit(double spacing) { set(*this, &ServerState::capacity, AutoCapacity{spacing}); }
+void Server::ClearCapacityLimit() { clear(*this, &ServerState::capacity); }
+
+std::vector<std::shared_ptr<AgentTest>> Server::GetContactTimeRuleTests() {
+    std::vector<std::shared_ptr<AgentTest>> tests;
+    for (auto const& rule : get(*this, &ServerState::contact_time_rules)) tests.push_back(engine::copy_of(rule.test));
+    return tests;
+}
+std::vector<std::shared_ptr<Distribution>> Server::GetContactTimeRuleDurations() {
+    std::vector<std::shared_ptr<Distribution>> durations;
+    for (auto const& rule : get(*this, &ServerState::contact_time_rules)) {
+        durations.push_back(engine::copy_of(rule.duration));
+    }
+    return durations;
+}
+void Server::SetContactTimeRules(std::vector<std::shared_ptr<AgentTest>> const& tests,
+                                 std::vector<std::shared_ptr<Distribution>> const& durations) {
+    engine::require_equal_lengths(title_of(state_of<ServerState>(*this)) + ": contactTimeRules: tests", tests.size(),
+                                  "durations", durations.size());
+    std::vector<engine::ContactTimeRule> rules;
+    for (std::size_t i = 0; i < tests.size(); ++i) {
+        rules.push_back({engine::copy_of(tests[i]), engine::copy_of(durations[i])});
+    }
+    set(*this, &ServerState::contact_time_rules, std::move(rules));
+}
+
+}  // namespace pedflux
