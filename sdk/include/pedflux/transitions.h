@@ -96,11 +96,12 @@ class PEDFLUX_API AtPortalTransition : public Transition {
     void SetPortal(GlobalId const& portal);
 };
 
-/// An agent goes directly from one walkable object to another.
+/// An agent goes directly from one place to another.
 class PEDFLUX_API BetweenObjectsTransition : public Transition {
   public:
     using Transition::Transition;
-    /// @param from, to floors, connections or portals, not the same
+    /// @param from, to portals, floors, connections or zones; an object of a project does not take one from an object
+    /// to itself
     BetweenObjectsTransition(GlobalId const& from, GlobalId const& to);
 
     GlobalId GetFromObject();
@@ -119,7 +120,7 @@ class PEDFLUX_API CordonTransition : public Transition {
     void SetCordon(GlobalId const& cordon);
 };
 
-/// An agent comes into an area: a floor, connection, zone or volume.
+/// An agent comes into an area: a portal, floor, connection, zone or volume.
 class PEDFLUX_API EnterAreaTransition : public Transition {
   public:
     using Transition::Transition;
@@ -129,7 +130,7 @@ class PEDFLUX_API EnterAreaTransition : public Transition {
     void SetArea(GlobalId const& area);
 };
 
-/// An agent goes out of an area: a floor, connection, zone or volume.
+/// An agent goes out of an area: a portal, floor, connection, zone or volume.
 class PEDFLUX_API ExitAreaTransition : public Transition {
   public:
     using Transition::Transition;
