@@ -213,13 +213,13 @@ class PEDFLUX_API ProfileTest : public AgentTest {
     void SetProfiles(std::vector<GlobalId> const& profiles);
 };
 
-/// Whether all, any or none of the servers let agents in, or do not, at a point.
+/// Whether all, any or none of the servers are open, or closed, at a point.
 class PEDFLUX_API ServerStateTest : public AgentTest {
   public:
     using AgentTest::AgentTest;
-    /// Whether agents may join the server's queue.
+    /// Whether the server is open at both its entrance and its exit.
     explicit ServerStateTest(GlobalId const& server);
-    /// Whether agents may join the queues of all of the servers.
+    /// Whether all of the servers are open at both their entrances and their exits.
     explicit ServerStateTest(std::vector<GlobalId> const& servers);
     ServerStateTest(GlobalId const& server, LogicQuantifier quantifier, ServerAccessPoint point, AgentAccess access);
     ServerStateTest(std::vector<GlobalId> const& servers, LogicQuantifier quantifier, ServerAccessPoint point,

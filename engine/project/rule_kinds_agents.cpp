@@ -1,0 +1,13 @@
+#include "engine/behaviour/agent_filter_states.h"
+#include "engine/behaviour/agent_test_states.h"
+#include "engine/project/kind_table.h"
+
+#include <pedflux/agent_filters.h>
+#include <pedflux/agent_tests.h>
+
+namespace pedflux {
+
+KIND(AgentFilterObject, AgentFilterObjects)
+KIND(AgentTestObject, AgentTestObjects)
+
+}  // namespace pedflux
