@@ -4,7 +4,7 @@
 #include "engine/geometry/plan_polygons.h"
 #include "engine/model/document.h"
 #include "engine/model/goal_lines.h"
-#include "engine/simulation/lines.h"
+#include "engine/simulation/contacts.h"
 
 #include <pedflux/geometry.h>
 
@@ -16,27 +16,16 @@ namespace pedflux::engine {
 
 namespace {
 
-/// Faces whose normals rise at least so much can be walked on, as for the ends of connections.
-constexpr double least_upward_normal = 0.01;
 /// Within this height over a floor (metres), barriers and connections take its area away.
 constexpr double headroom = 2;
-/// How far (metres) the end of a connection may be from the floor that it joins, in the plan and in height.
-constexpr double end_reach = 0.1;
-constexpr double end_height_tolerance = 0.3;
-/// How far a portal may be from its floor.
-constexpr double portal_reach = 0.3;
-constexpr double portal_height_tolerance = 0.5;
 /// Barriers without thickness count as thick as this.
 constexpr double thin_wall = 0.02;
 /// People walk up and down stairs at these shares of their speed on level ground, seen in the plan: 0.610 and 0.694 of
 /// 1.34 m/s (Weidmann, "Transporttechnik der Fussgaenger", 1993).
 constexpr double stairs_up = 0.610 / 1.34;
 constexpr double stairs_down = 0.694 / 1.34;
-/// What is narrower leads nowhere.
-constexpr double least_joint = 0.05;
 
 Point plan_of(Vector corner) { return {corner.x, corner.z}; }
-Vector vector_of(Vec3d value) { return {value.GetX(), value.GetY(), value.GetZ()}; }
 
 std::vector<Face> faces_of(SceneState const& state) {
     std::vector<Face> faces;
@@ -48,18 +37,9 @@ std::vector<Face> faces_of(SceneState const& state) {
 }
 
 std::vector<Face> walkable_faces_of(SceneState const& state) {
-    auto faces = faces_of(state);
-    std::erase_if(faces, [](Face const& face) {
-        return normalized(cross(face[1] - face[0], face[2] - face[0])).y < least_upward_normal;
-    });
+    auto faces = upward_faces_of(state);
     if (faces.empty()) refuse(title_of(state) + " has no face that looks upwards, so nobody can walk on it");
     return faces;
-}
-
-Polygons area_of(std::vector<Face> const& faces) {
-    std::vector<std::array<Point, 3>> triangles;
-    for (auto const& face : faces) triangles.push_back({plan_of(face[0]), plan_of(face[1]), plan_of(face[2])});
-    return united(triangles);
 }
 
 double plan_area(Face const& face) {
@@ -232,33 +212,22 @@ class Maker {
 
     /// Lengthens the connection by the reach of its end, and joins it there to the floors that it comes to.
     void join(Draft& draft, navigation::RegionIndex region, LineSeg3d end, LineSeg3d other_end, bool at_ball) {
-        Segment line{plan_of(vector_of(end.GetStartPoint())), plan_of(vector_of(end.GetEndPoint()))};
-        Point outward = unit(turned_left(line.to - line.from));
-        Vector const middle = vector_of(end.GetMidpoint());
-        if (dot(outward, plan_of(middle) - plan_of(vector_of(other_end.GetMidpoint()))) < 0) {
-            outward = -1 * outward;
-            std::swap(line.from, line.to);
-        }
-        Segment const edge{line.from + end_reach * outward, line.to + end_reach * outward};
-        Polygon const lengthening = strip(line, end_reach, 2 * thin_wall);
+        auto const coming = end_of(end, other_end);
         bool joined = false;
         for (std::size_t floor = 0; floor < plan_.floor_count; ++floor) {
-            constexpr double beyond = 0.01;
-            Segment const probe{edge.from + beyond * outward, edge.to + beyond * outward};
-            for (Segment const part : parts_inside(probe, plan_.surfaces[floor].walkable)) {
-                Segment const joint{part.from - beyond * outward, part.to - beyond * outward};
-                double const height = plan_.grounds[floor].height(at(joint, 0.5));
-                if (length(joint) < least_joint || std::abs(height - middle.y) > end_height_tolerance) continue;
-                plan_.joints.push_back({region, static_cast<navigation::RegionIndex>(floor), joint, outward, at_ball});
+            for (Segment const joint : joints_of(coming, plan_.surfaces[floor].walkable, plan_.grounds[floor])) {
+                plan_.joints.push_back(
+                    {region, static_cast<navigation::RegionIndex>(floor), joint, coming.outward, at_ball});
                 joined = true;
             }
         }
         if (!joined) {
+            Vector const middle = vector_of(end.GetMidpoint());
             refuse(title_of(*draft.state) + " touches no floor at its " + (at_ball ? "ball" : "box") + " end, at (" +
                    text_of(middle.x) + ", " + text_of(middle.y) + ", " + text_of(middle.z) + ")");
         }
         auto parts = draft.area;
-        parts.push_back(lengthening);
+        parts.push_back(strip(coming.line, END_REACH, 2 * thin_wall));
         draft.area = united(parts);
     }
 
@@ -280,7 +249,7 @@ class Maker {
                 for (auto const& joint : plan_.joints) {
                     if (joint.connection != region || joint.floor != floor) continue;
                     bool const is_left = dot(turned_left(joint.line.to - joint.line.from), joint.to_floor) > 0;
-                    double const back = end_reach + thin_wall;
+                    double const back = END_REACH + thin_wall;
                     taken.push_back(strip(joint.line, is_left ? 0 : back, is_left ? back : 0));
                 }
             }
@@ -299,21 +268,19 @@ class Maker {
     }
 
     navigation::RegionLine line_on_floor(PortalState const& portal, LineSeg3d goal_line) const {
-        Segment const line{plan_of(vector_of(goal_line.GetStartPoint())), plan_of(vector_of(goal_line.GetEndPoint()))};
-        double const height = goal_line.GetMidpoint().GetY();
         std::optional<navigation::RegionLine> found;
-        double least_offset = portal_height_tolerance;
+        double least_offset = PORTAL_HEIGHT_TOLERANCE;
         for (std::size_t floor = 0; floor < plan_.floor_count; ++floor) {
-            auto const on_floor = line_on(plan_.surfaces[floor].walkable, line, portal_reach);
-            if (!on_floor) continue;
-            double const offset = std::abs(plan_.grounds[floor].height(at(*on_floor, 0.5)) - height);
-            if (offset > least_offset) continue;
-            least_offset = offset;
-            found = {static_cast<navigation::RegionIndex>(floor), *on_floor};
+            auto const contact = contact_of(goal_line, plan_.surfaces[floor].walkable, plan_.grounds[floor]);
+            if (!contact || contact->height_offset > least_offset) continue;
+            least_offset = contact->height_offset;
+            found = {static_cast<navigation::RegionIndex>(floor), contact->line};
         }
         if (!found) {
-            refuse(title_of(portal) + " lies on no floor: its line from " + text_of(line.from) + " to " +
-                   text_of(line.to) + " at the height " + text_of(height) +
+            Vector const from = vector_of(goal_line.GetStartPoint());
+            Vector const to = vector_of(goal_line.GetEndPoint());
+            refuse(title_of(portal) + " lies on no floor: its line from " + text_of(plan_of(from)) + " to " +
+                   text_of(plan_of(to)) + " at the height " + text_of(from.y) +
                    " must lie on a walkable floor or within 0.3 m of its edge, at most 0.5 m above or below");
         }
         return *found;
