@@ -17,8 +17,9 @@
 /// actions. An object of a project keeps a copy and hands out copies. Copies are deep.
 ///
 /// Lists of identifiers hold each of them once. What is refused throws Exception and changes nothing: a negative
-/// weight, lists of unequal length, weights that are all 0, a distribution that is not valid or out of its range.
-/// Whether the identifiers belong to objects of the right kind is asked when an object of a project takes the action.
+/// weight, lists of unequal length, destinations whose weights are all 0, a distribution that is not valid or out of
+/// its range, a part that is empty. Whether the identifiers belong to objects of the right kind is asked when an object
+/// of a project takes the action.
 namespace pedflux {
 
 class AgentTest;
@@ -293,7 +294,7 @@ class PEDFLUX_API FollowSignAction : public AgentAction {
     void SetRouteObjectSequence(std::vector<GlobalId> const& routeObjects);
 };
 
-// Waiting. An empty wait style is refused by the object of a project that takes the action.
+// Waiting.
 
 /// The agent waits for a time that is drawn for it.
 class PEDFLUX_API WaitForDurationAction : public AgentAction {
@@ -470,7 +471,7 @@ class PEDFLUX_API ListAction : public AgentAction {
     void SetListActionAssignment(ListActionAssignment assignment);
 };
 
-/// One of several actions, drawn with chances in proportion to their weights.
+/// One of several actions, drawn with chances in proportion to their weights. Nothing when all weights are 0.
 class PEDFLUX_API ChooseFromSetAction : public AgentAction {
   public:
     using AgentAction::AgentAction;

@@ -19,7 +19,8 @@ enum class WaitStyleTypeId : int {
 
 /// How people wait.
 ///
-/// An object to which a wait style is given keeps a copy; actions and tasks that are not part of a project share it.
+/// An object to which a wait style is given keeps a copy, and so does a task; actions that are not
+/// part of a project share it.
 class PEDFLUX_API WaitStyle {
   public:
     /// Used by the library.
