@@ -13,6 +13,8 @@ namespace pedflux::engine {
     KIND(Barrier)                       \
     KIND(Collection)                    \
     KIND(Cordon)                        \
+    KIND(Elevator)                      \
+    KIND(ElevatorBank)                  \
     KIND(Escalator)                     \
     KIND(Evacuation)                    \
     KIND(ExperiencedDensityMapQuery)    \

@@ -88,7 +88,7 @@ class PEDFLUX_API Elevator : public WalkableObject {
     double GetQueueMultiplier() const;
     /// What it costs those who fail the access test to count on the elevator, in seconds; 1000000 unless set.
     double GetAccessAgentTestFailureCost() const;
-    /// The radius of a person where the capacity comes from an area, metres; 0.25 unless set.
+    /// The radius of a person where the capacity comes from an area, metres; 0.2 unless set.
     double GetAgentRadiusForAreaCapacity() const;
     /// The area of the capacity type CUSTOM_AREA, m²; 2 unless set.
     double GetCapacityCustomArea() const;
@@ -365,7 +365,7 @@ class PEDFLUX_API ElevatorCar {
     int GetPopulation();
     int GetAvailableCapacity();
     /// How many persons the car holds. By an area: as many as circles of the agents' radius fit on it in the densest
-    /// packing, 1 for each 2√3 r² (Thue 1910), but at least 1.
+    /// packing, 1 for each 2√3 r² (Thue, 1910), but at least 1.
     int GetTotalCapacity();
     /// Metres.
     double GetElevation();
