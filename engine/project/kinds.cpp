@@ -23,6 +23,7 @@ namespace pedflux::engine {
     KIND(Journey)                       \
     KIND(Link)                          \
     KIND(MaxDensityMapQuery)            \
+    KIND(NetworkOfObjects)              \
     KIND(NonZeroAverageDensityMapQuery) \
     KIND(Path)                          \
     KIND(Perimeter)                     \
@@ -34,6 +35,8 @@ namespace pedflux::engine {
     KIND(Server)                        \
     KIND(SimulationRun)                 \
     KIND(Stair)                         \
+    KIND(TallyChange)                   \
+    KIND(TallyObject)                   \
     KIND(Transform)                     \
     KIND(Volume)                        \
     KIND(WaitSpace)                     \
