@@ -4,6 +4,7 @@
 #include "engine/model/scene_states.h"
 #include "engine/model/state.h"
 
+#include <pedflux/agent_actions.h>
 #include <pedflux/distributions.h>
 #include <pedflux/objects.h>
 #include <pedflux/profiles.h>
@@ -32,7 +33,8 @@ struct ProfileState : ObjectState {
     AgentDirectionBias direction_bias = AgentDirectionBias::NONE;
     double acceleration_forward_max = 2;  ///< m/s2
     double speed_shuffle_factor = 0;
-    double turn_rate_cap = 360;  ///< degrees per second
+    double turn_rate_cap = 360;                   ///< degrees per second
+    std::shared_ptr<AgentAction> initial_action;  ///< none unless set
     std::optional<GlobalId> avatar;
     std::optional<GlobalId> network;
 
@@ -50,6 +52,7 @@ struct ProfileState : ObjectState {
         field("accelerationForwardMax", self.acceleration_forward_max, Range{0, 100, "m/s2", true});
         field("speedShuffleFactor", self.speed_shuffle_factor, Range{0, 1});
         field("turnRateCapInDegreesAtMaxSpeed", self.turn_rate_cap, Range{0, 3600, "degrees per second", true});
+        field("initialAction", self.initial_action);
         field("avatar", self.avatar, refers_to_kind<ObjectType::AVATAR>("an avatar"));
         field("network", self.network, refers_to_kind<ObjectType::NETWORK>("a network"));
     }

@@ -9,8 +9,11 @@ namespace pedflux::engine {
     KIND(AgentCountMapQuery)            \
     KIND(AgentFilterObject)             \
     KIND(AgentTestObject)               \
+    KIND(Avatar)                        \
     KIND(AverageDensityMapQuery)        \
     KIND(Barrier)                       \
+    KIND(Billboard)                     \
+    KIND(Bookmark)                      \
     KIND(Collection)                    \
     KIND(Cordon)                        \
     KIND(Elevator)                      \
@@ -19,6 +22,7 @@ namespace pedflux::engine {
     KIND(Evacuation)                    \
     KIND(ExperiencedDensityMapQuery)    \
     KIND(Floor)                         \
+    KIND(GateAccess)                    \
     KIND(InstantaneousDensityMapQuery)  \
     KIND(Journey)                       \
     KIND(Link)                          \
@@ -33,11 +37,16 @@ namespace pedflux::engine {
     KIND(Ramp)                          \
     KIND(RouteBank)                     \
     KIND(Server)                        \
+    KIND(ServerAccess)                  \
     KIND(SimulationRun)                 \
     KIND(Stair)                         \
     KIND(TallyChange)                   \
     KIND(TallyObject)                   \
+    KIND(TimeObject)                    \
+    KIND(Token)                         \
     KIND(Transform)                     \
+    KIND(TriggerObject)                 \
+    KIND(Visual)                        \
     KIND(Volume)                        \
     KIND(WaitSpace)                     \
     KIND(Zone)

@@ -1,11 +1,28 @@
 #include "engine/behaviour/distribution_face.h"
+#include "engine/model/avatar_state.h"
 #include "engine/model/profile_state.h"
 #include "engine/project/kind_table.h"
 
+#include <pedflux/avatars.h>
+#include <pedflux/exception.h>
 #include <pedflux/profiles.h>
 
 namespace pedflux {
 
+using engine::AvatarState;
+using engine::Look;
+
 KIND(Profile, Profiles)
+KIND_MADE_ELSEWHERE(Avatar, Avatars)
+
+std::shared_ptr<Avatar> Project::CreateAvatar(std::string const& name, std::shared_ptr<MeshGeometry> const& mesh) {
+    return engine::create<AvatarState>(*this, name, std::pair(&AvatarState::look, Look(engine::OwnLook{mesh})));
+}
+
+std::shared_ptr<Avatar> Project::CreateAvatarFromPreset(std::string const& name,
+                                                        std::shared_ptr<AvatarPreset> const& preset) {
+    if (!preset) throw Exception("Avatar '" + name + "': the preset must be given, not empty");
+    return engine::create<AvatarState>(*this, name, std::pair(&AvatarState::look, Look(engine::PresetLook{preset})));
+}
 
 }  // namespace pedflux

@@ -1,6 +1,7 @@
 #include "engine/behaviour/distribution_face.h"
 #include "engine/model/profile_state.h"
 #include "engine/model/properties.h"
+#include "engine/project/actions.h"
 
 #include <pedflux/profiles.h>
 
@@ -66,6 +67,7 @@ PROPERTY(double, SpeedShuffleFactor, speed_shuffle_factor)
 PROPERTY(double, TurnRateCapInDegreesAtMaxSpeed, turn_rate_cap)
 OPTIONAL_REFERENCE(Avatar, avatar)
 OPTIONAL_REFERENCE(Network, network)
+ACTION(Profile, ProfileState, Initial, initial_action)
 
 void Profile::SetRadius(double radius) { SetRadiusDistribution(Distribution::CreateConstant(radius)); }
 void Profile::SetPersonalSpace(double distance) {

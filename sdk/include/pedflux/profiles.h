@@ -8,6 +8,7 @@
 
 namespace pedflux {
 
+class AgentAction;
 class Distribution;
 
 /// A kind of people: how fast and how large they are, and what they mind when they choose their way. Distributions are
@@ -73,6 +74,13 @@ class PEDFLUX_API Profile : public SimObject {
     double GetTurnRateCapInDegreesAtMaxSpeed();
     /// @param rate greater than 0 and at most 3600 degrees per second
     void SetTurnRateCapInDegreesAtMaxSpeed(double rate);
+
+    /// Whether people of the profile do something before they start on their way; nothing unless set.
+    bool HasInitialAction();
+    /// A copy of what they do first; empty when there is none.
+    std::shared_ptr<AgentAction> GetInitialActionCopy();
+    /// Keeps a copy of the action; an empty one takes it away.
+    void SetInitialAction(std::shared_ptr<AgentAction> const& action);
 
     /// Whether people of the profile have a look of their own.
     bool HasAvatar();
