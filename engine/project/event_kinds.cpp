@@ -1,3 +1,4 @@
+#include "engine/behaviour/agent_action_states.h"
 #include "engine/behaviour/event_states.h"
 #include "engine/project/kind_table.h"
 
@@ -7,5 +8,9 @@ namespace pedflux {
 
 KIND(Journey, Journeys)
 KIND(Evacuation, Evacuations)
+KIND(Circulate, Circulates)
+KIND(Broadcast, Broadcasts)
+KIND_WITH(Dispatch, Dispatches, Vec3d, position)
+KIND(AgentActionObject, AgentActionObjects)
 
 }  // namespace pedflux

@@ -6,6 +6,7 @@ namespace pedflux::engine {
 
 // Every kind of object; the tables of kinds instantiate them.
 #define PEDFLUX_KINDS(KIND)             \
+    KIND(AgentActionObject)             \
     KIND(AgentCountMapQuery)            \
     KIND(AgentFilterObject)             \
     KIND(AgentTestObject)               \
@@ -14,8 +15,11 @@ namespace pedflux::engine {
     KIND(Barrier)                       \
     KIND(Billboard)                     \
     KIND(Bookmark)                      \
+    KIND(Broadcast)                     \
+    KIND(Circulate)                     \
     KIND(Collection)                    \
     KIND(Cordon)                        \
+    KIND(Dispatch)                      \
     KIND(Elevator)                      \
     KIND(ElevatorBank)                  \
     KIND(Escalator)                     \

@@ -10,8 +10,14 @@
 
 namespace pedflux {
 
+class AgentAction;
+class AgentTest;
 class Distribution;
 class PopulationSource;
+class TimeReference;
+class Trigger;
+class TriggerRange;
+class WaitStyle;
 
 /// How the agents of an event are coloured.
 enum class EventColorSchemeType : int {
@@ -19,12 +25,26 @@ enum class EventColorSchemeType : int {
     SPECIFIED = 1,    ///< in a colour of their own
     LIGHTER = 2,      ///< as the event, half way to white
     DARKER = 3,       ///< as the event, half way to black
+    RULES = 4,        ///< as the first rule says whose test is true for the agent
 };
 
-/// An event that brings a population into the simulation. It starts when the simulation starts.
+/// How long agents circulate, see `Circulate`.
+enum class CirculationCommand : int {
+    ENTIRE_SIMULATION = 0,      ///< until the simulation ends
+    FOR_COUNT = 1,              ///< a number of portals
+    FOR_DURATION = 2,           ///< a time
+    FOR_COUNT_OR_DURATION = 3,  ///< a number of portals and a time
+    UNTIL_TIME = 4,             ///< until a time of the clock
+    UNTIL_TIME_OR_COUNT = 5,    ///< until a time of the clock and a number of portals
+};
+
+// Whatever an event is given (a source, trigger, test, action, distribution, wait style, time) it keeps as a copy, and
+// hands out copies. An empty one is refused unless said otherwise.
+
+/// An event that brings a population into the simulation when it starts.
 ///
-/// A new event has a `CountPopulationSource` without origins and persons, no profile, and the colour scheme
-/// `EVENT_COLOR`.
+/// A new event starts with the simulation. It has a `CountPopulationSource` without origins and persons, no profile, no
+/// initial action, and the colour scheme `EVENT_COLOR`.
 class PEDFLUX_API SinglePopulationEvent : public SimObject {
   public:
     using SimObject::SimObject;
@@ -35,18 +55,39 @@ class PEDFLUX_API SinglePopulationEvent : public SimObject {
     /// connections or zones of the project.
     void SetPopulationSource(std::shared_ptr<PopulationSource> const& source);
 
+    /// What starts the event.
+    std::shared_ptr<Trigger> GetStartTrigger();
+    void SetStartTrigger(std::shared_ptr<Trigger> const& trigger);
+
     /// The profile of the people; invalid when none is set and a profile of default values is used.
     GlobalId GetProfile();
     /// Sets the profile; an invalid identifier takes it away.
     void SetProfile(GlobalId const& profile);
 
+    bool HasInitialAction();
+    /// What each person does first, before it goes to its destination; empty when there is nothing.
+    std::shared_ptr<AgentAction> GetInitialActionCopy();
+    /// Sets what each person does first; an empty action takes it away.
+    void SetInitialAction(std::shared_ptr<AgentAction> const& action);
+
     EventColorSchemeType GetColorSchemeType();
-    /// The colour that the scheme gives to the agents.
+    /// The colour that the scheme gives to the agents; of rules that for agents for whom no test is true.
     Color GetColorSchemeColor();
     void SetColorSchemeEventColor();
     void SetColorSchemeSpecified(Color color);
     void SetColorSchemeLighter();
     void SetColorSchemeDarker();
+    /// Gives each agent the colour of the first test that is true for it when it comes into the simulation. The rules
+    /// last until another scheme is set.
+    /// @param colors one for each test
+    /// @param fallback of the agents for whom no test is true
+    void SetColorSchemeRules(std::vector<std::shared_ptr<AgentTest>> const& tests, std::vector<Color> const& colors,
+                             Color fallback);
+    /// 0 for the other schemes.
+    int GetColorSchemeRuleCount();
+    /// The test of a rule with a number from 0 on.
+    std::shared_ptr<AgentTest> GetColorSchemeRuleAgentTest(int index);
+    Color GetColorSchemeRuleColor(int index);
 };
 
 /// People who walk from origins to destinations.
@@ -68,10 +109,93 @@ class PEDFLUX_API Evacuation : public SinglePopulationEvent {
     void SetZones(std::vector<GlobalId> const& zones);
     void ClearZones();
 
-    /// How long each person waits before it walks, in seconds; 0 unless set. A copy.
+    /// How long each person waits before it walks, in seconds; 0 unless set.
     std::shared_ptr<Distribution> GetPreMovementWaitDistribution();
-    /// @param wait a valid distribution of 0 or more seconds; the event keeps a copy
+    /// @param wait a valid distribution of 0 or more seconds
     void SetPreMovementWaitDistribution(std::shared_ptr<Distribution> const& wait);
+
+    /// How people wait before they walk; they stand still unless set.
+    std::shared_ptr<WaitStyle> GetPreMovementWaitStyle();
+    void SetPreMovementWaitStyle(std::shared_ptr<WaitStyle> const& style);
+};
+
+/// People who walk from portal to portal, each time to one that is drawn. When they have circulated for long enough
+/// they go to their destination. They circulate for the entire simulation unless told otherwise.
+///
+/// Counts are numbers of portals that an agent reaches; durations are counted from its arrival in the simulation. Each
+/// is drawn once for each agent; counts are rounded to whole numbers.
+class PEDFLUX_API Circulate : public SinglePopulationEvent {
+  public:
+    using SinglePopulationEvent::SinglePopulationEvent;
+
+    std::vector<GlobalId> GetCirculatePortals();
+    /// @param portals each of them once
+    void SetCirculatePortals(std::vector<GlobalId> const& portals);
+
+    CirculationCommand GetCirculationCommand();
+    void CirculateEntireSimulation();
+    /// @param count 0 or more portals
+    void CirculateForCount(std::shared_ptr<Distribution> const& count);
+    /// @param duration 0 or more seconds
+    void CirculateForDuration(std::shared_ptr<Distribution> const& duration);
+    /// @param count 0 or more portals
+    /// @param duration 0 or more seconds
+    /// @param untilBoth whether agents go on until both are reached; otherwise the first of them ends it
+    void CirculateForCountOrDuration(std::shared_ptr<Distribution> const& count,
+                                     std::shared_ptr<Distribution> const& duration, bool untilBoth);
+    void CirculateUntilTime(std::shared_ptr<TimeReference> time);
+    /// @param count 0 or more portals
+    /// @param untilBoth whether agents go on until both are reached; otherwise the first of them ends it
+    void CirculateUntilTimeOrCount(std::shared_ptr<TimeReference> time, std::shared_ptr<Distribution> const& count,
+                                   bool untilBoth);
+};
+
+/// Gives an action to the people who are in the simulation while a trigger range is on, to each once for each span of
+/// the range: to those who are there when the span begins and to those who come while it lasts. It can be limited to
+/// those for whom a test is true, and to those in a zone.
+///
+/// A new broadcast is on all the time, and tells everybody to do nothing.
+class PEDFLUX_API Broadcast : public SimObject {
+  public:
+    using SimObject::SimObject;
+
+    std::shared_ptr<TriggerRange> GetTriggerRange();
+    void SetTriggerRange(std::shared_ptr<TriggerRange> const& range);
+
+    std::shared_ptr<AgentAction> GetAgentAction();
+    void SetAgentAction(std::shared_ptr<AgentAction> const& action);
+
+    /// @throws Exception for a broadcast without test
+    std::shared_ptr<AgentTest> GetAgentTest();
+    void SetAgentTest(std::shared_ptr<AgentTest> const& test);
+    bool HasAgentTest();
+    void ClearAgentTest();
+
+    /// @throws Exception for a broadcast without zone
+    GlobalId GetZone();
+    void SetZone(GlobalId const& zone);
+    bool HasZone();
+    void ClearZone();
+};
+
+/// Sends people on: who is done at one of the sources goes to one of the sinks, the one that is the easiest to reach.
+/// Sources and sinks are servers, portals, floors, connections or zones; a new dispatch has none.
+class PEDFLUX_API Dispatch : public SimObject {
+  public:
+    using SimObject::SimObject;
+
+    void SetSource(GlobalId const& source);
+    /// @param sources each of them once
+    void SetSources(std::vector<GlobalId> const& sources);
+    void SetSink(GlobalId const& sink);
+    /// @param sinks each of them once
+    void SetSinks(std::vector<GlobalId> const& sinks);
+
+    /// Moves the mark that stands for the dispatch; people do not go there.
+    /// @param position metres
+    void SetPosition(Vec3d const& position);
+    /// Moves the mark to the middle of the sources and sinks; it stays where it is when there are none.
+    void Reposition();
 };
 
 }  // namespace pedflux
