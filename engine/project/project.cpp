@@ -88,7 +88,7 @@ void Project::SetWorkingDirectory(std::string const& path) {
 }
 
 void Project::ExportGeometry(std::string const& path, std::vector<std::shared_ptr<SimObject>> const& objects) {
-    engine::replace_file(path, engine::to_obj(document_of(*this), objects));
+    engine::replace_file(path, engine::exported(document_of(*this), path, objects));
 }
 
 std::string Project::FindNextUniqueName(std::string const& base) { return document_of(*this).next_unique_name(base); }

@@ -161,9 +161,13 @@ class PEDFLUX_API Project {
     /// @param path an existing directory; a relative one starts at the directory of the process
     void SetWorkingDirectory(std::string const& path);
 
-    /// Writes the geometry of objects to a Wavefront OBJ file, one group for each object with a geometry, in metres
-    /// with y up; of all scene objects if the list is empty. An empty pointer in the list, and an object of another
-    /// project, are refused.
+    /// Writes the geometry of objects in metres, in the format that the path's extension names; of all scene objects if
+    /// the list is empty. An empty pointer in the list, an object of another project and another extension are refused.
+    ///
+    /// - `.obj`: Wavefront OBJ with y up, one group for each object
+    /// - `.stl`: STL as text with y up, one solid for each mesh; lines are left out
+    /// - `.wkt`: the plan as a well-known text geometry collection of x and z, one element for each object: areas, or
+    ///   lines for what stands upright
     void ExportGeometry(std::string const& path, std::vector<std::shared_ptr<SimObject>> const& objects);
 
     /// The base itself if no object has it as its name; otherwise the base followed by a space and the lowest free
