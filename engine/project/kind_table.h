@@ -15,7 +15,7 @@
 #include <vector>
 
 /// The words of the tables of kinds, one line for each kind of object: the kind of its state, its factory, its lookups
-/// and its list. A table stands in namespace pedflux, and each of its kinds also in kinds.cpp.
+/// and its list. A table stands in namespace pedflux, and each of its kinds also in kind_list.h.
 ///
 ///     KIND(Transform, Transforms)                       a factory that takes a name
 ///     KIND_WITH_MESH(Floor, Floors)                     a name and the mesh that becomes its geometry
