@@ -134,6 +134,8 @@ struct BillboardState : SceneState {
 
 /// Where one looks from: see Viewpoint.
 struct Camera {
+    static constexpr double WIDEST = 179;  ///< degrees
+
     Vec3d eye;
     Vec3d center;
     Vec3d up;
@@ -144,7 +146,7 @@ struct Camera {
         field("eyePoint", self.eye);
         field("centerPoint", self.center);
         field("upDirection", self.up);
-        field("verticalFov", self.vertical_fov);
+        field("verticalFov", self.vertical_fov, Range{0, WIDEST, "degrees", true});
     }
 };
 

@@ -42,7 +42,7 @@ class PEDFLUX_API Viewpoint {
     /// As it was given.
     Vec3d GetUpDirection();
     /// Sets the angle between the upper and the lower edge of the picture. 45 degrees unless set.
-    /// @param degrees greater than 0 and less than 180
+    /// @param degrees greater than 0 and at most 179
     void SetVerticalFov(double degrees);
 
   private:
