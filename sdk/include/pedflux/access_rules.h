@@ -37,16 +37,17 @@ class PEDFLUX_API GateAccess : public SimObject {
     ConnectionObjectDirection GetCommandDirection();
 
     /// Whether the command is obeyed by turns within a span: for the seconds on from its beginning, then not for the
-    /// seconds off, and so on. Either duration being set makes a cycle; the other one is 0 until it is set too.
+    /// seconds off, and so on. Either duration being set makes a cycle, in which the other one is as long until it is
+    /// set too.
     bool HasCycle();
     void ClearCycle();
     /// @throws Exception without a cycle
     int GetCycleOnDurationInSeconds() const;
-    /// @param duration at least 0
+    /// @param duration at least 1
     void SetCycleOnDurationInSeconds(int duration);
     /// @throws Exception without a cycle
     int GetCycleOffDurationInSeconds() const;
-    /// @param duration at least 0
+    /// @param duration at least 1
     void SetCycleOffDurationInSeconds(int duration);
 
     /// Whom the command concerns: agents who pass the test. All without a test. A copy.
@@ -84,11 +85,11 @@ class PEDFLUX_API ServerAccess : public SimObject {
     void ClearCycle();
     /// @throws Exception without a cycle
     int GetCycleOnDurationInSeconds() const;
-    /// @param duration at least 0
+    /// @param duration at least 1
     void SetCycleOnDurationInSeconds(int duration);
     /// @throws Exception without a cycle
     int GetCycleOffDurationInSeconds() const;
-    /// @param duration at least 0
+    /// @param duration at least 1
     void SetCycleOffDurationInSeconds(int duration);
 };
 
