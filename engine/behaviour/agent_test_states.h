@@ -39,12 +39,14 @@ struct AgeTestState : NodeState {
     static constexpr std::string_view NAME = "AgeTest";
     using Face = AgeTest;
 
+    static constexpr double MOST_SECONDS = static_cast<double>(std::numeric_limits<float>::max());
+
     double age = 0;  ///< seconds; a number of single precision
     AgentAgeComparison comparison = AgentAgeComparison::OLDER_THAN;
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("testAgeInSeconds", self.age, Range{0, double{std::numeric_limits<float>::max()}, "s"});
+        field("testAgeInSeconds", self.age, Range{0, MOST_SECONDS, "s"});
         field("agentAgeComparison", self.comparison);
     }
 };

@@ -101,11 +101,11 @@ TokenTest::TokenTest(std::vector<GlobalId> const& tokens, LogicQuantifier quanti
 
 AgeTest::AgeTest(float age, AgentAgeComparison comparison)
     : AgentTest(make_node<AgentTest, engine::AgeTestState>([&](auto& state) {
-          state.age = double{age};
+          state.age = static_cast<double>(age);
           state.comparison = comparison;
       })) {}
 float AgeTest::GetTestAgeInSeconds() { return static_cast<float>(get(*this, &engine::AgeTestState::age)); }
-void AgeTest::SetTestAgeInSeconds(float age) { set(*this, &engine::AgeTestState::age, double{age}); }
+void AgeTest::SetTestAgeInSeconds(float age) { set(*this, &engine::AgeTestState::age, static_cast<double>(age)); }
 PROPERTY(AgeTest, AgentAgeComparison, AgentAgeComparison, AgentAgeComparison, comparison)
 
 RandomChanceTest::RandomChanceTest(double chance)
