@@ -45,8 +45,10 @@
     KIND(TallyObject)                   \
     KIND(TimeObject)                    \
     KIND(Token)                         \
+    KIND(Timetable)                     \
     KIND(Transform)                     \
     KIND(TriggerObject)                 \
+    KIND(Vehicle)                       \
     KIND(Visual)                        \
     KIND(Volume)                        \
     KIND(WaitSpace)                     \

@@ -1,0 +1,264 @@
+#pragma once
+
+#include "engine/behaviour/event_states.h"
+#include "engine/behaviour/object_rules.h"
+#include "engine/behaviour/population.h"
+#include "engine/behaviour/time_reference.h"
+#include "engine/model/enumerations.h"
+#include "engine/model/state.h"
+
+#include <pedflux/agent_actions.h>
+#include <pedflux/agent_tests.h>
+#include <pedflux/distributions.h>
+#include <pedflux/vehicles.h>
+
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+/// The state of vehicles: see engine/model/state.h for how a state lists its fields. Distributions, tests and actions
+/// are replaced, never changed.
+namespace pedflux::engine {
+
+PEDFLUX_NAMES(VehiclePopulationType, {{VehiclePopulationType::BOARDING, "BOARDING"},
+                                      {VehiclePopulationType::ALIGHTING, "ALIGHTING"},
+                                      {VehiclePopulationType::THROUGH, "THROUGH"}});
+
+// When a vehicle arrives.
+
+struct HeadwayArrivals {
+    static constexpr std::string_view NAME = "Headway";
+    std::shared_ptr<Distribution> headway = Distribution::CreateConstant(600);  ///< seconds
+    std::optional<int> count;                                                   ///< without end when there is none
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        field("headway", self.headway, RequiredRange{{0, WITHOUT_END, "s"}});
+        field("fixedCount", self.count, AT_LEAST_ONE);
+    }
+};
+
+struct ScheduledArrivals {
+    static constexpr std::string_view NAME = "Schedule";
+    std::vector<int> offsets;  ///< seconds from the start time, never back
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        field("timeOffsets", self.offsets, Range{0, WITHOUT_END, "s"});
+    }
+};
+
+using VehicleArrivals = std::variant<HeadwayArrivals, ScheduledArrivals>;
+
+// How many people an arrival brings.
+
+/// One number for each arrival of a schedule.
+struct CountBySchedule {
+    static constexpr std::string_view NAME = "Schedule";
+    std::vector<int> persons;
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        field("populations", self.persons, Range{0, WITHOUT_END, "persons"});
+    }
+};
+
+/// One number for each interval of the vehicle's table.
+struct CountByTable {
+    static constexpr std::string_view NAME = "LookupTable";
+    std::vector<int> persons;
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        field("populations", self.persons, Range{0, WITHOUT_END, "persons"});
+    }
+};
+
+struct RandomCount {
+    static constexpr std::string_view NAME = "RandomDistribution";
+    std::shared_ptr<Distribution> persons;
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        field("populations", self.persons, RequiredRange{{0, WITHOUT_END, "persons"}});
+    }
+};
+
+/// As many as there is room for.
+struct FullCapacity {
+    static constexpr std::string_view NAME = "FullCapacity";
+
+    template <class Self, class Field>
+    static void fields(Self&, Field&&) {}
+};
+
+struct PercentageOfCapacity {
+    static constexpr std::string_view NAME = "PercentageCapacity";
+    std::shared_ptr<Distribution> percentage;
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        field("percentage", self.percentage, RequiredRange{{0, 100, "%"}});
+    }
+};
+
+using AlightingCount = std::variant<CountBySchedule, CountByTable, RandomCount>;
+using ThroughCount = std::variant<CountBySchedule, CountByTable, RandomCount, FullCapacity, PercentageOfCapacity>;
+
+// Who may pass the doors.
+
+struct OpenToAll {
+    static constexpr std::string_view NAME = "All";
+    template <class Self, class Field>
+    static void fields(Self&, Field&&) {}
+};
+
+/// Those whom it is for: who boards, or who alights.
+struct OpenToOwn {
+    static constexpr std::string_view NAME = "Own";
+    template <class Self, class Field>
+    static void fields(Self&, Field&&) {}
+};
+
+struct OpenIfTestTrue {
+    static constexpr std::string_view NAME = "IfTestTrue";
+    std::shared_ptr<AgentTest> test;
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        field("agentTest", self.test, REQUIRED);
+    }
+};
+
+using DoorAccess = std::variant<OpenToOwn, OpenToAll, OpenIfTestTrue>;
+
+/// Where people come from: the places, and one weight for each unless all are alike.
+struct PeopleOrigins {
+    std::vector<GlobalId> places;
+    std::vector<double> weights;
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        field("places", self.places,
+              RefersTo{"a portal, floor, connection or zone", Population::is_place, Role::ORIGIN});
+        field("weights", self.weights, NOT_NEGATIVE);
+    }
+};
+
+/// Where people go: the places, and one weight for each when the assignment is by weight.
+struct PeopleDestinations {
+    std::vector<GlobalId> places;
+    std::vector<double> weights;
+    DestinationAssignment assignment = DestinationAssignment::BY_CHANCE;
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        field("places", self.places,
+              RefersTo{"a portal, floor, connection or zone", Population::is_place, Role::DESTINATION});
+        field("weights", self.weights, NOT_NEGATIVE);
+        field("assignment", self.assignment);
+    }
+};
+
+/// How the people of a population look and what they do first.
+struct PeopleTraits {
+    std::optional<GlobalId> profile;
+    std::shared_ptr<AgentAction> initial_action;  ///< empty: none
+    EventColorSchemeType color_scheme = EventColorSchemeType::EVENT_COLOR;
+    Color color;                         ///< of the scheme SPECIFIED, and where no rule of RULES holds
+    std::vector<ColorRule> color_rules;  ///< of the scheme RULES
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        field("profile", self.profile, A_PROFILE);
+        field("initialAction", self.initial_action);
+        field("colorScheme", self.color_scheme);
+        field("color", self.color);
+        field("colorRules", self.color_rules);
+    }
+};
+
+struct BoardingPeople {
+    std::optional<Population> source;
+    DoorAccess access;
+    PeopleTraits traits;
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        field("source", self.source);
+        field("access", self.access);
+        field("traits", self.traits);
+    }
+};
+
+struct AlightingPeople {
+    std::optional<AlightingCount> count;  ///< none: nobody alights
+    PeopleOrigins origins;
+    PeopleDestinations destinations;
+    DoorAccess access;
+    PeopleTraits traits;
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        field("count", self.count);
+        field("origins", self.origins);
+        field("destinations", self.destinations);
+        field("access", self.access);
+        field("traits", self.traits);
+    }
+};
+
+struct ThroughPeople {
+    std::optional<ThroughCount> count;  ///< none: nobody stays in the vehicle
+    PeopleOrigins origins;
+    bool created_in_scene = false;
+    PeopleTraits traits;
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        field("count", self.count);
+        field("origins", self.origins);
+        field("createdInScene", self.created_in_scene);
+        field("traits", self.traits);
+    }
+};
+
+struct VehicleState : ObjectState {
+    static constexpr ObjectType TYPE = ObjectType::VEHICLE;
+    static constexpr std::string_view NAME = "Vehicle";
+    using Face = Vehicle;
+
+    VehicleArrivals arrivals;
+    std::shared_ptr<TimeReference> start = TimeReference::AfterSimulationStart(0);
+    std::shared_ptr<Distribution> dwell = Distribution::CreateConstant(30);  ///< seconds
+    int boarding_offset = 0;                                                 ///< seconds after the arrival
+    std::vector<int> table_intervals;  ///< seconds; none when no population is by table
+    BoardingPeople boarding;
+    AlightingPeople alighting;
+    ThroughPeople through;
+    std::vector<GlobalId> car_doors;
+    std::vector<GlobalId> car_floors;
+    std::optional<int> car_floor_capacity;  ///< persons on each floor
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        ObjectState::fields(self, field);
+        field("arrival", self.arrivals);
+        field("startTime", self.start, REQUIRED);
+        field("dwellDuration", self.dwell, RequiredRange{{0, WITHOUT_END, "s"}});
+        field("boardingTimeOffset", self.boarding_offset);
+        field("lookupTableIntervals", self.table_intervals, Range{1, WITHOUT_END, "s"});
+        field("boarding", self.boarding);
+        field("alighting", self.alighting);
+        field("through", self.through);
+        field("carDoors", self.car_doors, refers_to<ConnectionState>("a link, stair, ramp or other connection"));
+        field("carFloors", self.car_floors, refers_to_kind<ObjectType::FLOOR>("a floor"));
+        field("carFloorCapacityLimit", self.car_floor_capacity, Range{1, WITHOUT_END, "person"});
+    }
+    /// Throws Exception unless the lists that belong together are of equal length, and what else binds the parts.
+    static void check(VehicleState const& self);
+};
+
+}  // namespace pedflux::engine
