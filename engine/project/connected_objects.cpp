@@ -4,6 +4,7 @@
 #include "engine/model/scene_states.h"
 #include "engine/model/server_states.h"
 #include "engine/simulation/contacts.h"
+#include "engine/transport/elevator_states.h"
 
 #include <pedflux/project.h>
 
@@ -74,6 +75,20 @@ void add_place(NetworkState const& place, LineSeg3d line, std::vector<Level> con
     ways.emplace_back(&place, nearest);
 }
 
+/// Elevators say which floors they serve.
+void add_elevator(Document const& document, ElevatorState const& elevator, std::vector<Way>& ways) {
+    auto const each_floor = [&](std::vector<GlobalId> const& ids, auto const& add) {
+        for (auto const& id : ids) {
+            auto const* const floor = document.find<FloorState>(id);
+            if (floor != nullptr && floor->enabled) add(floor);
+        }
+    };
+    for (auto const* const side : {&elevator.ball, &elevator.box}) {
+        each_floor(side->boarding, [&](FloorState const* floor) { ways.emplace_back(floor, &elevator); });
+        each_floor(side->alighting, [&](FloorState const* floor) { ways.emplace_back(&elevator, floor); });
+    }
+}
+
 std::vector<Way> ways_of(Document const& document) {
     auto const levels = levels_of(document);
     std::vector<Way> ways;
@@ -85,6 +100,9 @@ std::vector<Way> ways_of(Document const& document) {
     }
     for (auto const* const server : document.objects<ServerState>()) {
         if (server->enabled) add_place(*server, end_goal_lines(*server->geometry).ball, levels, ways);
+    }
+    for (auto const* const elevator : document.objects<ElevatorState>()) {
+        if (elevator->enabled) add_elevator(document, *elevator, ways);
     }
     return ways;
 }
