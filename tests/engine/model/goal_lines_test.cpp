@@ -75,6 +75,14 @@ TEST(GoalLines, OfConnections) {
          {{0, 0, 0}, {0, 0, 2}},
          {{4, 3, 0}, {4, 3, 2}}},
         {"steps", steps(16), {{0, 0.15, 0}, {0, 0.15, 2}}, {{4.8, 2.4, 0}, {4.8, 2.4, 2}}},
+        {"polyline downwards and round a corner",
+         PolylineGeometry::Create({{3, 2, 0}, {0, 1, 0}, {0, 0, 4}}),
+         {{3, 2, -0.3}, {3, 2, 0.3}},
+         {{-0.3, 0, 4}, {0.3, 0, 4}}},
+        {"polyline with upright ends",
+         PolylineGeometry::Create({{0, 3, 0}, {0, 0, 0}, {3, 0, 4}, {3, 5, 4}}),
+         {{0.24, 3, -0.18}, {-0.24, 3, 0.18}},
+         {{3.24, 5, 3.82}, {2.76, 5, 4.18}}},
     };
     for (auto const& [what, shape, ball, box] : cases) {
         auto const ends = end_goal_lines(*shape);

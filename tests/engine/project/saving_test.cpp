@@ -5,6 +5,7 @@
 #include "engine/model/scene_states.h"
 #include "engine/project/kinds.h"
 #include "tests/engine/project/building.h"
+#include "tests/engine/project/filled_document.h"
 
 #include <csignal>
 #include <filesystem>
@@ -25,24 +26,64 @@ using ::testing::IsEmpty;
 
 Json file_of(Project const& project) { return Json::parse(to_text(document_of(project))); }
 
-TEST(Saving, TheFullProjectLeavesNoFieldAtItsDefault) {
-    auto const project = full_project();
-    // A run is connected with a database only where there is one, and colour functions are shared by all kinds.
-    std::set<std::string> const left_out{"databaseFileName", "customColorFunction", "colorFunction", "avatar",
-                                         "network"};
-    std::set<std::string> kinds;
-    for (auto const& object : document_of(*project).objects()) {
-        kinds.insert(std::string(object->kind->name));
+TEST(EveryKind, HasAFieldOfEveryNameThatIsNotAsByDefault) {
+    auto const document = filled_document();
+    auto const fields = fields_of_kinds();
+    EXPECT_EQ(document->objects().size(), object_kinds().size());
+    EXPECT_EQ(fields.size(), object_kinds().size());
+    for (auto const& object : document->objects()) {
         Json fresh = Json::object();
         Json filled = Json::object();
         object->kind->write(*object->kind->make(), fresh);
         object->kind->write(*object, filled);
-        for (auto const& [name, value] : fresh.items()) {
-            if (left_out.contains(name)) continue;
-            EXPECT_NE(filled[name], value) << title_of(*object) << ": " << name;
+        for (auto const& name : fields.at(std::string(object->kind->name))) {
+            ASSERT_TRUE(filled.contains(name)) << title_of(*object) << ": " << name;
+            EXPECT_NE(filled[name], fresh.value(name, Json())) << title_of(*object) << ": " << name;
         }
     }
-    EXPECT_EQ(kinds.size(), object_kinds().size());
+}
+
+TEST(EveryKind, OpensAndCopiesEqualInEveryField) {
+    auto const document = filled_document();
+    auto const text = to_text(*document);
+    auto const opened = from_text(text, object_kinds());
+    EXPECT_THAT(differences(*document, *opened), IsEmpty());
+    EXPECT_THAT(opened->open_warnings, IsEmpty());
+    EXPECT_EQ(to_text(*opened), text);
+    EXPECT_THAT(differences(*document, *document->copy()), IsEmpty());
+    for (auto const& object : opened->objects()) {
+        auto const face = opened->face_of(*object);
+        EXPECT_EQ(face->GetTypeId(), static_cast<int>(object->kind->type));
+        EXPECT_EQ(face->GetName(), object->name);
+    }
+}
+
+TEST(EveryKind, IsRemovedOnlyWhileNoOtherObjectRefersToIt) {
+    auto const document = filled_document();
+    int held = 0;
+    for (auto const& object : document->objects()) {
+        SCOPED_TRACE(title_of(*object));
+        std::set<std::string> referrers;
+        for (auto const& reference : document->references_to(object->id)) {
+            if (reference.from == nullptr) {
+                referrers.insert("the project's settings");
+            } else if (reference.from != object.get()) {
+                referrers.insert(title_of(*reference.from));
+            }
+        }
+        auto const twin = document->copy();
+        ObjectState& victim = *twin->find(object->id);
+        if (referrers.empty()) {
+            twin->remove(victim);
+            EXPECT_EQ(twin->find(object->id), nullptr);
+            EXPECT_THAT(differences(*twin, *from_text(to_text(*twin), object_kinds())), IsEmpty());
+            continue;
+        }
+        ++held;
+        for (auto const& referrer : referrers) EXPECT_REFUSED(twin->remove(victim), referrer);
+        EXPECT_THAT(differences(*document, *twin), IsEmpty());
+    }
+    EXPECT_GT(held, 10);
 }
 
 TEST(Saving, WhatWasSavedOpensEqualInEveryField) {
@@ -243,27 +284,111 @@ std::string mutated(std::string text, std::mt19937& random) {
     return text;
 }
 
-TEST(Saving, MutatedFilesNeverOpenAsHalfAProject) {
+/// A value in a project's file is taken out, or replaced by another one of the file or by one that seldom fits.
+std::string with_odd_value(Json file, std::mt19937& random) {
+    auto const below = [&](std::size_t count) { return static_cast<std::size_t>(random() % count); };
+    // Goes down from the root and may stop on the way, so that whole objects and lists are hit as well as numbers.
+    auto const place = [&] {
+        Json::json_pointer path;
+        for (Json const* value = &file; value->is_structured() && !value->empty();) {
+            if (!path.empty() && below(8) == 0) break;
+            auto member = value->begin();
+            std::advance(member, static_cast<std::ptrdiff_t>(below(value->size())));
+            if (value->is_object()) {
+                path /= member.key();
+            } else {
+                path /= static_cast<std::size_t>(member - value->begin());
+            }
+            value = &*member;
+        }
+        return path;
+    };
+    auto const hit = place();
+    Json const odd[] = {nullptr,
+                        true,
+                        -1,
+                        0,
+                        1e308,
+                        2147483648,
+                        "",
+                        "x",
+                        Json::array(),
+                        Json::array({-1, "x"}),
+                        Json::object(),
+                        Json::object({{"kind", "x"}}),
+                        GlobalId::Generate().GetString(),
+                        GlobalId().GetString(),
+                        file[place()]};
+    if (below(8) == 0) {
+        auto& parent = file[hit.parent_pointer()];
+        if (parent.is_object()) {
+            parent.erase(hit.back());
+        } else {
+            parent.erase(std::stoul(hit.back()));
+        }
+    } else {
+        file[hit] = odd[below(std::size(odd))];
+    }
+    return file.dump();
+}
+
+/// Opens a text. What opens is whole: it can be written, and opens again as the same.
+/// @return whether it was refused
+bool is_refused(std::string const& text) {
+    try {
+        auto const opened = from_text(text, object_kinds());
+        auto const again = from_text(to_text(*opened), object_kinds());
+        EXPECT_THAT(differences(*opened, *again), IsEmpty()) << text;
+        return false;
+    } catch (Exception const& failure) {
+        EXPECT_FALSE(failure.GetMessage().empty());
+        EXPECT_LT(failure.GetMessage().size(), 4000U);
+        return true;
+    }
+}
+
+TEST(Saving, SpoiltFilesNeverOpenAsHalfAProject) {
     auto const original = to_text(document_of(*full_project()));
+    auto const every_kind = Json::parse(to_text(*filled_document()));
     std::mt19937 random(7);
-    int refused = 0;
-    constexpr int COUNT = 1000;
+    constexpr int COUNT = 1500;
+    int refused_texts = 0;
+    int refused_values = 0;
     for (int i = 0; i < COUNT; ++i) {
         auto text = original;
         for (auto edits = 1 + random() % 3; edits > 0; --edits) text = mutated(std::move(text), random);
-        try {
-            // What opens is whole: it can be written, and opens again as the same.
-            auto const opened = from_text(text, object_kinds());
-            auto const again = from_text(to_text(*opened), object_kinds());
-            EXPECT_THAT(differences(*opened, *again), IsEmpty()) << text;
-        } catch (Exception const& failure) {
-            ++refused;
-            EXPECT_LT(failure.GetMessage().size(), 2000U);
-        }
+        refused_texts += is_refused(text) ? 1 : 0;
+        refused_values += is_refused(with_odd_value(every_kind, random)) ? 1 : 0;
     }
-    RecordProperty("refused", refused);
-    EXPECT_GT(refused, COUNT / 2);
-    EXPECT_LT(refused, COUNT);
+    RecordProperty("refused texts", refused_texts);
+    RecordProperty("refused values", refused_values);
+    for (int const refused : {refused_texts, refused_values}) {
+        EXPECT_GT(refused, COUNT / 2);
+        EXPECT_LT(refused, COUNT);
+    }
+}
+
+TEST(Saving, OpeningASpoiltFileChangesNeitherItNorTheCurrentProject) {
+    TemporaryDirectory const directory;
+    auto const path = directory.file("a.json");
+    auto const current = full_project();
+    auto const original = to_text(document_of(*current));
+    std::mt19937 random(11);
+    for (int i = 0; i < 100; ++i) {
+        auto const text = mutated(original, random);
+        write(path, text);
+        auto const before = Project::GetCurrentProject();
+        try {
+            Project::Open(path)->Close();
+        } catch (Exception const& failure) {
+            EXPECT_THAT(failure.GetMessage(), HasSubstr("cannot open the project '" + path + "'"));
+            EXPECT_EQ(Project::GetCurrentProject(), before);
+        }
+        EXPECT_EQ(contents_of(path), text);
+        EXPECT_EQ(std::distance(std::filesystem::directory_iterator(directory.path()), {}), 1);
+    }
+    EXPECT_EQ(to_text(document_of(*current)), original);
+    current->Close();
 }
 
 TEST(Saving, AFailedOpenLeavesTheCurrentProject) {
