@@ -1,6 +1,6 @@
 #include "engine/analysis/color_scale.h"
 
-#include "engine/analysis/query_states.h"
+#include "engine/analysis/map_query_states.h"
 #include "engine/geometry/checks.h"
 #include "engine/results/level_of_service.h"
 

@@ -35,8 +35,9 @@ Reached reached(double coordinate, double least, double pixel_size, int count, s
 
 }  // namespace
 
-DensityField::DensityField(std::shared_ptr<Raster const> raster)
+DensityField::DensityField(std::shared_ptr<Raster const> raster, double threshold)
     : raster_(std::move(raster)),
+      threshold_(threshold),
       reach_(static_cast<int>(kernel_reach / raster_->pixel_size)),
       persons_(raster_->size()),
       per_area_(raster_->size()),
@@ -87,6 +88,7 @@ void DensityField::end_frame() {
         auto& over_time = over_time_[pixel];
         double const density = static_cast<double>(persons_[pixel] * per_area_[pixel]);
         over_time.last = density;
+        if (density > threshold_) ++over_time.frames_above;
         if (density == 0) continue;
         over_time.sum += density;
         over_time.sum_of_squares += density * density;

@@ -2,6 +2,7 @@
 
 #include "engine/analysis/raster.h"
 
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -10,7 +11,9 @@ namespace pedflux::engine {
 /// The density on one surface, gathered frame by frame; `DensityMapQuery` tells how density is defined.
 class DensityField {
   public:
-    explicit DensityField(std::shared_ptr<Raster const> raster);
+    /// @param threshold persons per square metre, see `OverTime::frames_above`
+    explicit DensityField(std::shared_ptr<Raster const> raster,
+                          double threshold = std::numeric_limits<double>::infinity());
 
     /// Adds a person of the current frame at a place in the plan.
     void add_person(double x, double z);
@@ -23,6 +26,7 @@ class DensityField {
         double greatest = 0;
         double last = 0;
         int frames_with_persons = 0;
+        int frames_above = 0;  ///< in which the density was above the threshold
     };
     int frames() const { return frames_; }
     OverTime const& at(std::size_t pixel) const { return over_time_[pixel]; }
@@ -31,6 +35,7 @@ class DensityField {
     void find_area_around();
 
     std::shared_ptr<Raster const> raster_;
+    double threshold_;
     int reach_;                    ///< pixels to each side that a person counts for
     std::vector<float> persons_;   ///< weighted number around each pixel in the current frame
     std::vector<float> per_area_;  ///< one over the weighted walkable area around each pixel

@@ -132,7 +132,8 @@ std::shared_ptr<ColorMap2d> ValueMap2d::AsColorMap2d() {
     auto const& scale = engine::ColorFunctionAccess::scale(*colorFunction_);
     std::vector<Color> colors(values_.size(), Color::CLEAR);
     for_each_pixel(*raster_, [&](int, int, std::size_t index) {
-        colors[index] = engine::color_at(scale, static_cast<double>(values_[index]));
+        auto const value = static_cast<double>(values_[index]);
+        if (!std::isnan(value)) colors[index] = engine::color_at(scale, value);
     });
     return std::make_shared<ColorMap2d>(raster_, std::move(colors));
 }

@@ -1,33 +1,36 @@
 #pragma once
 
 #include "engine/analysis/color_scale.h"
+#include "engine/behaviour/object_rules.h"
+#include "engine/model/check.h"
 #include "engine/model/codec.h"
 #include "engine/model/enumerations.h"
+#include "engine/model/node.h"
 #include "engine/model/rules.h"
-#include "engine/model/scene_states.h"
 #include "engine/model/simulation_run_state.h"
 #include "engine/model/state.h"
 
-#include <pedflux/graph_queries.h>
-#include <pedflux/map_queries.h>
-#include <pedflux/maps.h>
+#include <pedflux/agent_filters.h>
+#include <pedflux/aggregation.h>
 
+#include <cstdint>
 #include <limits>
 #include <memory>
-#include <string>
+#include <optional>
 #include <string_view>
 #include <vector>
 
-/// The states of queries. Maps that a query has found are kept with it; they are no part of what is saved.
+/// The states of queries are put together from parts that many of them share. The parts are listed once for each query:
+///
+///     PEDFLUX_QUERY(TimeOccupiedMapQuery, MapQueryState, Filtered, Colored, Timed)
 namespace pedflux::engine {
 
 PEDFLUX_NAMES(ColorTransition, {{ColorTransition::STEPS, "STEPS"}, {ColorTransition::GRADUAL, "GRADUAL"}});
-PEDFLUX_NAMES(LevelOfServiceColorFunctionTypeId,
-              {{LevelOfServiceColorFunctionTypeId::FRUIN_BY_OBJECT, "FRUIN_BY_OBJECT"},
-               {LevelOfServiceColorFunctionTypeId::FRUIN_WALKWAY, "FRUIN_WALKWAY"},
-               {LevelOfServiceColorFunctionTypeId::FRUIN_STAIRWAY, "FRUIN_STAIRWAY"},
-               {LevelOfServiceColorFunctionTypeId::FRUIN_PLATFORM, "FRUIN_PLATFORM"},
-               {LevelOfServiceColorFunctionTypeId::IATA_WAIT_CIRCULATE, "IATA_WAIT_CIRCULATE"}});
+PEDFLUX_NAMES(AggregationType, {{AggregationType::MEAN, "MEAN"},
+                                {AggregationType::MINIMUM, "MINIMUM"},
+                                {AggregationType::MAXIMUM, "MAXIMUM"},
+                                {AggregationType::SUM, "SUM"},
+                                {AggregationType::MEDIAN, "MEDIAN"}});
 
 template <>
 struct SharedValue<ColorFunction> {
@@ -35,6 +38,27 @@ struct SharedValue<ColorFunction> {
     static ColorScale const& value(ColorFunction const& function) { return ColorFunctionAccess::scale(function); }
     static std::shared_ptr<ColorFunction> make(ColorScale const& scale);
 };
+
+inline constexpr RefersTo A_RUN = refers_to<SimulationRunState>("a simulation run");
+inline constexpr RefersTo WALKABLES = refers_to<WalkableState>("a floor, link, stair, ramp or other walkable object");
+inline constexpr RefersTo WALKABLE_AREAS{"a walkable object or a zone", [](ObjectState const& object) {
+                                             return dynamic_cast<WalkableState const*>(&object) ||
+                                                    dynamic_cast<ZoneState const*>(&object);
+                                         }};
+
+template <>
+struct Codec<unsigned int> {
+    static Json write(unsigned int value) { return value; }
+    static void read(unsigned int& value, Json const& json, Reading& reading) {
+        if (!json.is_number_unsigned() || json.get<std::uint64_t>() > std::numeric_limits<unsigned int>::max()) {
+            reading.refuse("a whole number from 0 to 4294967295", json);
+        }
+        value = json.get<unsigned int>();
+    }
+};
+inline void require(Subject const& subject, unsigned int value, Range const& range) {
+    require(subject, static_cast<double>(value), range);
+}
 
 /// Seconds after midnight; both belong to it.
 struct TimeSpan {
@@ -48,128 +72,57 @@ struct TimeSpan {
     }
 };
 
-inline constexpr RefersTo A_RUN = refers_to<SimulationRunState>("a simulation run");
-inline constexpr RefersTo WALKABLES = refers_to<WalkableState>("a floor, link, stair, ramp or other walkable object");
-
-struct MapQueryState : ObjectState {
-    static constexpr ObjectType TYPE = ObjectType::MAP_QUERY;
-
-    GlobalId run;
-    std::vector<GlobalId> display_objects;
-    std::vector<std::shared_ptr<Map>> maps;  ///< found and kept; empty until evaluated
+/// What every query has.
+struct QueryState : ObjectState {
+    std::optional<GlobalId> run;
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
         field("simulationRun", self.run, A_RUN);
-        field("mapDisplayObjects", self.display_objects, WALKABLES);
     }
 };
 
-struct DensityMapQueryState : MapQueryState {
-    std::shared_ptr<ColorFunction> custom_colors;  ///< never changed; empty: the scale below
-    LevelOfServiceColorFunctionTypeId scale = LevelOfServiceColorFunctionTypeId::FRUIN_BY_OBJECT;
-    ColorTransition transition = ColorTransition::STEPS;
+/// A part of one field: its name, type, member with its default, and what else the list of fields says of it.
+#define PEDFLUX_QUERY_PART(Part, Type, member, initial, ...) \
+    struct Part {                                            \
+        Type member initial;                                 \
+                                                             \
+        template <class Self, class Field>                   \
+        static void fields(Self& self, Field&& field) {      \
+            field(__VA_ARGS__);                              \
+        }                                                    \
+    };
 
+/// Never changed, replaced; empty: everybody.
+PEDFLUX_QUERY_PART(Filtered, std::shared_ptr<AgentFilter>, filter, {}, "agentFilter", self.filter)
+PEDFLUX_QUERY_PART(Timed, TimeSpan, time, {}, "timeRange", self.time)
+PEDFLUX_QUERY_PART(Aggregated, AggregationType, aggregation, = AggregationType::MEAN, "aggregationType",
+                   self.aggregation)
+/// Seconds.
+PEDFLUX_QUERY_PART(Sampled, int, sampling_period, = 1, "samplingPeriodInSeconds", self.sampling_period, AT_LEAST_ONE)
+/// The first of them is the query's run.
+PEDFLUX_QUERY_PART(SeveralRuns, std::vector<GlobalId>, runs, {}, "simulationRuns", self.runs, A_RUN)
+
+/// The value, or what stands for none.
+template <class T>
+T or_none(std::optional<T> const& value) {
+    return value.value_or(T{});
+}
+
+/// A state of the fields of its parts, in their order.
+template <class... Parts>
+struct MadeOf : Parts... {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        MapQueryState::fields(self, field);
-        field("customColorFunction", self.custom_colors);
-        field("levelOfServiceColorFunction", self.scale);
-        field("levelOfServiceColorTransition", self.transition);
+        (Parts::fields(self, field), ...);
     }
 };
 
-struct TimedDensityMapQueryState : DensityMapQueryState {
-    TimeSpan time;
-
-    template <class Self, class Field>
-    static void fields(Self& self, Field&& field) {
-        DensityMapQueryState::fields(self, field);
-        field("timeRange", self.time);
-    }
-};
-
-struct AverageDensityMapQueryState : TimedDensityMapQueryState {
-    static constexpr std::string_view NAME = "AverageDensityMapQuery";
-    using Face = AverageDensityMapQuery;
-};
-
-struct MaxDensityMapQueryState : TimedDensityMapQueryState {
-    static constexpr std::string_view NAME = "MaxDensityMapQuery";
-    using Face = MaxDensityMapQuery;
-};
-
-struct NonZeroAverageDensityMapQueryState : TimedDensityMapQueryState {
-    static constexpr std::string_view NAME = "NonZeroAverageDensityMapQuery";
-    using Face = NonZeroAverageDensityMapQuery;
-};
-
-struct ExperiencedDensityMapQueryState : TimedDensityMapQueryState {
-    static constexpr std::string_view NAME = "ExperiencedDensityMapQuery";
-    using Face = ExperiencedDensityMapQuery;
-};
-
-struct InstantaneousDensityMapQueryState : DensityMapQueryState {
-    static constexpr std::string_view NAME = "InstantaneousDensityMapQuery";
-    using Face = InstantaneousDensityMapQuery;
-};
-
-struct AgentCountMapQueryState : MapQueryState {
-    static constexpr std::string_view NAME = "AgentCountMapQuery";
-    using Face = AgentCountMapQuery;
-
-    std::shared_ptr<ColorFunction> colors;  ///< never changed; empty unless set
-    TimeSpan time;
-
-    template <class Self, class Field>
-    static void fields(Self& self, Field&& field) {
-        MapQueryState::fields(self, field);
-        field("colorFunction", self.colors);
-        field("timeRange", self.time);
-    }
-};
-
-struct GraphQueryState : ObjectState {
-    static constexpr ObjectType TYPE = ObjectType::GRAPH_QUERY;
-
-    GlobalId run;
-    TimeSpan time;
-    std::string title;
-    std::string horizontal_label = "Time [s]";
-    std::string vertical_label;
-    int window = 1;  ///< seconds
-    bool show_legend = true;
-    bool show_metadata = false;
-
-    template <class Self, class Field>
-    static void fields(Self& self, Field&& field) {
-        ObjectState::fields(self, field);
-        field("simulationRun", self.run, A_RUN);
-        field("timeRange", self.time);
-        field("title", self.title);
-        field("horizontalLabel", self.horizontal_label);
-        field("verticalLabel", self.vertical_label);
-        field("windowSizeInSeconds", self.window, AT_LEAST_ONE);
-        field("showLegend", self.show_legend);
-        field("showMetadata", self.show_metadata);
-    }
-};
-
-struct PopulationCountGraphQueryState : GraphQueryState {
-    static constexpr std::string_view NAME = "PopulationCountGraphQuery";
-    using Face = PopulationCountGraphQuery;
-
-    std::vector<GlobalId> areas;
-
-    template <class Self, class Field>
-    static void fields(Self& self, Field&& field) {
-        GraphQueryState::fields(self, field);
-        field("areas", self.areas, RefersTo{"a walkable object or a zone", is_area});
-    }
-    static bool is_area(ObjectState const& object) {
-        return dynamic_cast<WalkableState const*>(&object) || dynamic_cast<ZoneState const*>(&object);
-    }
-};
+#define PEDFLUX_QUERY(Query, ...)                        \
+    struct Query##State : MadeOf<__VA_ARGS__> {          \
+        static constexpr std::string_view NAME = #Query; \
+        using Face = Query;                              \
+    };
 
 }  // namespace pedflux::engine

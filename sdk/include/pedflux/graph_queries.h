@@ -1,5 +1,6 @@
 #pragma once
 
+#include <pedflux/aggregation.h>
 #include <pedflux/api.h>
 #include <pedflux/identifiers.h>
 #include <pedflux/objects.h>
@@ -12,7 +13,10 @@
 /// Questions to a stored run whose answers are graphs over time. Made by a project.
 namespace pedflux {
 
+class AgentFilter;
+class ColorFunction;
 class Graph;
+class Transition;
 
 /// What `GraphQuery::GetGraphQueryTypeId` returns.
 enum class GraphQueryType : int {
@@ -36,7 +40,8 @@ class PEDFLUX_API GraphQuery : public SimObject {
     virtual void SetSimulationRunId(GlobalId const& run);
     GlobalId GetSimulationRunId();
 
-    /// Throws Exception when the run is not set or has no results.
+    /// Throws Exception when the run is not set or has no results, when the agent filter or a transition asks for what
+    /// a stored run does not tell, and for a kind of query that this version does not evaluate yet.
     std::shared_ptr<Graph> Evaluate();
 
     /// All of the run unless set.
@@ -69,8 +74,112 @@ class PEDFLUX_API PopulationCountGraphQuery : public GraphQuery {
     using GraphQuery::GraphQuery;
 
     int GetGraphQueryTypeId() override;
+    /// Everybody unless set. The query keeps a copy; an empty one takes the filter away.
+    void SetAgentFilter(std::shared_ptr<AgentFilter>& filter);
+    void ClearFilter();
     /// Walkable objects and zones, each of them once.
     void SetAreaIds(std::vector<GlobalId> const& areas);
+};
+
+/// How many persons pass in each window: one series for each transition. A transition happens in the first frame that
+/// shows it. What the run does not tell, such as who passes servers, throws Exception.
+class PEDFLUX_API FlowCountGraphQuery : public GraphQuery {
+  public:
+    using GraphQuery::GraphQuery;
+
+    int GetGraphQueryTypeId() override;
+    /// Everybody unless set. The query keeps a copy; an empty one takes the filter away.
+    void SetAgentFilter(std::shared_ptr<AgentFilter>& filter);
+    void ClearFilter();
+    /// One series for each transition, copies of which the query keeps. Without transitions, one series counts who
+    /// leaves the simulation.
+    void SetTransitions(std::vector<std::shared_ptr<Transition>> const& transitions);
+};
+
+/// How many persons have passed since the start of the time range: as `FlowCountGraphQuery`, added up.
+class PEDFLUX_API CumulativeFlowCountGraphQuery : public GraphQuery {
+  public:
+    using GraphQuery::GraphQuery;
+
+    int GetGraphQueryTypeId() override;
+    /// Everybody unless set. The query keeps a copy; an empty one takes the filter away.
+    void SetAgentFilter(std::shared_ptr<AgentFilter>& filter);
+    void ClearFilter();
+    /// One series for each transition, copies of which the query keeps. Without transitions, one series counts who
+    /// leaves the simulation.
+    void SetTransitions(std::vector<std::shared_ptr<Transition>> const& transitions);
+};
+
+/// The density that persons feel, in persons per square metre: its mean and its greatest value over the persons, as two
+/// series. A time without persons has no values. Each value is the mean over the samples of one window.
+class PEDFLUX_API AgentDensityGraphQuery : public GraphQuery {
+  public:
+    using GraphQuery::GraphQuery;
+
+    int GetGraphQueryTypeId() override;
+    /// Empty unless set: everybody. An empty one takes the filter away.
+    std::shared_ptr<AgentFilter> GetAgentFilter();
+    void SetAgentFilter(std::shared_ptr<AgentFilter> const& filter);
+    /// Seconds from one sample to the next; 1 unless set.
+    int GetSamplingPeriodInSeconds();
+    /// @param seconds at least 1
+    void SetSamplingPeriodInSeconds(int seconds);
+};
+
+// The kinds of query that follow are set, stored and opened like the others; this version does not evaluate them yet.
+
+/// How fast persons walk compared with the speed that they would like to walk at. Not evaluated yet.
+class PEDFLUX_API AgentSpeedRatioGraphQuery : public GraphQuery {
+  public:
+    using GraphQuery::GraphQuery;
+
+    int GetGraphQueryTypeId() override;
+    /// Empty unless set: everybody. An empty one takes the filter away.
+    std::shared_ptr<AgentFilter> GetAgentFilter();
+    void SetAgentFilter(std::shared_ptr<AgentFilter> const& filter);
+    /// The bands of the graph and their colours. An empty one brings the usual ones back. The query keeps it.
+    void SetSpeedRatioColorFunction(std::shared_ptr<ColorFunction> colorFunction);
+};
+
+/// The values of tally objects over time, in one run or over several. Not evaluated yet.
+class PEDFLUX_API TallyGraphQuery : public GraphQuery {
+  public:
+    using GraphQuery::GraphQuery;
+
+    int GetGraphQueryTypeId() override;
+    /// Also sets the list of runs, to this one alone.
+    void SetSimulationRunId(GlobalId const& run) override;
+    std::vector<GlobalId> GetSimulationRunIds();
+    /// Simulation runs, each of them once. The first one becomes the one that GetSimulationRunId returns.
+    void SetSimulationRunIds(std::vector<GlobalId> const& runs);
+    /// Tally objects.
+    std::vector<GlobalId> GetTallyObjects();
+    /// Each of them once.
+    void SetTallyObjects(std::vector<GlobalId> const& ids);
+    /// Seconds from one sample to the next; 1 unless set.
+    int GetSamplingPeriodInSeconds();
+    /// @param seconds at least 1
+    void SetSamplingPeriodInSeconds(int seconds);
+    /// How the values of several runs become one; MEAN unless set.
+    AggregationType GetAggregationType();
+    void SetAggregationType(AggregationType type);
+};
+
+/// The density in volumes over time, in one run or over several. Not evaluated yet.
+class PEDFLUX_API VolumeDensityGraphQuery : public GraphQuery {
+  public:
+    using GraphQuery::GraphQuery;
+
+    int GetGraphQueryTypeId() override;
+    /// Also sets the list of runs, to this one alone.
+    void SetSimulationRunId(GlobalId const& run) override;
+    std::vector<GlobalId> GetSimulationRunIds();
+    /// Simulation runs, each of them once. The first one becomes the one that GetSimulationRunId returns.
+    void SetSimulationRunIds(std::vector<GlobalId> const& runs);
+    /// Volumes.
+    std::vector<GlobalId> GetVolumes();
+    /// Each of them once.
+    void SetVolumes(std::vector<GlobalId> const& ids);
 };
 
 }  // namespace pedflux

@@ -12,6 +12,7 @@
 /// Questions to a stored run whose answers are maps. Made by a project.
 namespace pedflux {
 
+class AgentFilter;
 class Map;
 
 /// What `MapQuery::GetMapQueryTypeId` returns.
@@ -59,8 +60,9 @@ class PEDFLUX_API MapQuery : public SimObject {
     virtual int GetMapQueryTypeId() = 0;
 
     /// The maps, in the order of the display objects. They are found once and kept until ClearMaps or until something
-    /// of the query changes. Throws Exception when the run is not set or has no results, or when a display object does
-    /// not belong to it.
+    /// of the query changes. Throws Exception when the run is not set or has no results, when a display object does
+    /// not belong to it, when the agent filter asks for what a stored run does not tell, and for a kind of query that
+    /// this version does not evaluate yet.
     std::vector<std::shared_ptr<Map>> Evaluate();
     void ClearMaps();
 
@@ -78,9 +80,13 @@ class PEDFLUX_API AgentCountMapQuery : public MapQuery {
     using MapQuery::MapQuery;
 
     int GetMapQueryTypeId() override;
-    /// Empty unless set: blue for nobody to red for the greatest number of the map.
+    /// Empty unless set: everybody. An empty one takes the filter away.
+    std::shared_ptr<AgentFilter> GetAgentFilter();
+    void SetAgentFilter(std::shared_ptr<AgentFilter> const& filter);
+    /// Empty unless set: blue for the least value of the map to red for the greatest. An empty one takes it away.
     std::shared_ptr<ColorFunction> GetColorFunction();
     void SetColorFunction(std::shared_ptr<ColorFunction> const& colorFunction);
+    /// All of the run unless set.
     TimeRange GetTimeRange() const;
     void SetTimeRange(TimeRange range);
 };
@@ -156,6 +162,264 @@ class PEDFLUX_API ExperiencedDensityMapQuery : public DensityMapQuery {
 class PEDFLUX_API InstantaneousDensityMapQuery : public DensityMapQuery {
   public:
     using DensityMapQuery::DensityMapQuery;
+
+    int GetMapQueryTypeId() override;
+};
+
+// A person is on the pixel that holds the centre of its body. Each frame stands for one frame length: seconds count
+// frames. With an agent filter, only the persons that it selects count, each at the times at which it does.
+
+/// How many seconds those who were on the pixel still needed until they left the simulation where they wanted to: the
+/// mean over all frames and persons on it. A person that never arrived does not count; a pixel without a person that
+/// arrived has no value.
+class PEDFLUX_API AgentTimeToExitMapQuery : public MapQuery {
+  public:
+    using MapQuery::MapQuery;
+
+    int GetMapQueryTypeId() override;
+    /// Empty unless set: everybody. An empty one takes the filter away.
+    std::shared_ptr<AgentFilter> GetAgentFilter();
+    void SetAgentFilter(std::shared_ptr<AgentFilter> const& filter);
+    /// Empty unless set: blue for the least value of the map to red for the greatest. An empty one takes it away.
+    std::shared_ptr<ColorFunction> GetColorFunction();
+    void SetColorFunction(std::shared_ptr<ColorFunction> const& colorFunction);
+    /// All of the run unless set.
+    TimeRange GetTimeRange() const;
+    void SetTimeRange(TimeRange range);
+};
+
+/// How many seconds somebody was on the pixel.
+class PEDFLUX_API TimeOccupiedMapQuery : public MapQuery {
+  public:
+    using MapQuery::MapQuery;
+
+    int GetMapQueryTypeId() override;
+    /// Empty unless set: everybody. An empty one takes the filter away.
+    std::shared_ptr<AgentFilter> GetAgentFilter();
+    void SetAgentFilter(std::shared_ptr<AgentFilter> const& filter);
+    /// Empty unless set: blue for the least value of the map to red for the greatest. An empty one takes it away.
+    std::shared_ptr<ColorFunction> GetColorFunction();
+    void SetColorFunction(std::shared_ptr<ColorFunction> const& colorFunction);
+    /// All of the run unless set.
+    TimeRange GetTimeRange() const;
+    void SetTimeRange(TimeRange range);
+};
+
+/// How many seconds after the start of the time range, or of the run if that is later, somebody was on the pixel for
+/// the last time; 0 where nobody was.
+class PEDFLUX_API TimeUntilClearMapQuery : public MapQuery {
+  public:
+    using MapQuery::MapQuery;
+
+    int GetMapQueryTypeId() override;
+    /// Empty unless set: everybody. An empty one takes the filter away.
+    std::shared_ptr<AgentFilter> GetAgentFilter();
+    void SetAgentFilter(std::shared_ptr<AgentFilter> const& filter);
+    /// Empty unless set: blue for the least value of the map to red for the greatest. An empty one takes it away.
+    std::shared_ptr<ColorFunction> GetColorFunction();
+    void SetColorFunction(std::shared_ptr<ColorFunction> const& colorFunction);
+    /// All of the run unless set.
+    TimeRange GetTimeRange() const;
+    void SetTimeRange(TimeRange range);
+};
+
+/// How many seconds the density was above a threshold. `DensityMapQuery` tells what the density at a pixel is.
+class PEDFLUX_API TimeAboveDensityMapQuery : public MapQuery {
+  public:
+    using MapQuery::MapQuery;
+
+    int GetMapQueryTypeId() override;
+    /// Empty unless set: blue for the least value of the map to red for the greatest. An empty one takes it away.
+    std::shared_ptr<ColorFunction> GetColorFunction();
+    void SetColorFunction(std::shared_ptr<ColorFunction> const& colorFunction);
+    /// All of the run unless set.
+    TimeRange GetTimeRange() const;
+    void SetTimeRange(TimeRange range);
+    /// Persons per square metre; 1.08, about where level of service E begins on walkways (Fruin 1971), unless set.
+    double GetDensityThreshold();
+    /// @param threshold at least 0
+    void SetDensityThreshold(double threshold);
+};
+
+/// The ways that persons walked: each pixel that a way crosses, from frame to frame in a straight line, in the colour
+/// of the person who was there last. The maps hold colours, not values; all other pixels are transparent.
+class PEDFLUX_API AgentPathMapQuery : public MapQuery {
+  public:
+    using MapQuery::MapQuery;
+
+    int GetMapQueryTypeId() override;
+    /// Empty unless set: everybody. An empty one takes the filter away.
+    std::shared_ptr<AgentFilter> GetAgentFilter();
+    void SetAgentFilter(std::shared_ptr<AgentFilter> const& filter);
+    /// All of the run unless set.
+    TimeRange GetTimeRange() const;
+    void SetTimeRange(TimeRange range);
+};
+
+// Two persons are close to each other when they are on the same object, no further apart than a distance, and a
+// straight line between them stays where people can walk, unless barriers are ignored. The filter selects the persons
+// that are looked at; everybody counts as the other one.
+
+/// To how many others the persons on the pixel were close in the last frame of the run; of several persons on a pixel
+/// the greatest number. A pixel without a person has no value.
+class PEDFLUX_API InstantaneousProximityMapQuery : public MapQuery {
+  public:
+    using MapQuery::MapQuery;
+
+    int GetMapQueryTypeId() override;
+    /// Empty unless set: everybody. An empty one takes the filter away.
+    std::shared_ptr<AgentFilter> GetAgentFilter();
+    void SetAgentFilter(std::shared_ptr<AgentFilter> const& filter);
+    /// Empty unless set: blue for the least value of the map to red for the greatest. An empty one takes it away.
+    std::shared_ptr<ColorFunction> GetColorFunction();
+    void SetColorFunction(std::shared_ptr<ColorFunction> const& colorFunction);
+    /// Metres between the centres of two persons at which they count as close to each other; 2 unless set.
+    double GetDistance();
+    /// @param distance greater than 0
+    void SetDistance(double distance);
+    /// Whether two persons count as close through what neither can walk through; they do not unless set.
+    bool IsIgnoreBarriers();
+    void SetIgnoreBarriers(bool ignore);
+};
+
+/// How many seconds persons on the pixel were close to at least one other, added up over the persons.
+class PEDFLUX_API TimeInProximityMapQuery : public MapQuery {
+  public:
+    using MapQuery::MapQuery;
+
+    int GetMapQueryTypeId() override;
+    /// Empty unless set: everybody. An empty one takes the filter away.
+    std::shared_ptr<AgentFilter> GetAgentFilter();
+    void SetAgentFilter(std::shared_ptr<AgentFilter> const& filter);
+    /// Empty unless set: blue for the least value of the map to red for the greatest. An empty one takes it away.
+    std::shared_ptr<ColorFunction> GetColorFunction();
+    void SetColorFunction(std::shared_ptr<ColorFunction> const& colorFunction);
+    /// All of the run unless set.
+    TimeRange GetTimeRange() const;
+    void SetTimeRange(TimeRange range);
+    /// Metres between the centres of two persons at which they count as close to each other; 2 unless set.
+    double GetDistance();
+    /// @param distance greater than 0
+    void SetDistance(double distance);
+    /// Whether two persons count as close through what neither can walk through; they do not unless set.
+    bool IsIgnoreBarriers();
+    void SetIgnoreBarriers(bool ignore);
+};
+
+/// The greatest number of others to whom a person on the pixel was close at one of the times that are sampled. A pixel
+/// on which nobody was then has no value.
+class PEDFLUX_API MaximumProximityMapQuery : public MapQuery {
+  public:
+    using MapQuery::MapQuery;
+
+    int GetMapQueryTypeId() override;
+    /// Empty unless set: everybody. An empty one takes the filter away.
+    std::shared_ptr<AgentFilter> GetAgentFilter();
+    void SetAgentFilter(std::shared_ptr<AgentFilter> const& filter);
+    /// Empty unless set: blue for the least value of the map to red for the greatest. An empty one takes it away.
+    std::shared_ptr<ColorFunction> GetColorFunction();
+    void SetColorFunction(std::shared_ptr<ColorFunction> const& colorFunction);
+    /// All of the run unless set.
+    TimeRange GetTimeRange() const;
+    void SetTimeRange(TimeRange range);
+    /// Metres between the centres of two persons at which they count as close to each other; 2 unless set.
+    double GetDistance();
+    /// @param distance greater than 0
+    void SetDistance(double distance);
+    /// Whether two persons count as close through what neither can walk through; they do not unless set.
+    bool IsIgnoreBarriers();
+    void SetIgnoreBarriers(bool ignore);
+    /// Seconds from one sample to the next, the first of them at the start of the time range; 1 unless set.
+    unsigned int GetSamplePeriod();
+    /// @param seconds at least 1
+    void SetSamplePeriod(unsigned int seconds);
+};
+
+// The kinds of query that follow are set, stored and opened like the others; this version does not evaluate them yet.
+
+/// The ways that persons would choose at the end of the run. Not evaluated yet.
+class PEDFLUX_API DynamicPathMapQuery : public MapQuery {
+  public:
+    using MapQuery::MapQuery;
+
+    int GetMapQueryTypeId() override;
+    /// Empty unless set: everybody. An empty one takes the filter away.
+    std::shared_ptr<AgentFilter> GetAgentFilter();
+    void SetAgentFilter(std::shared_ptr<AgentFilter> const& filter);
+};
+
+/// How many different persons saw the pixel. Not evaluated yet.
+class PEDFLUX_API VisionCountMapQuery : public MapQuery {
+  public:
+    using MapQuery::MapQuery;
+
+    int GetMapQueryTypeId() override;
+    /// Empty unless set: everybody. An empty one takes the filter away.
+    std::shared_ptr<AgentFilter> GetAgentFilter();
+    void SetAgentFilter(std::shared_ptr<AgentFilter> const& filter);
+    /// Empty unless set: blue for the least value of the map to red for the greatest. An empty one takes it away.
+    std::shared_ptr<ColorFunction> GetColorFunction();
+    void SetColorFunction(std::shared_ptr<ColorFunction> const& colorFunction);
+    /// All of the run unless set.
+    TimeRange GetTimeRange() const;
+    void SetTimeRange(TimeRange range);
+};
+
+/// How many seconds the pixel was seen, added up over the persons. Not evaluated yet.
+class PEDFLUX_API VisionTimeMapQuery : public MapQuery {
+  public:
+    using MapQuery::MapQuery;
+
+    int GetMapQueryTypeId() override;
+    /// Empty unless set: everybody. An empty one takes the filter away.
+    std::shared_ptr<AgentFilter> GetAgentFilter();
+    void SetAgentFilter(std::shared_ptr<AgentFilter> const& filter);
+    /// Empty unless set: blue for the least value of the map to red for the greatest. An empty one takes it away.
+    std::shared_ptr<ColorFunction> GetColorFunction();
+    void SetColorFunction(std::shared_ptr<ColorFunction> const& colorFunction);
+    /// All of the run unless set.
+    TimeRange GetTimeRange() const;
+    void SetTimeRange(TimeRange range);
+};
+
+/// How many seconds more than one person saw the pixel. Not evaluated yet.
+class PEDFLUX_API VisionTimeAboveCountMapQuery : public MapQuery {
+  public:
+    using MapQuery::MapQuery;
+
+    int GetMapQueryTypeId() override;
+    /// Empty unless set: everybody. An empty one takes the filter away.
+    std::shared_ptr<AgentFilter> GetAgentFilter();
+    void SetAgentFilter(std::shared_ptr<AgentFilter> const& filter);
+    /// Empty unless set: blue for the least value of the map to red for the greatest. An empty one takes it away.
+    std::shared_ptr<ColorFunction> GetColorFunction();
+    void SetColorFunction(std::shared_ptr<ColorFunction> const& colorFunction);
+    /// All of the run unless set.
+    TimeRange GetTimeRange() const;
+    void SetTimeRange(TimeRange range);
+};
+
+/// A map of the building itself, whoever is in it: of what it takes to reach an object. The object is named when the
+/// query is made and stays.
+class PEDFLUX_API StaticMapQuery : public MapQuery {
+  public:
+    using MapQuery::MapQuery;
+    /// An empty one brings the colours from blue to red back that the maps have unless set.
+    void SetColorFunction(std::shared_ptr<ColorFunction> const& colorFunction);
+};
+
+/// The cost of the way to the object. Not evaluated yet.
+class PEDFLUX_API StaticCostMapQuery : public StaticMapQuery {
+  public:
+    using StaticMapQuery::StaticMapQuery;
+
+    int GetMapQueryTypeId() override;
+};
+
+/// The length of the shortest way to the object, in metres. Not evaluated yet.
+class PEDFLUX_API StaticDistanceMapQuery : public StaticMapQuery {
+  public:
+    using StaticMapQuery::StaticMapQuery;
 
     int GetMapQueryTypeId() override;
 };

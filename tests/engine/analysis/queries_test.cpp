@@ -1,5 +1,6 @@
 #include "engine/analysis/density.h"
-#include "engine/analysis/query_states.h"
+#include "engine/analysis/graph_query_states.h"
+#include "engine/analysis/map_query_states.h"
 #include "engine/model/document.h"
 #include "engine/model/kind.h"
 #include "engine/results/run_writer.h"

@@ -1,0 +1,217 @@
+#include "engine/analysis/graph_evaluation.h"
+
+#include "engine/analysis/frames.h"
+#include "engine/analysis/passages.h"
+#include "engine/analysis/selection.h"
+#include "engine/behaviour/transition_states.h"
+#include "engine/geometry/checks.h"
+#include "engine/model/document.h"
+#include "engine/model/properties.h"
+#include "engine/results/run_files.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <optional>
+
+namespace pedflux::engine {
+
+namespace {
+
+/// So many colours follow each other before the first comes again.
+Color color_of_series(std::size_t number) {
+    static std::array const colors{Color::BLUE,   Color::RED,  Color::GREEN, Color::ORANGE,
+                                   Color::PURPLE, Color::TEAL, Color::BROWN, Color::DARK_GRAY};
+    return colors[number % colors.size()];
+}
+
+std::vector<SeriesData> series_named(std::vector<std::string> const& names) {
+    std::vector<SeriesData> series;
+    for (std::size_t i = 0; i < names.size(); ++i) series.push_back({names[i], color_of_series(i), {}});
+    return series;
+}
+
+/// The run of a query and the times that it asks for.
+struct Asked {
+    Document const& document;
+    GraphQueryState const& query;
+    RunReader& reader;
+    FrameRange range;
+
+    /// Whether a window of time ends with a frame.
+    bool ends_window(int frame) const {
+        return frame % (std::int64_t{query.window} * reader.info().frame_rate) == 0 || frame == range.last;
+    }
+};
+
+/// The mean number of persons on each area in each window.
+std::vector<SeriesData> population_counts(Asked const& asked) {
+    auto const& query = dynamic_cast<PopulationCountGraphQueryState const&>(asked.query);
+    std::vector<Place> areas;
+    for (auto const& area : query.areas) areas.push_back(place_of(asked.document, asked.reader, area));
+    if (areas.empty()) areas.push_back(everywhere(asked.reader));
+    std::vector<std::string> names;
+    for (auto const& area : areas) names.push_back(area.name);
+    auto series = series_named(names);
+
+    Selection const selection(query.filter, asked.document, asked.reader);
+    std::vector<double> sums(areas.size());
+    int frames = 0;
+    for (int frame = asked.range.first; frame <= asked.range.last; ++frame) {
+        for (auto const& person : selection.frame(frame)) {
+            for (std::size_t i = 0; i < areas.size(); ++i) sums[i] += areas[i].has(person.surface) ? 1 : 0;
+        }
+        ++frames;
+        if (!asked.ends_window(frame)) continue;
+        for (std::size_t i = 0; i < areas.size(); ++i) {
+            series[i].entries.push_back({asked.reader.seconds_at(frame), sums[i] / frames});
+            sums[i] = 0;
+        }
+        frames = 0;
+    }
+    return series;
+}
+
+/// What a transition is called in a legend: its kind and the objects that it names.
+std::string name_of(Transition const& transition, Document const& document) {
+    NodeState const& node = node_of(transition);
+    std::vector<Reference> objects;
+    node.kind->references(nullptr, node, objects);
+    std::string name(node.kind->name);
+    for (auto const& reference : objects) {
+        auto const* const object = document.find(reference.to);
+        if (object) name += " " + object->name;
+    }
+    return name;
+}
+
+/// The frames in which selected persons pass, for each series.
+std::vector<std::vector<int>> frames_of_passages(Asked const& asked, std::vector<std::vector<Passage>> const& passages,
+                                                 std::shared_ptr<AgentFilter> const& filter) {
+    Selection const selection(filter, asked.document, asked.reader);
+    std::vector<std::vector<int>> frames(passages.size());
+    std::vector<std::size_t> next(passages.size());
+    // Who leaves the simulation is judged by the last frame that shows it.
+    std::vector<bool> selected(asked.reader.agents().size());
+    for (int frame = first_frame; frame <= asked.range.last + 1; ++frame) {
+        if (frame <= asked.reader.last_frame()) {
+            auto const persons = asked.reader.frame(frame);
+            auto const among = selection.among(frame, persons);
+            for (std::size_t i = 0; i < persons.size(); ++i) selected[persons[i].agent] = among[i];
+        }
+        for (std::size_t i = 0; i < passages.size(); ++i) {
+            for (; next[i] < passages[i].size() && passages[i][next[i]].frame == frame; ++next[i]) {
+                bool const counts = selected[passages[i][next[i]].agent] || !filter;
+                if (counts && frame >= asked.range.first && frame <= asked.range.last) frames[i].push_back(frame);
+            }
+        }
+    }
+    return frames;
+}
+
+/// How many pass in each window, or have passed by its end.
+std::vector<SeriesData> flow_counts(Asked const& asked, bool cumulative) {
+    auto const& transitions = dynamic_cast<OfTransitions const&>(asked.query).transitions;
+    auto const all = passages_of(asked.reader, stays_of(asked.reader));
+    std::vector<std::vector<Passage>> passages;
+    std::vector<std::string> names;
+    for (auto const& transition : transitions) {
+        passages.push_back(passages_at(*transition, asked.document, asked.reader, all));
+        names.push_back(name_of(*transition, asked.document));
+    }
+    if (transitions.empty()) {
+        names.emplace_back("Exits");
+        auto& exits = passages.emplace_back();
+        std::ranges::copy_if(all, std::back_inserter(exits), [&](Passage const& passage) {
+            return !passage.to && asked.reader.agents()[passage.agent].arrived;
+        });
+    }
+    auto series = series_named(names);
+    auto const frames = frames_of_passages(asked, passages, dynamic_cast<Filtered const&>(asked.query).filter);
+    for (std::size_t i = 0; i < series.size(); ++i) {
+        std::size_t next = 0;
+        double count = 0;
+        for (int frame = asked.range.first; frame <= asked.range.last; ++frame) {
+            for (; next < frames[i].size() && frames[i][next] == frame; ++next) ++count;
+            if (!asked.ends_window(frame)) continue;
+            series[i].entries.push_back({asked.reader.seconds_at(frame), count});
+            if (!cumulative) count = 0;
+        }
+    }
+    return series;
+}
+
+/// The mean and the greatest density that selected persons feel, sampled and averaged over windows.
+std::vector<SeriesData> felt_densities(Asked const& asked) {
+    auto const& query = dynamic_cast<AgentDensityGraphQueryState const&>(asked.query);
+    Selection const selection(query.filter, asked.document, asked.reader);
+    auto series = series_named({"Mean", "Maximum"});
+    std::array<double, 2> sums{};
+    int samples = 0;
+    std::int64_t next_sample = asked.range.first;
+    for (int frame = asked.range.first; frame <= asked.range.last; ++frame) {
+        if (frame == next_sample) {
+            next_sample += std::int64_t{query.sampling_period} * asked.reader.info().frame_rate;
+            double sum = 0;
+            double greatest = 0;
+            auto const persons = selection.frame(frame);
+            for (auto const& person : persons) {
+                sum += static_cast<double>(person.density);
+                greatest = std::max(greatest, static_cast<double>(person.density));
+            }
+            if (!persons.empty()) {
+                sums[0] += sum / static_cast<double>(persons.size());
+                sums[1] += greatest;
+                ++samples;
+            }
+        }
+        if (!asked.ends_window(frame)) continue;
+        for (std::size_t i = 0; i < series.size(); ++i) {
+            if (samples > 0) series[i].entries.push_back({asked.reader.seconds_at(frame), sums[i] / samples});
+            sums[i] = 0;
+        }
+        samples = 0;
+    }
+    return series;
+}
+
+/// A kind of graph: what it counts, and how.
+struct Evaluated {
+    std::string_view label;
+    std::vector<SeriesData> (*series)(Asked const& asked);
+};
+
+std::optional<Evaluated> evaluation_of(GraphQueryType type) {
+    switch (type) {
+        case GraphQueryType::POPULATION_COUNT:
+            return Evaluated{"Persons", population_counts};
+        case GraphQueryType::FLOW_COUNT:
+            return Evaluated{"Persons", [](Asked const& asked) { return flow_counts(asked, false); }};
+        case GraphQueryType::CUMULATIVE_FLOW_COUNT:
+            return Evaluated{"Persons", [](Asked const& asked) { return flow_counts(asked, true); }};
+        case GraphQueryType::AGENT_DENSITY:
+            return Evaluated{"Persons per square metre", felt_densities};
+        default:
+            return std::nullopt;
+    }
+}
+
+}  // namespace
+
+std::shared_ptr<GraphData const> graph_of(Document const& document, GraphQueryState const& query, GraphQueryType type) {
+    auto const evaluated = evaluation_of(type);
+    if (!evaluated) refuse(title_of(query) + " is of a kind that cannot be evaluated yet");
+    auto const reader = results_of(document, or_none(query.run));
+    auto data = std::make_shared<GraphData>();
+    data->title = query.title.empty() ? query.name : query.title;
+    data->x_label = query.horizontal_label;
+    data->y_label = query.vertical_label.empty() ? std::string(evaluated->label) : query.vertical_label;
+    data->start = second_of(*reader, query.time.start);
+    data->end = second_of(*reader, query.time.end);
+    for (auto& series : evaluated->series({document, query, *reader, frames_in(*reader, query.time)})) {
+        data->series.push_back(std::make_shared<SeriesData const>(std::move(series)));
+    }
+    return data;
+}
+
+}  // namespace pedflux::engine

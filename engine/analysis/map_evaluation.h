@@ -1,0 +1,17 @@
+#pragma once
+
+#include "engine/analysis/map_query_states.h"
+
+#include <memory>
+#include <vector>
+
+namespace pedflux::engine {
+
+/// The maps of a query, one for each of its display objects. Throws Exception as `MapQuery::Evaluate` does.
+std::vector<std::shared_ptr<Map>> maps_of(Document const& document, MapQueryState const& query, MapQueryType type);
+
+/// The colours in which a query of density shows a walkable object. Throws Exception for an identifier of another one.
+std::shared_ptr<ColorFunction> density_colors(Document const& document, DensityMapQueryState const& query,
+                                              GlobalId const& object);
+
+}  // namespace pedflux::engine

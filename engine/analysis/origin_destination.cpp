@@ -1,0 +1,135 @@
+#include "engine/analysis/origin_destination.h"
+
+#include "engine/analysis/table_builder.h"
+#include "engine/analysis/table_evaluation.h"
+#include "engine/geometry/checks.h"
+
+#include <functional>
+#include <map>
+#include <set>
+#include <utility>
+
+namespace pedflux::engine {
+
+namespace {
+
+using State = OriginDestinationMatrixTableQueryState;
+
+State const& query_of(AskedRun const& asked) { return dynamic_cast<State const&>(asked.query()); }
+
+/// Whether a time from one frame to another counts.
+bool counts_in_range(AskedRun const& asked, int start, int end) {
+    switch (query_of(asked).counted) {
+        case AgentCountIfInRangeType::START_IN_RANGE:
+            return asked.is_in_range(start);
+        case AgentCountIfInRangeType::END_IN_RANGE:
+            return asked.is_in_range(end);
+        case AgentCountIfInRangeType::START_AND_END_IN_RANGE:
+            return asked.is_in_range(start) && asked.is_in_range(end);
+        case AgentCountIfInRangeType::ANY_PART_IN_RANGE:
+            break;
+    }
+    auto const& time = asked.query().time;
+    return asked.clock(start) <= time.end && asked.clock(end) >= time.start;
+}
+
+/// Whom the filter selects; without one also who was never seen in a frame.
+std::vector<bool> selected_in(AskedRun& asked) {
+    return query_of(asked).filter ? asked.selected() : std::vector(asked.reader().agents().size(), true);
+}
+
+/// The seconds that persons took between two places, by their names.
+using Times = std::map<std::pair<std::string, std::string>, std::vector<double>>;
+using Value = std::function<Cell(std::vector<double> const&)>;
+
+Cell count_of(std::vector<double> const& times) { return static_cast<int>(times.size()); }
+
+/// The matrix of some rows and columns, or the list of what there is.
+std::shared_ptr<TableData const> table_of(AskedRun const& asked, std::vector<std::string> const& origins,
+                                          std::vector<std::string> const& destinations, Times const& times,
+                                          std::string const& what, Value const& value) {
+    if (query_of(asked).output == OriginDestinationMatrixTableOutput::LIST) {
+        TableBuilder list({"Origin", "Destination", what});
+        int row = 0;
+        for (auto const& [ends, taken] : times)
+            list.add(std::to_string(++row), {ends.first, ends.second, value(taken)});
+        return list.table();
+    }
+    TableBuilder matrix(destinations);
+    for (auto const& origin : origins) {
+        std::vector<Cell> cells;
+        for (auto const& destination : destinations) {
+            auto const found = times.find({origin, destination});
+            cells.push_back(value(found == times.end() ? std::vector<double>() : found->second));
+        }
+        matrix.add(origin, cells);
+    }
+    return matrix.table();
+}
+
+std::shared_ptr<TableData const> between_portals(AskedRun& asked, std::string const& what, Value const& value) {
+    std::vector<std::string> names;
+    for (auto const& portal : portals_of(asked.document(), dynamic_cast<BetweenPortals const&>(asked.query()))) {
+        names.push_back(asked.name_of(portal));
+    }
+    std::set<std::string> const known(names.begin(), names.end());
+    auto const selected = selected_in(asked);
+    Times times;
+    for (std::size_t agent = 0; agent < selected.size(); ++agent) {
+        auto const& person = asked.reader().agents()[agent];
+        int const departure = person.last_frame + 1;
+        auto const from = asked.name_of(person.origin);
+        auto const to = asked.name_of(person.destination);
+        bool const counts = selected[agent] && person.arrived && known.contains(from) && known.contains(to) &&
+                            counts_in_range(asked, person.first_frame, departure);
+        if (counts) times[{from, to}].push_back(asked.seconds(departure - person.first_frame));
+    }
+    return table_of(asked, names, names, times, what, value);
+}
+
+}  // namespace
+
+std::shared_ptr<TableData const> counts_between_portals(AskedRun& asked) {
+    return between_portals(asked, "Persons", count_of);
+}
+
+std::shared_ptr<TableData const> times_between_portals(AskedRun& asked) {
+    auto const type = dynamic_cast<Aggregated const&>(asked.query()).aggregation;
+    return between_portals(asked, "Time [s]", [type](std::vector<double> const& times) {
+        return times.empty() ? Cell(std::string()) : Cell(aggregated(times, type));
+    });
+}
+
+std::shared_ptr<TableData const> counts_across_area(AskedRun& asked) {
+    auto const& area_id = dynamic_cast<AcrossArea const&>(asked.query()).area;
+    if (!area_id) refuse(title_of(asked.query()) + " needs a floor or a zone");
+    auto const area = asked.place(*area_id);
+    auto const& surfaces = asked.reader().surfaces();
+    auto const selected = selected_in(asked);
+    Times times;
+    std::set<std::string> origins;
+    std::set<std::string> destinations;
+    for (std::size_t agent = 0; agent < selected.size(); ++agent) {
+        auto const& person = asked.reader().agents()[agent];
+        auto const& stays = asked.stays()[agent];
+        if (!selected[agent]) continue;
+        for (auto const& visit : visits_of(asked.reader(), person, stays, area)) {
+            if (!visit.exit || !counts_in_range(asked, visit.enter, *visit.exit)) continue;
+            std::string from = asked.name_of(person.origin);
+            std::string to = asked.name_of(person.destination);
+            for (auto const& stay : stays) {
+                if (stay.last < visit.enter) from = surfaces[stay.surface].name;
+            }
+            auto const next = std::ranges::find_if(stays, [&](Stay const& stay) { return stay.first >= *visit.exit; });
+            if (next != stays.end()) to = surfaces[next->surface].name;
+            if (next == stays.end() && !person.arrived) continue;
+            origins.insert(from);
+            destinations.insert(to);
+            times[{from, to}].push_back(asked.seconds(*visit.exit - visit.enter));
+        }
+    }
+    return table_of(asked, {origins.begin(), origins.end()}, {destinations.begin(), destinations.end()}, times,
+                    "Persons", count_of);
+}
+
+}  // namespace pedflux::engine

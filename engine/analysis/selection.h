@@ -1,0 +1,43 @@
+#pragma once
+
+#include "engine/results/run_reader.h"
+
+#include <pedflux/agent_filters.h>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace pedflux::engine {
+
+class Document;
+
+/// Whom an agent filter selects in each frame of a stored run.
+class Selection {
+  public:
+    /// An empty filter selects everybody. Throws Exception for a filter that asks for what a stored run does not tell.
+    Selection(std::shared_ptr<AgentFilter> const& filter, Document const& document, RunReader& reader);
+
+    /// The persons of a frame, and for each of them whether it is selected.
+    std::vector<bool> among(int frame, std::vector<AgentFrame> const& persons) const;
+    /// The selected persons of a frame of the run.
+    std::vector<AgentFrame> frame(int number) const;
+
+    /// A frame that is looked at.
+    struct View {
+        int number;
+        std::vector<AgentFrame> const& persons;
+    };
+    /// Whether a person, by its position in the frame, is selected.
+    using Test = std::function<bool(View const&, std::size_t)>;
+
+  private:
+    RunReader& reader_;
+    Test test_;  ///< empty: everybody
+};
+
+/// For each person of the run, whether a filter selects it in any frame of a range; who is in no frame of the range
+/// is not selected.
+std::vector<bool> ever_selected(Selection const& selection, RunReader const& reader, int first, int last);
+
+}  // namespace pedflux::engine

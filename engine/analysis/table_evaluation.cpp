@@ -1,0 +1,177 @@
+#include "engine/analysis/table_evaluation.h"
+
+#include "engine/analysis/asked_run.h"
+#include "engine/analysis/encounters.h"
+#include "engine/analysis/origin_destination.h"
+#include "engine/analysis/passages.h"
+#include "engine/analysis/table_builder.h"
+#include "engine/analysis/trips.h"
+#include "engine/geometry/checks.h"
+#include "engine/results/agent_data.h"
+#include "engine/results/level_of_service.h"
+
+#include <array>
+#include <cmath>
+
+namespace pedflux::engine {
+
+namespace {
+
+using TablePointer = std::shared_ptr<TableData const>;
+
+/// What is known of a person within the time range.
+struct Walk {
+    int frames = 0;
+    double length = 0;   ///< metres
+    double density = 0;  ///< added up over the frames
+    double greatest_density = 0;
+    std::optional<AgentFrame> last;
+};
+
+std::vector<Walk> walks_of(AskedRun& asked) {
+    std::vector<Walk> walks(asked.reader().agents().size());
+    auto const [first, last] = asked.range();
+    for (int frame = first; frame <= last; ++frame) {
+        for (auto const& person : asked.reader().frame(frame)) {
+            auto& walk = walks[person.agent];
+            if (walk.last) {
+                walk.length += static_cast<double>(
+                    std::hypot(person.x - walk.last->x, person.y - walk.last->y, person.z - walk.last->z));
+            }
+            ++walk.frames;
+            walk.density += static_cast<double>(person.density);
+            walk.greatest_density = std::max(walk.greatest_density, static_cast<double>(person.density));
+            walk.last = person;
+        }
+    }
+    return walks;
+}
+
+TablePointer summary(AskedRun& asked) {
+    TableBuilder table({"Origin", "Destination", "Profile", "Start [s]", "End [s]", "Duration [s]", "Arrived",
+                        "Distance [m]", "Mean speed [m/s]", "Mean density [1/m2]", "Maximum density [1/m2]"});
+    auto const walks = walks_of(asked);
+    auto const selected = asked.selected();
+    for (std::uint32_t agent = 0; agent < walks.size(); ++agent) {
+        auto const& walk = walks[agent];
+        if (!selected[agent]) continue;
+        auto const& person = asked.reader().agents()[agent];
+        int const end = departure_of(asked.reader(), person).value_or(person.last_frame);
+        double const time_walked = asked.seconds(walk.frames - 1);
+        table.add(std::to_string(agent), asked.name_of(person.origin), asked.name_of(person.destination),
+                  asked.name_of(person.profile), asked.clock(person.first_frame), asked.clock(end),
+                  asked.seconds(end - person.first_frame), person.arrived ? 1 : 0, walk.length,
+                  time_walked > 0 ? walk.length / time_walked : 0.0, walk.density / walk.frames, walk.greatest_density);
+    }
+    return table.table();
+}
+
+TablePointer trip_times(AskedRun& asked) {
+    auto const& trip = dynamic_cast<OnTrip const&>(asked.query()).trip;
+    auto const trips = trip ? trips_of(TripAccess::path(*trip), asked.document(), asked.reader(), asked.stays())
+                            : whole_trips_of(asked.reader());
+    auto const selected = asked.selected();
+    TableBuilder table({"Start [s]", "End [s]", "Duration [s]"});
+    for (auto const& made : trips) {
+        if (!selected[made.agent] || !asked.is_in_range(made.start) || !asked.is_in_range(made.end)) continue;
+        table.add(std::to_string(made.agent), asked.clock(made.start), asked.clock(made.end),
+                  asked.seconds(made.end - made.start));
+    }
+    return table.table();
+}
+
+TablePointer area_times(AskedRun& asked) {
+    std::vector<Place> areas;
+    for (auto const& area : dynamic_cast<InAreas const&>(asked.query()).areas) areas.push_back(asked.place(area));
+    auto const selected = asked.selected();
+    auto const [first, last] = asked.range();
+    TableBuilder table({"Area", "Start [s]", "End [s]", "Duration [s]"});
+    for (std::uint32_t agent = 0; agent < selected.size(); ++agent) {
+        if (!selected[agent]) continue;
+        auto const& person = asked.reader().agents()[agent];
+        for (auto const& area : areas) {
+            for (auto const& visit : visits_of(asked.reader(), person, asked.stays()[agent], area)) {
+                int const start = std::max(visit.enter, first);
+                int const end = std::min(visit.exit.value_or(asked.reader().last_frame() + 1), last + 1);
+                if (start >= end) continue;
+                table.add(std::to_string(agent), area.name, asked.clock(start), asked.clock(end),
+                          asked.seconds(end - start));
+            }
+        }
+    }
+    return table.table();
+}
+
+TablePointer level_of_service_times(AskedRun& asked) {
+    std::vector<std::array<int, 6>> frames(asked.reader().agents().size());
+    auto const [first, last] = asked.range();
+    for (int frame = first; frame <= last; ++frame) {
+        for (auto const& person : asked.reader().frame(frame)) {
+            auto const standard = standard_of(asked.reader().surfaces()[person.surface].kind);
+            auto const level = level_of_service(static_cast<double>(person.density), standard).GetLevel();
+            ++frames[person.agent]
+                    [static_cast<std::size_t>(static_cast<int>(level) - static_cast<int>(LevelOfServiceValue::A))];
+        }
+    }
+    auto const selected = asked.selected();
+    TableBuilder table({"A [s]", "B [s]", "C [s]", "D [s]", "E [s]", "F [s]"});
+    for (std::size_t agent = 0; agent < frames.size(); ++agent) {
+        if (!selected[agent]) continue;
+        std::vector<Cell> cells;
+        for (int const count : frames[agent]) cells.emplace_back(asked.seconds(count));
+        table.add(std::to_string(agent), cells);
+    }
+    return table.table();
+}
+
+TablePointer transitions(AskedRun& asked) {
+    auto const& transition = dynamic_cast<AtTransition const&>(asked.query()).transition;
+    if (!transition) refuse(title_of(asked.query()) + " needs a transition");
+    auto const selected = asked.selected();
+    auto const& surfaces = asked.reader().surfaces();
+    auto const name = [&](std::optional<std::uint16_t> surface) {
+        return surface ? surfaces[*surface].name : std::string();
+    };
+    TableBuilder table({"Time [s]", "From", "To"});
+    auto const passages = passages_of(asked.reader(), asked.stays());
+    for (auto const& passage : passages_at(*transition, asked.document(), asked.reader(), passages)) {
+        if (!selected[passage.agent] || !asked.is_in_range(passage.frame)) continue;
+        table.add(std::to_string(passage.agent), asked.clock(passage.frame), name(passage.from), name(passage.to));
+    }
+    return table.table();
+}
+
+}  // namespace
+
+std::shared_ptr<TableData const> table_of(Document const& document, TableQueryState const& query, TableQueryType type) {
+    using Evaluate = TablePointer (*)(AskedRun&);
+    auto const evaluate = [type]() -> Evaluate {
+        switch (type) {
+            case TableQueryType::AGENT_SUMMARY:
+                return summary;
+            case TableQueryType::AGENT_TRIP_TIME:
+                return trip_times;
+            case TableQueryType::AGENT_AREA_TIME:
+                return area_times;
+            case TableQueryType::AGENT_LEVEL_OF_SERVICE_TIME:
+                return level_of_service_times;
+            case TableQueryType::AGENT_TRANSITION:
+                return transitions;
+            case TableQueryType::AGENT_PROXIMITY:
+                return encounters;
+            case TableQueryType::SIMULATION_ORIGIN_DESTINATION_COUNT:
+                return counts_between_portals;
+            case TableQueryType::SIMULATION_ORIGIN_DESTINATION_TIME:
+                return times_between_portals;
+            case TableQueryType::AREA_ORIGIN_DESTINATION_COUNT:
+                return counts_across_area;
+            default:
+                return nullptr;
+        }
+    }();
+    if (!evaluate) refuse(title_of(query) + " is of a kind that cannot be evaluated yet");
+    AskedRun asked(document, query);
+    return evaluate(asked);
+}
+
+}  // namespace pedflux::engine
