@@ -2,15 +2,21 @@
 
 /// The words of the binding tables: one line per export, the native signature deduced from the SDK's operation.
 ///
-///     CLASS(Floor, WalkableObject)                            delete_Floor, and the upcast to its direct base if it
-///     has one CONSTRUCTOR(Axis3d, Vec3d const&, Vec3d const&)         new_Axis3d CONSTRUCTOR_OVERLOAD(Vec2d, 1,
-///     double, double)          new_Vec2d__SWIG_1 COPY_CONSTRUCTOR(AgeTest, 2) new_AgeTest__SWIG_2 METHOD(Tri3d,
-///     rotatedAbout, RotatedAbout)               Tri3d_rotatedAbout; static operations too OVERLOAD(BoundingBox3d,
-///     hull, 0, Hull, Vec3d const&)    BoundingBox3d_hull__SWIG_0, the Hull with these parameters GET(Floor, TypeId)
-///     Floor_getTypeId; likewise SET, HAS, IS, CLEAR, ADD, CREATE PROPERTY(Vec3d, X) GET and SET CONSTANT(Color, DARK,
-///     BLUE)                             Color_DARK_BLUE_get; the name's words one by one EXTENSION(Vec3d, plus, plus,
-///     Vec3d const&)              an operation that the bridge itself computes METHOD_CONST(GraphQuery, setTimeRange,
-///     SetTimeRange)    METHOD whose by-value parameters are declared const
+///     CLASS(Floor, WalkableObject)                     delete_Floor, and the upcast to its direct base if it has one
+///     CONSTRUCTOR(Axis3d, Vec3d const&, Vec3d const&)  new_Axis3d
+///     CONSTRUCTOR_OVERLOAD(Vec2d, 1, double, double)   new_Vec2d__SWIG_1
+///     COPY_CONSTRUCTOR(AgeTest, 2)                     new_AgeTest__SWIG_2
+///     METHOD(Tri3d, rotatedAbout, RotatedAbout)        Tri3d_rotatedAbout; static operations too
+///     METHOD_CONST(GraphQuery, setTimeRange, SetTimeRange)
+///                                                      the same; its by-value parameters are declared const
+///     OVERLOAD(BoundingBox3d, hull, 0, Hull, Vec3d const&)
+///                                                      BoundingBox3d_hull__SWIG_0, the Hull with these parameters
+///     GET(Floor, TypeId)                               Floor_getTypeId; likewise SET, HAS, IS, CLEAR, ADD, CREATE
+///     PROPERTY(Vec3d, X)                               GET and SET
+///     OPTIONAL(Server, Capacity)                       HAS, GET, SET and CLEAR
+///     FLAG(ConnectionObject, Gated)                    IS and SET
+///     CONSTANT(Color, DARK, BLUE)                      Color_DARK_BLUE_get; the name's words one by one
+///     EXTENSION(Vec3d, plus, plus, Vec3d const&)       an operation that the bridge itself computes
 ///
 /// A table file includes the SDK's headers and this one, and stands in namespace pedflux::jni. Compiled with
 /// PEDFLUX_MANIFEST, the same lines describe the exports instead of making them.
@@ -51,6 +57,13 @@
 #define CREATE(Class, Name) METHOD(Class, create##Name, Create##Name)
 #define PROPERTY(Class, Name) \
     GET(Class, Name)          \
+    SET(Class, Name)
+#define OPTIONAL(Class, Name) \
+    HAS(Class, Name)          \
+    PROPERTY(Class, Name)     \
+    CLEAR(Class, Name)
+#define FLAG(Class, Name) \
+    IS(Class, Name)       \
     SET(Class, Name)
 
 // A preprocessor cannot escape the underscore of a two-word name, so the words come one by one.

@@ -1,5 +1,6 @@
 #include "bindings/table.h"
 
+#include <pedflux/agent_actions.h>
 #include <pedflux/color.h>
 #include <pedflux/distributions.h>
 #include <pedflux/geometry.h>
@@ -10,14 +11,26 @@
 namespace pedflux::jni {
 
 CLASS(Floor, WalkableObject)
+GET(Floor, EnterActionCopy)
+GET(Floor, ExitActionCopy)
 GET(Floor, TypeId)
+HAS(Floor, EnterAction)
+HAS(Floor, ExitAction)
+SET(Floor, EnterAction)
+SET(Floor, ExitAction)
 
 CLASS(Portal, NetworkObject)
 PROPERTY(Portal, AgentInitialPlacement)
+GET(Portal, EnterActionCopy)
 GET(Portal, GoalLine)
 GET(Portal, TypeId)
+GET(Portal, WaypointActionCopy)
+HAS(Portal, EnterAction)
+HAS(Portal, WaypointAction)
 IS(Portal, Entrance)
 IS(Portal, Exit)
+SET(Portal, EnterAction)
+SET(Portal, WaypointAction)
 
 CLASS(Link, ConnectionObject)
 CLEAR(Link, LocalAgentMaxSpeed)
@@ -51,16 +64,60 @@ SET(Ramp, LocalAgentMaxSpeedUpAndDown)
 SET(Ramp, LocalDirectionBias)
 SET(Ramp, LocalSpeedDensityStandard)
 
+CLASS(Escalator, ConnectionObject)
+GET(Escalator, HorizontalTreadSpeed)
+GET(Escalator, TreadSpeedAlongIncline)
+GET(Escalator, TypeId)
+
+CLASS(Path, ConnectionObject)
+CLEAR(Path, LocalAgentMaxSpeed)
+CLEAR(Path, LocalAgentQueueSpacing)
+CLEAR(Path, LocalSpeedDensityStandard)
+PROPERTY(Path, LocalAgentMaxSpeed)
+GET(Path, LocalAgentQueueSpacingDistance)
+GET(Path, LocalAgentQueueSpacingPersonalSpaceSelection)
+GET(Path, LocalAgentQueueSpacingType)
+GET(Path, TypeId)
+HAS(Path, LocalAgentQueueSpacing)
+SET(Path, Geometry)
+SET(Path, LocalAgentQueueSpacingByDistance)
+SET(Path, LocalAgentQueueSpacingByMaxOfDistanceAndPersonalSpace)
+SET(Path, LocalAgentQueueSpacingByPersonalSpace)
+SET(Path, LocalAgentQueueSpacingBySumOfDistanceAndPersonalSpace)
+SET(Path, LocalSpeedDensityStandard)
+
 CLASS(Barrier, SceneObject)
 GET(Barrier, TypeId)
+
+CLASS(Cordon, SceneObject)
+PROPERTY(Cordon, CordonDirection)
+GET(Cordon, DirectionVector)
+GET(Cordon, TypeId)
+FLAG(Cordon, DirectionInverted)
+METHOD(Cordon, willCountInDirection, WillCountInDirection)
+
+CLASS(WaitSpace, SceneObject)
+GET(WaitSpace, TypeId)
+GET(WaitSpace, WaitStyle)
+SET(WaitSpace, SpreadOutWaitStyle)
+SET(WaitSpace, StandStillWaitStyle)
+
+CLASS(Volume, SceneObject)
+GET(Volume, TypeId)
 
 CLASS(Zone, SimObject)
 ADD(Zone, BaseMember)
 ADD(Zone, BaseMembers)
 PROPERTY(Zone, BaseMembers)
+GET(Zone, EnterActionCopy)
+GET(Zone, ExitActionCopy)
 PROPERTY(Zone, MembershipType)
 GET(Zone, TypeId)
 HAS(Zone, BaseMember)
+HAS(Zone, EnterAction)
+HAS(Zone, ExitAction)
+SET(Zone, EnterAction)
+SET(Zone, ExitAction)
 
 CLASS(Collection, Group)
 ADD(Collection, Item)

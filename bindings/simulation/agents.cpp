@@ -2,9 +2,12 @@
 
 #include <pedflux/agent_data.h>
 #include <pedflux/agents.h>
+#include <pedflux/avatars.h>
 #include <pedflux/color.h>
+#include <pedflux/elevators.h>
 #include <pedflux/identifiers.h>
 #include <pedflux/level_of_service.h>
+#include <pedflux/tasks.h>
 #include <pedflux/vectors.h>
 
 namespace pedflux::jni {
@@ -16,13 +19,21 @@ METHOD(Agent, assumeControl, AssumeControl)
 METHOD(Agent, releaseControl, ReleaseControl)
 CLEAR(Agent, Color)
 CLEAR(Agent, GoalDirectionOverride)
+CLEAR(Agent, Tasks)
 METHOD(Agent, exitSimulation, ExitSimulation)
+METHOD(Agent, resetAvatar, ResetAvatar)
+METHOD(Agent, resetNetwork, ResetNetwork)
+SET(Agent, NetworkToGlobal)
 METHOD(Agent, exists, Exists)
+HAS(Agent, Avatar)
 HAS(Agent, CurrentFloor)
 HAS(Agent, CurrentGoal)
+HAS(Agent, CurrentTaskGoalId)
+HAS(Agent, ElevatorTripDestinationStop)
 HAS(Agent, ExitedWithError)
 HAS(Agent, ExitedWithSuccess)
 HAS(Agent, InitialGoal)
+HAS(Agent, Network)
 HAS(Agent, PreviousWaypoint)
 HAS(Agent, StartObject)
 HAS(Agent, TargetWaypoint)
@@ -41,14 +52,18 @@ GET(Agent, Speed)
 GET(Agent, Id)
 METHOD(Agent, internalHashCode, InternalHashCode)
 GET(Agent, AgentMovement)
+GET(Agent, CurrentTaskType)
 SET(Agent, NextAgentMovement)
 GET(Agent, CurrentFloorId)
 GET(Agent, CurrentGoalId)
 GET(Agent, InitialGoalId)
+PROPERTY(Agent, Network)
 GET(Agent, PreviousWaypointId)
 GET(Agent, ProfileId)
 GET(Agent, StartObjectId)
 GET(Agent, TargetWaypointId)
+GET(Agent, CurrentTaskGoalIds)
+GET(Agent, TokenIds)
 GET(Agent, Position)
 GET(Agent, Velocity)
 GET(Agent, DirectionToTargetWaypoint)
@@ -65,7 +80,13 @@ GET(Agent, AvailableSpace)
 GET(Agent, AvailableSpaceAround)
 PROPERTY(Agent, Color)
 GET(Agent, LevelOfService)
+GET(Agent, ElevatorTripDestinationStop)
 GET(Agent, TargetWaypointGoalLine)
+PROPERTY(Agent, Avatar)
+ADD(Agent, TaskAsActive)
+ADD(Agent, TaskAsLast)
+METHOD(Agent, giveToken, GiveToken)
+METHOD(Agent, removeToken, RemoveToken)
 SET(Agent, GoalDirectionOverride)
 OVERLOAD(Agent, moveTo, 0, MoveTo, Vec3d const&)
 OVERLOAD(Agent, moveTo, 1, MoveTo, Vec3d const&, Vec3d const&)

@@ -1,6 +1,7 @@
 #include "bindings/table.h"
 
 #include <pedflux/agent_data.h>
+#include <pedflux/agent_filters.h>
 #include <pedflux/database.h>
 #include <pedflux/identifiers.h>
 
@@ -21,7 +22,9 @@ GET(Database, AgentCurrentFloor)
 GET(Database, AgentTokens)
 GET(Database, AllAgents)
 OVERLOAD(Database, getAgentsOnFloor, 0, GetAgentsOnFloor, GlobalId const&, int)
+OVERLOAD(Database, getAgentsOnFloor, 1, GetAgentsOnFloor, GlobalId const&, int, std::shared_ptr<AgentFilter> const&)
 OVERLOAD(Database, getFloorPopulation, 0, GetFloorPopulation, GlobalId const&, int)
+OVERLOAD(Database, getFloorPopulation, 1, GetFloorPopulation, GlobalId const&, int, std::shared_ptr<AgentFilter> const&)
 OVERLOAD(Database, getFrameData, 0, GetFrameData, int)
 OVERLOAD(Database, getFrameData, 1, GetFrameData, double)
 

@@ -1,6 +1,8 @@
 #include "bindings/table.h"
 
 #include <pedflux/agents.h>
+#include <pedflux/aggregation.h>
+#include <pedflux/elevators.h>
 #include <pedflux/identifiers.h>
 #include <pedflux/issue.h>
 #include <pedflux/project.h>
@@ -36,6 +38,9 @@ GET(Simulation, AgentsOn)
 OVERLOAD(Simulation, requestNewAgent, 0, RequestNewAgent, GlobalId const&)
 OVERLOAD(Simulation, requestNewAgent, 1, RequestNewAgent, AgentRequest const&)
 GET(Simulation, Population)
+GET(Simulation, TallyValue)
+ADD(Simulation, ToTallyValue)
+METHOD(Simulation, resetTallyValue, ResetTallyValue)
 OVERLOAD(Simulation, openGate, 0, OpenGate, GlobalId const&)
 OVERLOAD(Simulation, openGate, 1, OpenGate, GlobalId const&, ConnectionObjectDirection)
 OVERLOAD(Simulation, closeGate, 0, CloseGate, GlobalId const&)
@@ -46,10 +51,22 @@ OVERLOAD(Simulation, isGateOpenToAll, 0, IsGateOpenToAll, GlobalId const&)
 OVERLOAD(Simulation, isGateOpenToAll, 1, IsGateOpenToAll, GlobalId const&, ConnectionObjectDirection)
 OVERLOAD(Simulation, isGateClosedToAll, 0, IsGateClosedToAll, GlobalId const&)
 OVERLOAD(Simulation, isGateClosedToAll, 1, IsGateClosedToAll, GlobalId const&, ConnectionObjectDirection)
+METHOD(Simulation, openServerEntrance, OpenServerEntrance)
+METHOD(Simulation, closeServerEntrance, CloseServerEntrance)
+METHOD(Simulation, resetServerEntrance, ResetServerEntrance)
+IS(Simulation, ServerEntranceOpenToAll)
+IS(Simulation, ServerEntranceClosedToAll)
+METHOD(Simulation, openServerExit, OpenServerExit)
+METHOD(Simulation, closeServerExit, CloseServerExit)
+METHOD(Simulation, resetServerExit, ResetServerExit)
+IS(Simulation, ServerExitOpenToAll)
+IS(Simulation, ServerExitClosedToAll)
 METHOD(Simulation, existsPathTo, ExistsPathTo)
 GET(Simulation, DistanceAlongPathTo)
 GET(Simulation, DirectionAlongPathTo)
 GET(Simulation, ClosestPointWithPathTo)
+OVERLOAD(Simulation, getElevatorCar, 0, GetElevatorCar, GlobalId const&)
+OVERLOAD(Simulation, getElevatorCar, 1, GetElevatorCar, std::string const&)
 
 CLASS(SimulationOptions)
 CONSTRUCTOR(SimulationOptions)
@@ -69,5 +86,7 @@ GET(FrameSummary, CreatedAgents)
 GET(FrameSummary, DeletedAgents)
 GET(FrameSummary, AgentsThatEntered)
 GET(FrameSummary, AgentsThatExited)
+GET(FrameSummary, AgentsThatLost)
+GET(FrameSummary, AgentsThatReceived)
 
 }  // namespace pedflux::jni

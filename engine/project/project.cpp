@@ -131,7 +131,10 @@ SETTING(int, StartTimeInSeconds, start_time)
 SETTING(int, DurationInSeconds, duration)
 SETTING(int, FrameRate, frame_rate)
 SETTING(int, RandomSeed, random_seed)
-SETTING(double, PopulationMultiplier, population_multiplier)
+double Project::GetPopulationMultiplier() const { return get_setting(*this, &Settings::population_multiplier); }
+void Project::SetPopulationMultiplier(double multiplier) {
+    set_setting(*this, &Settings::population_multiplier, multiplier);
+}
 OPTIONAL_SETTING(Vec3d, ProjectOrigin, origin)
 OPTIONAL_SETTING(GlobalId, DefaultBookmark, default_bookmark)
 

@@ -108,6 +108,16 @@ int Database::GetFloorPopulation(GlobalId const& floor, int frame) {
     return static_cast<int>(GetAgentsOnFloor(floor, frame).size());
 }
 
+// Who is picked by a filter is not told by what a frame stores alone.
+std::vector<int> Database::GetAgentsOnFloor(GlobalId const& floor, int frame,
+                                            std::shared_ptr<AgentFilter> const& filter) {
+    if (filter) engine::refuse("Filters on stored runs are not part of this engine yet; use the overload without one");
+    return GetAgentsOnFloor(floor, frame);
+}
+int Database::GetFloorPopulation(GlobalId const& floor, int frame, std::shared_ptr<AgentFilter> const& filter) {
+    return static_cast<int>(GetAgentsOnFloor(floor, frame, filter).size());
+}
+
 std::vector<AgentData> Database::GetFrameData(int frame) { return data_of(DatabaseAccess::reader(*this), frame); }
 
 std::vector<AgentData> Database::GetFrameData(double time) {

@@ -1,6 +1,7 @@
 #include "engine/geometry/checks.h"
 #include "engine/results/agent_data.h"
 #include "engine/results/level_of_service.h"
+#include "engine/simulation/agents_here.h"
 #include "engine/simulation/stepping.h"
 #include "engine/simulation/surroundings.h"
 #include "engine/simulation/ways.h"
@@ -16,6 +17,8 @@ namespace pedflux {
 namespace {
 
 using engine::FreeSpace;
+using engine::here;
+using engine::Here;
 using engine::LiveRun;
 using engine::Person;
 using engine::Point;
@@ -27,26 +30,6 @@ constexpr double degrees_per_radian = 180 / std::numbers::pi;
 constexpr double longest_look = 100;
 
 std::string title(int id) { return "Agent " + std::to_string(id); }
-
-/// An agent that is in its simulation.
-struct Here {
-    std::shared_ptr<LiveRun> run;
-    Person& person;
-    Walker& walker;
-
-    Standpoint standpoint() const { return {walker.region, walker.position}; }
-};
-
-/// Throws Exception when the agent has left or its simulation is gone.
-Here here(std::weak_ptr<LiveRun> const& weak, int id) {
-    auto run = weak.lock();
-    if (!run) refuse(title(id) + " belongs to a simulation that is gone");
-    auto const number = static_cast<std::size_t>(id);
-    auto const walker = run->walker_of[number];
-    if (walker == engine::gone) refuse(title(id) + " has left the simulation");
-    auto& world = *run;
-    return {std::move(run), world.persons[number], world.walkers[walker]};
-}
 
 Person::Fate fate_of(std::weak_ptr<LiveRun> const& weak, int id) {
     auto const run = weak.lock();

@@ -172,6 +172,7 @@ std::shared_ptr<LiveRun> create_run(Document const& document, RunSettings const&
     mark_goals(places, newcomers, settings.extra_goals);
     auto const run = std::make_shared<LiveRun>(
         LiveRunInput{std::move(plan), std::move(places), std::move(newcomers), settings.threads});
+    run->project = document.copy();
     run->seed = settings.seed;
     run->frame_rate = document.settings.frame_rate;
     run->start_time = document.settings.start_time;

@@ -40,5 +40,7 @@ Agents FrameSummary::GetCreatedAgents() { return in_order(changes_->created); }
 Agents FrameSummary::GetDeletedAgents() { return in_order(changes_->deleted); }
 Agents FrameSummary::GetAgentsThatEntered(GlobalId const& object) { return passing(changes_->entered, object); }
 Agents FrameSummary::GetAgentsThatExited(GlobalId const& object) { return passing(changes_->exited, object); }
+Agents FrameSummary::GetAgentsThatReceived(GlobalId const& token) { return passing(changes_->received, token); }
+Agents FrameSummary::GetAgentsThatLost(GlobalId const& token) { return passing(changes_->lost, token); }
 
 }  // namespace pedflux

@@ -16,6 +16,20 @@ navigation::DestinationIndex destination_at(LiveRun& run, PlaceIndex place) {
     return destination;
 }
 
+void give_token(LiveRun& run, std::uint32_t agent, GlobalId const& token) {
+    Person& person = run.persons[agent];
+    auto const is_same = [&](GlobalId const& held) { return held.InternalEquals(token); };
+    if (std::ranges::any_of(person.tokens, is_same)) return;
+    person.tokens.push_back(token);
+    run.changes->received.emplace_back(token, person.face);
+}
+
+void take_token(LiveRun& run, std::uint32_t agent, GlobalId const& token) {
+    Person& person = run.persons[agent];
+    auto const is_same = [&](GlobalId const& held) { return held.InternalEquals(token); };
+    if (std::erase_if(person.tokens, is_same) > 0) run.changes->lost.emplace_back(token, person.face);
+}
+
 navigation::Passage passage_of(LiveRun const& run, std::size_t joint_number) {
     Joint const& joint = run.plan.joints[joint_number];
     auto const number = joint.connection - run.plan.floor_count;

@@ -32,6 +32,8 @@ struct Person {
     PlaceIndex goal = no_place;
     Color color;
     double height = 1.75;
+    std::vector<GlobalId> tokens;  ///< in the order in which they were given
+    std::optional<GlobalId> avatar;
     Fate fate = Fate::HERE;
     int first_frame = 0;
     int last_frame = 0;
@@ -78,6 +80,8 @@ struct FrameChanges {
     std::vector<std::shared_ptr<Agent>> deleted;
     std::vector<std::pair<GlobalId, std::shared_ptr<Agent>>> entered;
     std::vector<std::pair<GlobalId, std::shared_ptr<Agent>>> exited;
+    std::vector<std::pair<GlobalId, std::shared_ptr<Agent>>> received;  ///< by the token
+    std::vector<std::pair<GlobalId, std::shared_ptr<Agent>>> lost;
 };
 
 /// A wall of the crowd that opens and closes.
@@ -103,6 +107,7 @@ struct LiveRun : std::enable_shared_from_this<LiveRun> {
     ~LiveRun();
 
     // The world.
+    std::unique_ptr<Document> project;  ///< as it was when the simulation was created
     FloorPlan plan;
     Places places;
     navigation::Navigation navigation;
@@ -165,6 +170,10 @@ void open_exit(LiveRun& run, PlaceIndex place);
 inline double height_at(LiveRun const& run, navigation::RegionIndex region, Point point) {
     return run.plan.grounds[region].height(point);
 }
+
+/// Lets somebody hold a token, or no more; nothing happens when it is so already.
+void give_token(LiveRun& run, std::uint32_t agent, GlobalId const& token);
+void take_token(LiveRun& run, std::uint32_t agent, GlobalId const& token);
 
 /// Lets somebody leave. Its number among the walkers stays taken until the end of the frame's part.
 void take_out(LiveRun& run, Person::Fate fate, Walker& walker, bool through_portal);

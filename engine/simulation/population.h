@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <optional>
 #include <vector>
 
 namespace pedflux::engine {
@@ -26,6 +27,7 @@ struct Newcomer {
     double radius = 0.2;
     double side_bias = 0;
     GlobalId profile;
+    std::optional<GlobalId> avatar;
     Color color;
 };
 

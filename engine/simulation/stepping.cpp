@@ -18,6 +18,8 @@ using navigation::RouteStep;
 constexpr double at_line = 0.05;
 /// So near to a line that leads on, people look beyond it.
 constexpr double look_beyond = 0.3;
+/// How much of a wide opening people share who come from one side, in metres.
+constexpr double widest_spread = 3;
 /// Slower than this (metres per second) a person stands.
 constexpr double standing = 0.1;
 constexpr double running = 2.5;
@@ -79,6 +81,19 @@ bool is_due(LiveRun const& run, PlaceIndex origin) {
     return next < waiting.size() && waiting[next].due <= run.seconds();
 }
 
+/// Where to walk on an opening. People who come from one side would all aim at its near end; each has an own share of
+/// the width instead, the nearer the more straight on. Shares of people who come one after the other lie far apart:
+/// they are the multiples of the golden ratio.
+Point aim_at(Segment opening, Point position, std::uint32_t key) {
+    double const length = distance(opening.from, opening.to);
+    if (length == 0) return opening.from;
+    double const nearest = nearest_fraction(opening, position) * length;
+    double const spread = std::min({length, widest_spread, distance(opening, position)});
+    double const first = std::clamp(nearest - spread / 2, 0.0, length - spread);
+    double const turns = key * (std::numbers::phi - 1);
+    return at(opening, (first + (turns - std::floor(turns)) * spread) / length);
+}
+
 /// Where to walk to get over a line that leads on.
 Point over(Point position, Point aim, Point across) {
     return distance(position, aim) < look_beyond ? unit(aim - position + look_beyond * across) : unit(aim - position);
@@ -107,7 +122,7 @@ void choose_way(LiveRun const& run, Walker& walker) {
     }
     if (walker.starts_at > run.seconds()) return;
     walker.way = Walker::Way::WALKS;
-    Point const aim = nearest_point(step.target, walker.position);
+    Point const aim = aim_at(step.target, walker.position, person.origin.key);
     if (step.kind == RouteStep::Kind::CONNECTION) {
         Point const to_floor = run.plan.joints[step.connection].to_floor;
         walker.direction = over(walker.position, aim, step.forward ? to_floor : -1 * to_floor);

@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace pedflux {
 
@@ -17,6 +18,24 @@ struct AgentRequestAccess;
 struct LiveRun;
 struct FreeSpace;
 }  // namespace engine
+
+class Avatar;
+class ElevatorStop;
+class Task;
+
+/// What an agent is doing.
+enum class TaskType : int {
+    NONE = 0,                ///< nothing: it stands where it is
+    EXIT = 1,                ///< leaving the simulation
+    SEEK_PORTAL = 2,         ///< going to a portal
+    SEEK_AREA = 3,           ///< going to a floor, connection or zone
+    SEEK_PROCESS_START = 4,  ///< going to a server
+    FOLLOW_SIGN = 5,         ///< passing a route object
+    WAIT_FOR_DURATION = 6,
+    WAIT_UNTIL_TIME = 7,
+    WAIT_FOREVER = 8,
+    WAIT_WHILE_TEST_TRUE = 9,
+};
 
 /// A point of a wall or of the edge of a surface.
 class PEDFLUX_API ObstaclePoint {
@@ -148,6 +167,47 @@ class PEDFLUX_API Agent {
     /// The colour is that of the agent's profile or event again.
     void ClearColor();
     LevelOfService GetLevelOfService();
+
+    /// Whether the agent looks like an avatar of the project.
+    bool HasAvatar();
+    /// Empty for an agent without one.
+    std::shared_ptr<Avatar> GetAvatar();
+    /// @param avatar an avatar of the simulated project
+    void SetAvatar(std::shared_ptr<Avatar> avatar);
+    /// The avatar is that of the agent's profile again.
+    void ResetAvatar();
+
+    /// The tokens that the agent holds, in the order in which it got them.
+    std::vector<GlobalId> GetTokenIds();
+    /// Gives a token of the project. An agent holds each once.
+    void GiveToken(GlobalId const& token);
+    /// Takes a token away; one that the agent does not hold changes nothing.
+    void RemoveToken(GlobalId const& token);
+
+    /// Whether the agent's ways are those of a network of the project, rather than all.
+    bool HasNetwork();
+    GlobalId GetNetwork();
+    void SetNetwork(GlobalId const& network);
+    /// Lets the agent take all ways.
+    void SetNetworkToGlobal();
+    /// The network is that of the agent's profile again.
+    void ResetNetwork();
+
+    /// What the agent is doing now.
+    TaskType GetCurrentTaskType();
+    bool HasCurrentTaskGoalId();
+    /// The objects that the current task leads to; of several, the agent goes to the first of them.
+    std::vector<GlobalId> GetCurrentTaskGoalIds();
+    /// Gives an order that comes before all others; they go on when it is done.
+    void AddTaskAsActive(std::shared_ptr<Task> const& task);
+    /// Gives an order that comes after all others.
+    void AddTaskAsLast(std::shared_ptr<Task> const& task);
+    /// Forgets all orders; the agent stands.
+    void ClearTasks();
+
+    /// Whether the agent rides, or waits for, an elevator.
+    bool HasElevatorTripDestinationStop();
+    ElevatorStop GetElevatorTripDestinationStop();
 
     /// The profile; invalid for an agent without one.
     GlobalId GetProfileId();

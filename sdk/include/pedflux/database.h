@@ -10,6 +10,8 @@
 
 namespace pedflux {
 
+class AgentFilter;
+
 namespace engine {
 struct DatabaseAccess;
 class RunReader;
@@ -56,7 +58,10 @@ class PEDFLUX_API Database {
     std::vector<GlobalId> GetAgentTokens(int agent, int frame);
     /// The agents on a walkable object in a frame, in the order of their numbers.
     std::vector<int> GetAgentsOnFloor(GlobalId const& floor, int frame);
+    /// Those of them whom a filter picks.
+    std::vector<int> GetAgentsOnFloor(GlobalId const& floor, int frame, std::shared_ptr<AgentFilter> const& filter);
     int GetFloorPopulation(GlobalId const& floor, int frame);
+    int GetFloorPopulation(GlobalId const& floor, int frame, std::shared_ptr<AgentFilter> const& filter);
 
     /// The agents of a frame, in the order of their numbers.
     std::vector<AgentData> GetFrameData(int frame);

@@ -195,7 +195,7 @@ class PEDFLUX_API Project {
     int GetRandomSeed();
     void SetRandomSeed(int seed);
     /// By what the numbers of people in all events are multiplied. 1 unless set.
-    double GetPopulationMultiplier();
+    double GetPopulationMultiplier() const;
     /// @param multiplier 0 or more
     void SetPopulationMultiplier(double multiplier);
 

@@ -20,6 +20,7 @@ struct LiveRun;
 struct SimulationOptionsAccess;
 }  // namespace engine
 
+class ElevatorCar;
 class Project;
 
 /// How a simulation is to run. Results depend on the seed and never on the number of threads.
@@ -89,6 +90,10 @@ class PEDFLUX_API FrameSummary {
     std::vector<std::shared_ptr<Agent>> GetAgentsThatEntered(GlobalId const& object);
     /// The agents that went off a walkable object or out through a portal.
     std::vector<std::shared_ptr<Agent>> GetAgentsThatExited(GlobalId const& object);
+    /// The agents that were given a token.
+    std::vector<std::shared_ptr<Agent>> GetAgentsThatReceived(GlobalId const& token);
+    /// The agents from whom a token was taken.
+    std::vector<std::shared_ptr<Agent>> GetAgentsThatLost(GlobalId const& token);
 
   private:
     std::shared_ptr<engine::FrameChanges const> changes_;
@@ -184,6 +189,34 @@ class PEDFLUX_API Simulation {
     bool IsGateOpenToAll(GlobalId const& gate, ConnectionObjectDirection direction);
     bool IsGateClosedToAll(GlobalId const& gate);
     bool IsGateClosedToAll(GlobalId const& gate, ConnectionObjectDirection direction);
+
+    /// Opens the entrance of a server: people may be served. It stays so until it is closed or reset.
+    void OpenServerEntrance(GlobalId const& server);
+    /// Nobody goes to be served any more; who is being served is served to the end.
+    void CloseServerEntrance(GlobalId const& server);
+    /// Leaves the entrance to the project's rules again: open where none says otherwise.
+    void ResetServerEntrance(GlobalId const& server);
+    bool IsServerEntranceOpenToAll(GlobalId const& server);
+    bool IsServerEntranceClosedToAll(GlobalId const& server);
+    /// Opens the exit of a server: who has been served may go on.
+    void OpenServerExit(GlobalId const& server);
+    /// Who has been served stays until the exit is opened.
+    void CloseServerExit(GlobalId const& server);
+    /// Leaves the exit to the project's rules again: open where none says otherwise.
+    void ResetServerExit(GlobalId const& server);
+    bool IsServerExitOpenToAll(GlobalId const& server);
+    bool IsServerExitClosedToAll(GlobalId const& server);
+
+    /// The value of a tally object after the frames so far.
+    double GetTallyValue(GlobalId const& tally) const;
+    /// Adds to the value of a tally object, within its bounds.
+    void AddToTallyValue(GlobalId const& tally, double value);
+    /// Sets a tally object back to its default value.
+    void ResetTallyValue(GlobalId const& tally);
+
+    /// The car of an elevator.
+    std::shared_ptr<ElevatorCar> GetElevatorCar(GlobalId const& elevator);
+    std::shared_ptr<ElevatorCar> GetElevatorCar(std::string const& elevator);
 
     /// Whether a way leads from a point of a walkable object to another object: a portal, a walkable object or a zone.
     bool ExistsPathTo(GlobalId const& start, Vec3d const& point, GlobalId const& goal);

@@ -25,6 +25,14 @@ class SurfaceTest {
         return new TreeSet<>(Files.readAllLines(Path.of(System.getProperty("pedflux.test.exports"))));
     }
 
+    /** Programs are compiled against these names; each is a promise. */
+    @Test
+    void theSurfaceIsWhole() throws IOException {
+        TreeSet<String> promised = new TreeSet<>(Files.readAllLines(Path.of(System.getProperty("pedflux.test.promised"))));
+        assertEquals(4632, promised.size());
+        assertEquals(promised, listed());
+    }
+
     @Test
     void javaDeclaresWhatIsListed() throws IOException {
         TreeSet<String> natives = new TreeSet<>();

@@ -1,0 +1,52 @@
+#include "engine/geometry/checks.h"
+
+#include <pedflux/agents.h>
+#include <pedflux/elevators.h>
+#include <pedflux/simulation.h>
+
+#include <string>
+
+/// Rules of a project that simulations do not follow yet. They refuse, so that nobody takes silence for a result.
+namespace pedflux {
+
+namespace {
+
+[[noreturn]] void refuse_what_is_not_simulated(std::string const& what) {
+    engine::refuse(what + " are not part of simulations of this engine yet");
+}
+
+}  // namespace
+
+#define NOT_SIMULATED(Operation, what) \
+    Operation { refuse_what_is_not_simulated(what); }
+
+NOT_SIMULATED(bool Agent::HasNetwork(), "Networks")
+NOT_SIMULATED(GlobalId Agent::GetNetwork(), "Networks")
+NOT_SIMULATED(void Agent::SetNetwork(GlobalId const&), "Networks")
+NOT_SIMULATED(void Agent::SetNetworkToGlobal(), "Networks")
+NOT_SIMULATED(void Agent::ResetNetwork(), "Networks")
+NOT_SIMULATED(TaskType Agent::GetCurrentTaskType(), "Tasks")
+NOT_SIMULATED(bool Agent::HasCurrentTaskGoalId(), "Tasks")
+NOT_SIMULATED(std::vector<GlobalId> Agent::GetCurrentTaskGoalIds(), "Tasks")
+NOT_SIMULATED(void Agent::AddTaskAsActive(std::shared_ptr<Task> const&), "Tasks")
+NOT_SIMULATED(void Agent::AddTaskAsLast(std::shared_ptr<Task> const&), "Tasks")
+NOT_SIMULATED(void Agent::ClearTasks(), "Tasks")
+NOT_SIMULATED(bool Agent::HasElevatorTripDestinationStop(), "Elevators")
+NOT_SIMULATED(ElevatorStop Agent::GetElevatorTripDestinationStop(), "Elevators")
+NOT_SIMULATED(std::shared_ptr<ElevatorCar> Simulation::GetElevatorCar(GlobalId const&), "Elevators")
+NOT_SIMULATED(std::shared_ptr<ElevatorCar> Simulation::GetElevatorCar(std::string const&), "Elevators")
+NOT_SIMULATED(void Simulation::OpenServerEntrance(GlobalId const&), "Servers")
+NOT_SIMULATED(void Simulation::CloseServerEntrance(GlobalId const&), "Servers")
+NOT_SIMULATED(void Simulation::ResetServerEntrance(GlobalId const&), "Servers")
+NOT_SIMULATED(bool Simulation::IsServerEntranceOpenToAll(GlobalId const&), "Servers")
+NOT_SIMULATED(bool Simulation::IsServerEntranceClosedToAll(GlobalId const&), "Servers")
+NOT_SIMULATED(void Simulation::OpenServerExit(GlobalId const&), "Servers")
+NOT_SIMULATED(void Simulation::CloseServerExit(GlobalId const&), "Servers")
+NOT_SIMULATED(void Simulation::ResetServerExit(GlobalId const&), "Servers")
+NOT_SIMULATED(bool Simulation::IsServerExitOpenToAll(GlobalId const&), "Servers")
+NOT_SIMULATED(bool Simulation::IsServerExitClosedToAll(GlobalId const&), "Servers")
+NOT_SIMULATED(double Simulation::GetTallyValue(GlobalId const&) const, "Tallies")
+NOT_SIMULATED(void Simulation::AddToTallyValue(GlobalId const&, double), "Tallies")
+NOT_SIMULATED(void Simulation::ResetTallyValue(GlobalId const&), "Tallies")
+
+}  // namespace pedflux
