@@ -218,8 +218,11 @@ void set_scheme(Vehicle& vehicle, VehiclePopulationType population, EventColorSc
 
 engine::ColorRule const& rule_at(Vehicle& vehicle, VehiclePopulationType population, int index) {
     auto const& rules = traits_of(vehicle, population).color_rules;
-    auto const title = title_of(state_of<VehicleState>(vehicle));
-    return rules[engine::require_index(title + ": colour rule", index, rules.size())];
+    if (index < 0 || static_cast<std::size_t>(index) >= rules.size()) {
+        engine::refuse(title_of(state_of<VehicleState>(vehicle)) + ": there is no colour rule " +
+                       std::to_string(index) + ", it has " + std::to_string(rules.size()));
+    }
+    return rules[static_cast<std::size_t>(index)];
 }
 
 Color half_way(Color color, Color other) {
