@@ -3,6 +3,8 @@
 
 #include <pedflux/access_rules.h>
 
+#include <algorithm>
+
 namespace pedflux {
 
 using engine::AccessCycle;
@@ -17,7 +19,7 @@ namespace {
 /// Sets one part of the cycle. In a cycle that there was not, the other part lasts as long.
 void set_cycle_part(SimObject& access, int AccessCycle::*part, int seconds) {
     auto const& cycle = engine::state_of<AccessState>(access).cycle;
-    AccessCycle changed = cycle ? *cycle : AccessCycle{seconds, seconds};
+    AccessCycle changed = cycle ? *cycle : AccessCycle{std::max(seconds, 1), std::max(seconds, 1)};
     changed.*part = seconds;
     set(access, &AccessState::cycle, changed);
 }
