@@ -78,7 +78,7 @@ TEST_F(Objects, SettersNameTheObjectThePropertyTheValueAndTheRange) {
         {[&] { flight->SetPriorityDirection(static_cast<ConnectionObjectDirection>(9)); },
          "Stair 'Up': priority.direction must be one of"},
         {[&] { flight->SetEntranceDelayDistribution(nullptr); },
-         "Stair 'Up': entranceDelayDistribution must be a distribution, not empty"},
+         "Stair 'Up': entranceDelayDistribution must be given, not empty"},
         {[&] { flight->SetExitDelayDistribution(Distribution::CreateUniform(-1, 5)); },
          "a distribution of values at least 0 s, not one that reaches -1"},
         {[&] { flight->SetExitDelayDistribution(Distribution::CreateUniform(5, 1)); }, "must be a valid distribution"},

@@ -48,7 +48,7 @@ TEST_F(SceneObjects, RefuseWhatMakesNoSenseAndSayWhatWouldBeRight) {
         {[&] {
              project->CreateServer("Second", std::vector<Vec3d>{{0, 0, 0}});
          },
-         "two vertices"},
+         "polyline has 1 vertices; it must have at least two"},
         {[&] { desk->GetCapacityLimit(); }, "Server 'Desk' has no capacityLimit"},
         {[&] { desk->IsAutoCapacityLimit(); }, "Server 'Desk' has no capacityLimit"},
         {[&] { desk->SetFixedCapacityLimit(0); }, "Server 'Desk': capacityLimit.limit must be at least 1, not 0"},
