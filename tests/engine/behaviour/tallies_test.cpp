@@ -195,7 +195,7 @@ TEST_F(Tallies, NameObjectsOfTheRightKindOnceAProjectTakesThem) {
          "no object of the project has"},
     };
     for (auto const& [tally, expected] : cases) {
-        auto const message = refusal([&] { counter->SetTallyValueByCount(tally); });
+        auto const message = refusal([&, &given = tally] { counter->SetTallyValueByCount(given); });
         EXPECT_THAT(message, HasSubstr(expected));
         EXPECT_THAT(message, HasSubstr("TallyObject 'Counter'"));
         EXPECT_EQ(counter->GetTallyValueType(), TallyValueType::VARIABLE);
