@@ -20,6 +20,8 @@ constexpr double at_line = 0.05;
 constexpr double look_beyond = 0.3;
 /// How much of a wide opening people share who come from one side, in metres.
 constexpr double widest_spread = 3;
+/// How far from the ends of an opening people aim, in metres: a body and a hand's breadth.
+constexpr double beside_post = 0.3;
 /// Slower than this (metres per second) a person stands.
 constexpr double standing = 0.1;
 constexpr double running = 2.5;
@@ -81,17 +83,19 @@ bool is_due(LiveRun const& run, PlaceIndex origin) {
     return next < waiting.size() && waiting[next].due <= run.seconds();
 }
 
-/// Where to walk on an opening. People who come from one side would all aim at its near end; each has an own share of
-/// the width instead, the nearer the more straight on. Shares of people who come one after the other lie far apart:
-/// they are the multiples of the golden ratio.
+/// Where to walk on an opening: straight on where that leads into it. Those who come from beside it would all aim at
+/// its near post; each has an own share of the width instead, the nearer the less. Shares of people who come one after
+/// the other lie far apart: they are the multiples of the golden ratio.
 Point aim_at(Segment opening, Point position, std::uint32_t key) {
+    Point const nearest = nearest_point(opening, position);
     double const length = distance(opening.from, opening.to);
-    if (length == 0) return opening.from;
-    double const nearest = nearest_fraction(opening, position) * length;
-    double const spread = std::min({length, widest_spread, distance(opening, position)});
-    double const first = std::clamp(nearest - spread / 2, 0.0, length - spread);
+    double const from_start = distance(opening.from, nearest);
+    double const from_post = std::min(from_start, length - from_start);
+    if (from_post >= beside_post || length < 4 * beside_post) return nearest;
+    double const spread = std::min({length - beside_post, widest_spread, distance(nearest, position) / 2});
     double const turns = key * (std::numbers::phi - 1);
-    return at(opening, (first + (turns - std::floor(turns)) * spread) / length);
+    double const inwards = (turns - std::floor(turns)) * spread;
+    return at(opening, (from_start < length / 2 ? inwards : length - inwards) / length);
 }
 
 /// Where to walk to get over a line that leads on.
