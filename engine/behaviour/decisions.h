@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <iterator>
 #include <limits>
-#include <ranges>
 #include <vector>
 
 /// Questions joined by "and", "or" and "not", flattened: only the questions are left, and each says where to go on for
@@ -40,13 +40,17 @@ bool decide(Decisions<Question> const& decisions, DecisionIndex from, Ask const&
 
 template <class Children, class Append>
 DecisionIndex append_all_of(Children const& children, DecisionIndex if_yes, DecisionIndex if_no, Append const& append) {
-    for (auto const& child : std::views::reverse(children)) if_yes = append(child, if_yes, if_no);
+    for (auto child = std::rbegin(children); child != std::rend(children); ++child) {
+        if_yes = append(*child, if_yes, if_no);
+    }
     return if_yes;
 }
 
 template <class Children, class Append>
 DecisionIndex append_any_of(Children const& children, DecisionIndex if_yes, DecisionIndex if_no, Append const& append) {
-    for (auto const& child : std::views::reverse(children)) if_no = append(child, if_yes, if_no);
+    for (auto child = std::rbegin(children); child != std::rend(children); ++child) {
+        if_no = append(*child, if_yes, if_no);
+    }
     return if_no;
 }
 
