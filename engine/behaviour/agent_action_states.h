@@ -292,21 +292,46 @@ struct RepeatWhileTestTrueActionState : RepeatState {
 #undef ACTION_KIND
 
 /// Calls KIND(Class) for every class of actions.
-#define PEDFLUX_AGENT_ACTIONS(KIND)                                                                                   \
-    KIND(DoNothingAction)                                                                                             \
-    KIND(NamedAction)                                                                                                 \
-    KIND(ExitSimulationAction)                                                                                        \
-    KIND(SeekAreaAction) KIND(SeekPortalAction) KIND(SeekProcessStartAction) KIND(SeekZoneAction)                     \
-        KIND(SeekInitialGoalAction) KIND(SeekOriginAction) KIND(EvacuateZoneAction) KIND(FollowSignAction)            \
-            KIND(WaitForDurationAction) KIND(WaitForeverAction) KIND(WaitUntilTimeAction)                             \
-                KIND(WaitWhileTestTrueAction) KIND(AddToTallyAction) KIND(AddTokensAction) KIND(ClearTokensAction)    \
-                    KIND(SetAvatarAction) KIND(ClearAvatarAction) KIND(SetColorAction) KIND(ClearColorAction)         \
-                        KIND(SetNetworkAction) KIND(ClearNetworkAction) KIND(ClearHistoryAction)                      \
-                            KIND(ClearTasksAction) KIND(ListAction) KIND(ChooseFromSetAction) KIND(ApplyActionAction) \
-                                KIND(IfThenAction) KIND(IfThenElseAction) KIND(DoUntilDurationEndsAction)             \
-                                    KIND(DoUntilTestFailsAction) KIND(DoUntilTimeAction) KIND(RepeatForCountAction)   \
-                                        KIND(RepeatForDurationAction) KIND(RepeatForeverAction)                       \
-                                            KIND(RepeatUntilTimeAction) KIND(RepeatWhileTestTrueAction)
+#define PEDFLUX_AGENT_ACTIONS(KIND) \
+    KIND(DoNothingAction)           \
+    KIND(NamedAction)               \
+    KIND(ExitSimulationAction)      \
+    KIND(SeekAreaAction)            \
+    KIND(SeekPortalAction)          \
+    KIND(SeekProcessStartAction)    \
+    KIND(SeekZoneAction)            \
+    KIND(SeekInitialGoalAction)     \
+    KIND(SeekOriginAction)          \
+    KIND(EvacuateZoneAction)        \
+    KIND(FollowSignAction)          \
+    KIND(WaitForDurationAction)     \
+    KIND(WaitForeverAction)         \
+    KIND(WaitUntilTimeAction)       \
+    KIND(WaitWhileTestTrueAction)   \
+    KIND(AddToTallyAction)          \
+    KIND(AddTokensAction)           \
+    KIND(ClearTokensAction)         \
+    KIND(SetAvatarAction)           \
+    KIND(ClearAvatarAction)         \
+    KIND(SetColorAction)            \
+    KIND(ClearColorAction)          \
+    KIND(SetNetworkAction)          \
+    KIND(ClearNetworkAction)        \
+    KIND(ClearHistoryAction)        \
+    KIND(ClearTasksAction)          \
+    KIND(ListAction)                \
+    KIND(ChooseFromSetAction)       \
+    KIND(ApplyActionAction)         \
+    KIND(IfThenAction)              \
+    KIND(IfThenElseAction)          \
+    KIND(DoUntilDurationEndsAction) \
+    KIND(DoUntilTestFailsAction)    \
+    KIND(DoUntilTimeAction)         \
+    KIND(RepeatForCountAction)      \
+    KIND(RepeatForDurationAction)   \
+    KIND(RepeatForeverAction)       \
+    KIND(RepeatUntilTimeAction)     \
+    KIND(RepeatWhileTestTrueAction)
 
 /// A named action.
 struct AgentActionObjectState : ObjectState {
