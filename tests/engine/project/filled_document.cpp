@@ -85,6 +85,15 @@ class Filler {
         value = Distribution::CreateUniform(least, within(Range{least, range.most}));
     }
     void fill(std::shared_ptr<AvatarPreset>& value, NoRule) { value = Project::GetAvatarPresets().back(); }
+    /// Most ranges are right with triggers only.
+    void fill(std::shared_ptr<TriggerRange>& value, Required) {
+        value = std::make_shared<OverDurationTriggerRange>(std::make_shared<SimulationStartTrigger>(60), 120);
+    }
+    /// A period belongs to what adds.
+    void fill(TallyCommand& value, NoRule) {
+        value.resets = true;
+        value.period = static_cast<int>(next());
+    }
     /// The numbers of a population belong together.
     void fill(Population& value, NoRule) {
         value = empty_population(PopulationSourceTypeId::OD_MATRIX);
