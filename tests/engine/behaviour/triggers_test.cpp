@@ -154,14 +154,14 @@ TEST_F(Triggers, TakeTheChildrenThatTheySayAreValid) {
         for (auto const& child : one_of_each()) {
             bool const valid = takes_instants || child->IsInterval();
             EXPECT_EQ(parent.IsValidChild(child), valid) << parent.GetTriggerTypeId() << written(child);
-            auto const message = refusal([&] { take(child); });
+            auto const message = refusal([&, &take = take] { take(child); });
             EXPECT_EQ(message.empty(), valid) << message;
             if (!valid) {
                 EXPECT_THAT(message, HasSubstr("must be a trigger that holds for spans of time, not "));
             }
         }
         EXPECT_FALSE(parent.IsValidChild(nullptr));
-        EXPECT_THAT(refusal([&] { take(nullptr); }), HasSubstr("must be given, not empty"));
+        EXPECT_THAT(refusal([&, &take = take] { take(nullptr); }), HasSubstr("must be given, not empty"));
     }
     EXPECT_FALSE(at(1)->IsValidChild(running));
 
