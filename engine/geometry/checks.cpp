@@ -60,9 +60,12 @@ Vector require_direction(std::string_view what, Vector direction) {
 }
 
 std::size_t require_index(std::string_view element, int index, std::size_t count) {
-    if (index < 0 || static_cast<std::size_t>(index) >= count)
+    if (index < 0 || static_cast<std::size_t>(index) >= count) {
+        if (count == 0)
+            refuse("There is no " + std::string(element) + " " + std::to_string(index) + ", there are none");
         refuse(
             sentence(std::string(element) + " index", std::to_string(index), "from 0 to " + std::to_string(count - 1)));
+    }
     return static_cast<std::size_t>(index);
 }
 

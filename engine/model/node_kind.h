@@ -100,8 +100,8 @@ NodePointer make_node(Edit const& edit) {
     NodePointer node = NodeFunctions<Base, State>::make();
     auto& state = static_cast<State&>(*node);
     edit(state);
-    check_node(owner_of(state), "", state);
     with_nodes(state, [&](std::string_view name, auto const& held) { require_may_hold(state, name, node_of(*held)); });
+    check_node(owner_of(state), "", state);
     return node;
 }
 /// A node with the defaults. Parts that are required can still be empty; an object of a project refuses it then.

@@ -130,10 +130,11 @@ void set(Face& face, Member State::*member, Value&& value) {
     State& state = state_of<State>(face);
     with_field(state, member, [&](std::string_view name, Member& field, auto const& rule) {
         Member stored(std::forward<Value>(value));
-        check_value(owner_of(state), std::string(name), stored, rule);
+        // First how far it reaches, since the check goes all the way.
         if constexpr (IS_NODE_POINTER<Member>) {
             if (stored) require_may_hold(state, name, node_of(*stored));
         }
+        check_value(owner_of(state), std::string(name), stored, rule);
         field = std::move(stored);
     });
 }

@@ -422,7 +422,7 @@ class PEDFLUX_API Project {
     std::shared_ptr<Visual> GetVisual(std::string const& name);
     std::vector<std::shared_ptr<Visual>> GetVisuals();
 
-    /// A picture on a rectangle.
+    /// A rectangle with text.
     std::shared_ptr<Billboard> CreateBillboard(std::string const& name,
                                                std::shared_ptr<RectangleGeometry> const& rectangle);
     std::shared_ptr<Billboard> GetBillboard(GlobalId const& id);
@@ -679,14 +679,15 @@ class PEDFLUX_API Project {
 
     /// A query of the values of tally objects in a run, over time. The identifier is that of a run.
     std::shared_ptr<TallyGraphQuery> CreateTallyGraphQuery(std::string const& name, GlobalId const& simulationRun);
-    std::shared_ptr<TallyGraphQuery> CreateTallyGraphQuery(std::string const& name, std::vector<GlobalId> const& ids);
+    std::shared_ptr<TallyGraphQuery> CreateTallyGraphQuery(std::string const& name,
+                                                           std::vector<GlobalId> const& simulationRuns);
     std::shared_ptr<TallyGraphQuery> GetTallyGraphQuery(GlobalId const& id);
     std::shared_ptr<TallyGraphQuery> GetTallyGraphQuery(std::string const& name);
     std::vector<std::shared_ptr<TallyGraphQuery>> GetTallyGraphQueries();
 
     /// A query of the density in volumes in a run, over time.
     std::shared_ptr<VolumeDensityGraphQuery> CreateVolumeDensityGraphQuery(std::string const& name,
-                                                                           std::vector<GlobalId> const& ids);
+                                                                           std::vector<GlobalId> const& simulationRuns);
     std::shared_ptr<VolumeDensityGraphQuery> CreateVolumeDensityGraphQuery(std::string const& name,
                                                                            GlobalId const& simulationRun);
     std::shared_ptr<VolumeDensityGraphQuery> GetVolumeDensityGraphQuery(GlobalId const& id);

@@ -55,7 +55,9 @@ TEST(Tasks, HoldWhatTheyWereGivenAndNeverChange) {
         ASSERT_EQ(order.goals.size(), expected.goals);
         EXPECT_EQ(order.erase_route_history, expected.erases);
         EXPECT_EQ(order.seconds, expected.seconds);
-        if (expected.goals > 0) EXPECT_TRUE(GlobalId(order.goals.back()).InternalEquals(first));
+        if (expected.goals > 0) {
+            EXPECT_TRUE(GlobalId(order.goals.back()).InternalEquals(first));
+        }
         EXPECT_EQ(order.style != nullptr, std::dynamic_pointer_cast<WaitTask>(expected.task) != nullptr);
     }
 

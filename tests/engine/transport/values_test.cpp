@@ -23,8 +23,12 @@ void expect_in_order(std::vector<Value> const& values) {
             int const compared = values[a].InternalCompare(copy);
             EXPECT_EQ((compared > 0) - (compared < 0), (a > b) - (a < b)) << a << " and " << b;
             EXPECT_EQ(values[a].InternalEquals(copy), a == b) << a << " and " << b;
-            if (a == b) EXPECT_EQ(values[a].InternalHashCode(), copy.InternalHashCode());
-            if (a != b) EXPECT_NE(values[a].InternalHashCode(), copy.InternalHashCode()) << a << " and " << b;
+            if (a == b) {
+                EXPECT_EQ(values[a].InternalHashCode(), copy.InternalHashCode());
+            }
+            if (a != b) {
+                EXPECT_NE(values[a].InternalHashCode(), copy.InternalHashCode()) << a << " and " << b;
+            }
         }
     }
 }
