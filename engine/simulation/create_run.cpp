@@ -57,7 +57,8 @@ crowd::Plan crowd_plan(FloorPlan const& plan, navigation::Navigation const& navi
 }
 
 /// Marks the places that people go to, so that routes to them are found.
-void mark_goals(Places& places, Newcomers const& newcomers, std::vector<GlobalId> const& extra_goals) {
+void mark_goals(Places& places, Newcomers const& newcomers, AgentRules const& rules,
+                std::vector<GlobalId> const& extra_goals) {
     constexpr navigation::DestinationIndex wanted = 0;
     for (auto const& waiting : newcomers.by_origin) {
         for (auto const& person : waiting) {
@@ -66,6 +67,9 @@ void mark_goals(Places& places, Newcomers const& newcomers, std::vector<GlobalId
     }
     for (auto const& choices : newcomers.choices) {
         for (auto const place : choices) places[place].destination = wanted;
+    }
+    for (auto const place : rules.places) {
+        if (place != no_place) places[place].destination = wanted;
     }
     for (auto const& goal : extra_goals) places[places.of(goal)].destination = wanted;
 }
@@ -155,6 +159,7 @@ LiveRun::LiveRun(LiveRunInput&& input)
       navigation(navigation_input(plan, places)),
       crowd(crowd_plan(plan, navigation), {}, input.threads),
       workers(input.threads),
+      rules(std::move(input.rules)),
       newcomers(std::move(input.newcomers)) {}
 
 LiveRun::~LiveRun() {
@@ -169,9 +174,10 @@ std::shared_ptr<LiveRun> create_run(Document const& document, RunSettings const&
     auto plan = floor_plan_of(document);
     Places places(document, plan);
     auto newcomers = newcomers_of(document, places, settings.seed);
-    mark_goals(places, newcomers, settings.extra_goals);
+    auto rules = agent_rules_of(document, plan, places);
+    mark_goals(places, newcomers, rules, settings.extra_goals);
     auto const run = std::make_shared<LiveRun>(
-        LiveRunInput{std::move(plan), std::move(places), std::move(newcomers), settings.threads});
+        LiveRunInput{std::move(plan), std::move(places), std::move(newcomers), std::move(rules), settings.threads});
     run->project = document.copy();
     run->seed = settings.seed;
     run->frame_rate = document.settings.frame_rate;

@@ -15,6 +15,7 @@ struct LiveRunInput {
     FloorPlan plan;
     Places places;
     Newcomers newcomers;
+    AgentRules rules;
     unsigned threads = 1;
 };
 

@@ -95,7 +95,7 @@ void stop(LiveRun& run) {
     for (auto const& person : run.persons) {
         auto const id_of = [&](PlaceIndex place) { return place == no_place ? GlobalId() : run.places[place].id; };
         bool const is_here = person.fate == Person::Fate::HERE;
-        agents.push_back({person.origin.profile, id_of(person.origin.origin), id_of(person.goal), person.first_frame,
+        agents.push_back({person.origin.profile, id_of(person.origin.origin), id_of(person.doings.last_goal), person.first_frame,
                           is_here ? run.frame : person.last_frame, person.fate == Person::Fate::ARRIVED});
     }
     run.writer->finish(agents);

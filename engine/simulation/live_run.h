@@ -4,6 +4,8 @@
 #include "engine/crowd/worker_pool.h"
 #include "engine/navigation/navigation.h"
 #include "engine/results/run_writer.h"
+#include "engine/simulation/agent_doings.h"
+#include "engine/simulation/agent_rules.h"
 #include "engine/simulation/floor_plan.h"
 #include "engine/simulation/places.h"
 #include "engine/simulation/population.h"
@@ -49,6 +51,7 @@ struct Person {
     bool controlled = false;
     bool adjustable = true;
     std::optional<Point> direction_override;
+    Doings doings;
     std::shared_ptr<Agent> face;
 };
 
@@ -121,6 +124,7 @@ struct LiveRun : std::enable_shared_from_this<LiveRun> {
     std::vector<GateState> gates;        ///< of each passageway
 
     // The people.
+    AgentRules rules;  ///< what they are told to do
     Newcomers newcomers;
     std::vector<std::size_t> next_newcomer;  ///< of each place, in its list
     std::vector<std::uint32_t> entered_at;   ///< of each doorway, how many came in

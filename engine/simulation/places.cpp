@@ -33,7 +33,8 @@ std::vector<navigation::RegionIndex> regions_of(ZoneState const& zone, FloorPlan
 
 }  // namespace
 
-Places::Places(Document const& document, FloorPlan const& plan) {
+Places::Places(Document const& document, FloorPlan const& plan)
+    : region_count_(static_cast<navigation::RegionIndex>(plan.surfaces.size())) {
     for (std::size_t i = 0; i < plan.doorways.size(); ++i) {
         places_.push_back({plan.doorways[i].id, plan.doorways[i].title, static_cast<std::uint32_t>(i), {}});
     }
@@ -48,7 +49,8 @@ Places::Places(Document const& document, FloorPlan const& plan) {
 
 PlaceIndex Places::of(GlobalId const& object) {
     auto const is_object = [&](auto const& other) { return other.id.InternalEquals(object); };
-    if (auto const place = std::ranges::find_if(places_, is_object); place != places_.end()) {
+    auto const is_place = [&](Place const& other) { return !other.is_outside && is_object(other); };
+    if (auto const place = std::ranges::find_if(places_, is_place); place != places_.end()) {
         return static_cast<PlaceIndex>(place - places_.begin());
     }
     auto const area = std::ranges::find_if(areas_, is_object);
@@ -58,6 +60,22 @@ PlaceIndex Places::of(GlobalId const& object) {
     }
     if (area->regions.empty()) refuse(area->title + " has no member that people can walk on");
     places_.push_back({area->id, area->title, no_place, area->regions});
+    return static_cast<PlaceIndex>(places_.size() - 1);
+}
+
+PlaceIndex Places::outside_of(GlobalId const& zone) {
+    auto const is_outside = [&](Place const& other) { return other.is_outside && other.id.InternalEquals(zone); };
+    if (auto const found = std::ranges::find_if(places_, is_outside); found != places_.end()) {
+        return static_cast<PlaceIndex>(found - places_.begin());
+    }
+    Place const inside = places_[of(zone)];
+    Place outside{inside.id, "the outside of " + inside.title, no_place, {}};
+    outside.is_outside = true;
+    for (navigation::RegionIndex region = 0; region < region_count_; ++region) {
+        if (std::ranges::find(inside.regions, region) == inside.regions.end()) outside.regions.push_back(region);
+    }
+    if (outside.regions.empty()) refuse(inside.title + " is all of the building, so nobody can go out of it");
+    places_.push_back(std::move(outside));
     return static_cast<PlaceIndex>(places_.size() - 1);
 }
 

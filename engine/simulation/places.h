@@ -26,6 +26,8 @@ struct Place {
     std::vector<navigation::RegionIndex> regions;  ///< of an area
     navigation::DestinationIndex destination = navigation::none;
 
+    bool is_outside = false;  ///< of the object, which is a zone
+
     bool is_portal() const { return doorway != no_place; }
 };
 
@@ -41,6 +43,8 @@ class Places {
 
     /// The place of an object: a portal, a floor, a connection or a zone that takes part. Throws Exception for others.
     PlaceIndex of(GlobalId const& object);
+    /// All regions that do not belong to a zone. Throws Exception when there are none.
+    PlaceIndex outside_of(GlobalId const& zone);
     /// The region of a walkable object, or `none`.
     navigation::RegionIndex region_of(GlobalId const& object) const;
 
@@ -52,6 +56,7 @@ class Places {
     };
 
     std::vector<Place> places_;
+    navigation::RegionIndex region_count_ = 0;
     std::vector<Area> areas_;  ///< all objects that can become places
 };
 

@@ -49,6 +49,7 @@ class Planner {
             Newcomer person = person_of(document_, event.profile.value_or(GlobalId()), seed_, key);
             person.due = arrival.time;
             person.origin = origins[static_cast<std::size_t>(arrival.origin)];
+            person.event = event.id;
             person.color = agent_color_of(event);
             if (arrival.destination == LOWEST_COST_DESTINATION) person.choices = choices;
             if (arrival.destination >= 0) {
@@ -101,6 +102,7 @@ Newcomer person_of(Document const& document, GlobalId const& profile, std::uint6
     person.speed = sample(*state.speed, random);
     person.radius = sample(*state.radius, random);
     person.side_bias = side_of(state.direction_bias);
+    person.avatar = state.avatar;
     return person;
 }
 

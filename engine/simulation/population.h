@@ -26,6 +26,7 @@ struct Newcomer {
     double speed = 1.34;
     double radius = 0.2;
     double side_bias = 0;
+    GlobalId event;  ///< that brings it; invalid for those whom a program asked for
     GlobalId profile;
     std::optional<GlobalId> avatar;
     Color color;

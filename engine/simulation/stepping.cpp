@@ -3,6 +3,7 @@
 #include "engine/geometry/checks.h"
 #include "engine/results/agent_data.h"
 #include "engine/simulation/admission.h"
+#include "engine/simulation/agent_actions.h"
 
 #include <algorithm>
 #include <cmath>
@@ -124,7 +125,7 @@ void choose_way(LiveRun const& run, Walker& walker) {
         walker.way = Walker::Way::LOST;
         return;
     }
-    if (walker.starts_at > run.seconds()) return;
+    if (walker.starts_at > run.seconds() && !person.doings.task) return;
     walker.way = Walker::Way::WALKS;
     Point const aim = aim_at(step.target, walker.position, person.origin.key);
     if (step.kind == RouteStep::Kind::CONNECTION) {
@@ -148,6 +149,7 @@ void say_lost(LiveRun& run, Walker const& walker) {
 }
 
 void choose_ways(LiveRun& run) {
+    act_all(run);
     run.workers.for_ranges(run.walkers.size(), grain, [&](std::size_t first, std::size_t last) {
         for (auto i = first; i < last; ++i) choose_way(run, run.walkers[i]);
     });
@@ -194,7 +196,7 @@ void note_region(LiveRun& run, Walker& walker) {
     run.changes->exited.emplace_back(run.plan.surfaces[walker.region].id, person.face);
     run.changes->entered.emplace_back(run.plan.surfaces[region].id, person.face);
     if (walker.region >= run.plan.floor_count) person.previous_connection = walker.region;
-    walker.region = region;
+    act_on_crossing(run, walker, std::exchange(walker.region, region));
 }
 
 /// Reads where everybody got to, and lets out who has arrived.
@@ -208,7 +210,8 @@ void note_positions(LiveRun& run) {
         walker.position = run.crowd.position(walker.body);
         walker.walked += length_factor * distance(before, walker.position);
         note_region(run, walker);
-        if (walker.way != Walker::Way::ARRIVED && !has_reached_portal(run, walker, before)) {
+        bool const arrived = walker.way == Walker::Way::ARRIVED || has_reached_portal(run, walker, before);
+        if (!arrived || stays_on_arrival(person)) {
             if (is_outside(run, walker, before)) {
                 run.crowd.place(walker.body, before, walker.region);
                 walker.position = before;
@@ -288,6 +291,7 @@ std::uint32_t enter(LiveRun& run, Newcomer const& newcomer, navigation::RegionIn
     person.origin = newcomer;
     person.goal = newcomer.destination;
     person.color = newcomer.color;
+    person.avatar = newcomer.avatar;
     person.first_frame = run.frame + 1;
     person.last_frame = run.frame;
     person.face = std::make_shared<Agent>(run.weak_from_this(), static_cast<int>(agent));
@@ -309,6 +313,7 @@ std::uint32_t enter(LiveRun& run, Newcomer const& newcomer, navigation::RegionIn
     run.changes->created.push_back(person.face);
     run.changes->entered.emplace_back(run.plan.surfaces[region].id, person.face);
     run.persons.push_back(std::move(person));
+    instruct(run, run.walkers.back());
     return agent;
 }
 

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "engine/simulation/live_run.h"
+
+#include <pedflux/color.h>
+
+/// Agents who do what actions and tasks tell them.
+namespace pedflux::engine {
+
+struct TaskOrder;
+
+/// Gives somebody who comes in what its portal, event and profile tell it, and its colour.
+void instruct(LiveRun& run, Walker& walker);
+
+/// Lets everybody do what it has to; those whom an action lets leave are gone afterwards.
+void act_all(LiveRun& run);
+/// Lets one do so at once; it may have left afterwards.
+void act(LiveRun& run, Walker& walker);
+
+/// Somebody came from one surface onto another.
+void act_on_crossing(LiveRun& run, Walker const& walker, navigation::RegionIndex from);
+
+/// Whether somebody who arrives stays, as it has something else to do.
+inline bool stays_on_arrival(Person const& person) {
+    return person.doings.task || person.doings.circulation != no_place;
+}
+
+/// Gives an order, to be done at once or after all others. Throws Exception when it cannot be done in the simulated
+/// project.
+void order(LiveRun& run, Walker& walker, TaskOrder const& task, bool at_once);
+/// Forgets all orders and goals.
+void clear_tasks(LiveRun& run, Walker& walker);
+
+}  // namespace pedflux::engine

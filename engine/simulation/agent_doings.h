@@ -1,0 +1,37 @@
+#pragma once
+
+#include "engine/behaviour/action_stack.h"
+#include "engine/navigation/navigation_input.h"
+#include "engine/simulation/places.h"
+
+#include <cstdint>
+#include <limits>
+#include <optional>
+
+/// What an agent is at, besides walking. Part of every person, so it knows nothing of the simulation.
+namespace pedflux::engine {
+
+/// A connection that an agent passes because a sign says so.
+struct SignedWay {
+    navigation::RegionIndex region = navigation::none;
+    navigation::DestinationIndex far_end = navigation::none;
+};
+
+struct Doings {
+    ActionStack actions;
+    std::optional<ActionTask> task;    ///< what takes its time now; none: it is on the way to its last goal
+    PlaceIndex task_goal = no_place;   ///< where the task leads
+    PlaceIndex last_goal = no_place;   ///< where it goes when there is nothing else to do, and leaves
+    std::optional<double> wait_after;  ///< seconds to wait when the initial actions are done
+    std::uint64_t tests = 0;           ///< how many tests were put to it
+    SignedWay sign;
+    std::uint32_t circulation = no_place;                               ///< which of the rules' circulations it is in
+    double circulates_until = std::numeric_limits<double>::infinity();  ///< seconds of the simulated clock
+    int portals_left = std::numeric_limits<int>::max();                 ///< to reach while it circulates
+    std::uint32_t portals_drawn = 0;
+    PlaceIndex portal = no_place;  ///< where it goes while it circulates; at first where it came from
+
+    bool has_something_to_do() const { return task || !actions.frames.empty() || circulation != no_place; }
+};
+
+}  // namespace pedflux::engine

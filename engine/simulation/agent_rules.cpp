@@ -1,0 +1,264 @@
+#include "engine/simulation/agent_rules.h"
+
+#include "engine/behaviour/event_states.h"
+#include "engine/geometry/checks.h"
+#include "engine/model/document.h"
+#include "engine/model/profile_state.h"
+#include "engine/model/scene_states.h"
+
+#include <pedflux/exception.h>
+
+#include <algorithm>
+#include <type_traits>
+
+namespace pedflux::engine {
+
+namespace {
+
+bool goes_to_objects(AgentActionTypeId type) {
+    return type >= AgentActionTypeId::SEEK_AREA && type <= AgentActionTypeId::FOLLOW_SIGN;
+}
+
+/// Throws Exception for a kind of action that simulations do not follow.
+void require_followed(ActionPlan const& plan, ActionNode const& node) {
+    switch (node.type) {
+        case AgentActionTypeId::SEEK_PROCESS_START:
+            refuse("simulations of this engine have no servers yet, so nobody can seek the start of a process");
+        case AgentActionTypeId::ADD_TO_TALLY:
+            refuse("simulations of this engine do not add to tallies yet");
+        case AgentActionTypeId::SET_NETWORK:
+            refuse("simulations of this engine do not follow networks yet");
+        default:
+            break;
+    }
+    if (node.style != NONE) engine::require_followed(*plan.styles[static_cast<std::size_t>(node.style)]);
+}
+
+/// Throws Exception for a question that simulations do not answer.
+struct RequireAnswered {
+    Mentions const& mentions;
+    std::vector<MentionIndex> const& objects;
+    Document const& document;
+
+    void operator()(ask::Events const&) const { refuse("simulations do not answer yet whether an event is active"); }
+    void operator()(ask::Servers const&) const { refuse("simulations of this engine have no servers yet"); }
+    void operator()(ask::Tallies const&) const { refuse("simulations do not answer yet how tallies compare"); }
+    void operator()(ask::AnyObject const& any) const {
+        for (auto i = any.objects.first; i < any.objects.first + any.objects.count; ++i) {
+            auto const* const object = document.find(mentions.objects[objects[i]]);
+            if (object != nullptr && object->kind->type == ObjectType::VOLUME) {
+                refuse("simulations do not answer yet who is in " + title_of(*object));
+            }
+        }
+    }
+    template <class Question>
+    void operator()(Question const&) const {}
+};
+
+class Compiler {
+  public:
+    Compiler(Document const& document, FloorPlan const& plan, Places& places)
+        : document_(document), plan_(plan), places_(places) {}
+
+    AgentRules take() {
+        for (auto const* const event : document_.objects<EventState>()) {
+            if (event->enabled) add(*event);
+        }
+        for (auto const* const profile : document_.objects<ProfileState>()) {
+            if (int const action = compiled(*profile, profile->initial_action); action != NONE) {
+                rules_.profiles[profile->id] = action;
+            }
+        }
+        for (auto const& surface : plan_.surfaces) rules_.surfaces.push_back(actions_of(surface));
+        for (auto const& doorway : plan_.doorways) {
+            auto const& portal = *document_.find<PortalState>(doorway.id);
+            rules_.doorways.push_back(
+                {compiled(portal, portal.enter_action), compiled(portal, portal.waypoint_action)});
+        }
+        for (auto const* const zone : document_.objects<ZoneState>()) add(*zone);
+        require_no_other_events();
+        mention_places();
+        return std::move(rules_);
+    }
+
+  private:
+    /// Does something for an object, which is named when it is refused.
+    template <class Action>
+    static void on_behalf(ObjectState const& object, Action const& action) try {
+        action();
+    } catch (Exception const& exception) {
+        refuse(title_of(object) + ": " + exception.GetMessage());
+    }
+
+    int compiled(ObjectState const& owner, std::shared_ptr<AgentAction> const& action) {
+        if (!action) return NONE;
+        int root = NONE;
+        on_behalf(owner, [&] {
+            auto const first = rules_.plan.nodes.size();
+            auto const first_time = rules_.plan.times.size();
+            root = compile(rules_.plan, document_, *action);
+            for (auto node = first; node < rules_.plan.nodes.size(); ++node) {
+                require_followed(rules_.plan, rules_.plan.nodes[node]);
+            }
+            for (auto time = first_time; time < rules_.plan.times.size(); ++time) {
+                require_known(rules_.plan.times[time]);
+            }
+            resolve_places(rules_, places_, first);
+            while (rules_.tests.size() < rules_.plan.tests.size()) {
+                rules_.tests.push_back(compiled_test(*rules_.plan.tests[rules_.tests.size()]));
+            }
+        });
+        return root;
+    }
+
+    TestPlan compiled_test(AgentTest const& test) {
+        auto const first_time = rules_.mentions.times.size();
+        auto compiled = compile(test, document_, rules_.mentions);
+        RequireAnswered const require{rules_.mentions, compiled.objects, document_};
+        for (auto const& decision : compiled.decisions) std::visit(require, decision.question);
+        for (auto time = first_time; time < rules_.mentions.times.size(); ++time) {
+            require_known(rules_.mentions.times[time]);
+        }
+        return compiled;
+    }
+
+    static void require_known(TimeInFrame const& time) {
+        if (time.frame == TimeReferenceFrame::AFTER_EVENT_START) {
+            refuse("simulations do not follow times after the start of an event yet");
+        }
+    }
+
+    void add(EventState const& event) {
+        EventRules rules;
+        rules.initial_action = compiled(event, event.initial_action);
+        if (event.color_scheme == EventColorSchemeType::RULES) {
+            for (auto const& rule : event.color_rules) {
+                on_behalf(event, [&] { rules.colors.push_back({compiled_test(*rule.test), rule.color}); });
+            }
+        }
+        if (auto const* const profile = document_.find<ProfileState>(event.profile.value_or(GlobalId()))) {
+            if (profile->network)
+                refuse(title_of(*profile) + ": simulations of this engine do not follow networks yet");
+        }
+        if (auto const* const evacuation = dynamic_cast<EvacuationState const*>(&event))
+            require_whole_building(*evacuation);
+        if (auto const* const circulate = dynamic_cast<CirculateState const*>(&event)) {
+            on_behalf(event, [&] { rules.circulation = circulation_of(*circulate); });
+        }
+        rules_.events[event.id] = std::move(rules);
+    }
+
+    static void require_whole_building(EvacuationState const& evacuation) {
+        on_behalf(evacuation, [&] { engine::require_followed(*evacuation.pre_movement_wait_style); });
+        if (!evacuation.zones.empty()) {
+            refuse(title_of(evacuation) +
+                   ": simulations of this engine do not clear zones of the people of other events yet");
+        }
+    }
+
+    std::uint32_t circulation_of(CirculateState const& circulate) {
+        CirculationRules rules;
+        for (auto const& portal : circulate.portals) rules.portals.push_back(places_.of(portal));
+        if (rules.portals.empty()) refuse("people who circulate need at least one portal to go to");
+        std::visit(
+            [&]<class Kind>(Kind const& kind) {
+                if constexpr (std::is_base_of_v<ForCount, Kind>) rules.count = law_of(*kind.count);
+                if constexpr (std::is_base_of_v<ForDuration, Kind>) rules.duration = law_of(*kind.duration);
+                if constexpr (std::is_base_of_v<UntilTime, Kind>) {
+                    rules.time = TimeReferenceAccess::time(*kind.time);
+                    require_known(*rules.time);
+                }
+                if constexpr (requires { kind.until_both; }) rules.until_both = kind.until_both;
+            },
+            circulate.circulation);
+        rules_.circulations.push_back(std::move(rules));
+        return static_cast<std::uint32_t>(rules_.circulations.size() - 1);
+    }
+
+    /// Those that bring no people but tell them something.
+    void require_no_other_events() const {
+        auto const refuse_enabled = [](auto const& objects) {
+            for (auto const* const object : objects) {
+                if (object->enabled) refuse(title_of(*object) + " is not followed by simulations of this engine yet");
+            }
+        };
+        refuse_enabled(document_.objects<BroadcastState>());
+        refuse_enabled(document_.objects<DispatchState>());
+    }
+
+    SurfaceActions actions_of(Surface const& surface) {
+        auto const* const object = document_.find(surface.id);
+        SurfaceActions actions;
+        if (auto const* const floor = dynamic_cast<FloorState const*>(object)) {
+            actions.ball = {compiled(*floor, floor->enter_action), compiled(*floor, floor->exit_action)};
+        }
+        if (auto const* const connection = dynamic_cast<ConnectionState const*>(object)) {
+            actions.ball = {compiled(*connection, connection->ball_enter_action),
+                            compiled(*connection, connection->ball_exit_action)};
+            actions.box = {compiled(*connection, connection->box_enter_action),
+                           compiled(*connection, connection->box_exit_action)};
+        }
+        for (auto const& end : {actions.ball, actions.box}) {
+            if (end.enter != NONE || end.exit != NONE) rules_.any_at_surfaces = true;
+        }
+        return actions;
+    }
+
+    void add(ZoneState const& zone) {
+        if (!zone.enabled || (!zone.enter_action && !zone.exit_action)) return;
+        ZoneActions actions;
+        actions.has.resize(plan_.surfaces.size());
+        for (auto const region : places_[places_.of(zone.id)].regions) actions.has[region] = true;
+        actions.actions = {compiled(zone, zone.enter_action), compiled(zone, zone.exit_action)};
+        rules_.zones.push_back(std::move(actions));
+        rules_.any_at_surfaces = true;
+    }
+
+    void mention_places() {
+        for (auto const& id : rules_.mentions.objects) {
+            MentionedObject mentioned;
+            auto const* const object = document_.find(id);
+            if (object != nullptr && object->enabled && Population::is_place(*object)) {
+                mentioned.place = places_.of(id);
+                auto const region = places_.region_of(id);
+                if (region != navigation::none && region >= plan_.floor_count) {
+                    mentioned.passageway = region - plan_.floor_count;
+                }
+            }
+            rules_.mentioned.push_back(mentioned);
+        }
+    }
+
+    Document const& document_;
+    FloorPlan const& plan_;
+    Places& places_;
+    AgentRules rules_;
+};
+
+}  // namespace
+
+void require_followed(WaitStyle& style) {
+    auto const type = style.GetWaitStyleTypeId();
+    if (type == WaitStyleTypeId::ASSIGNED_WAIT_SPACE || type == WaitStyleTypeId::LOWEST_COST_WAIT_SPACE) {
+        refuse("simulations of this engine have no wait spaces yet; people stand still or spread out where they are");
+    }
+}
+
+void resolve_places(AgentRules& rules, Places& places, std::size_t first_node) {
+    rules.places.resize(rules.plan.objects.size(), no_place);
+    for (auto i = first_node; i < rules.plan.nodes.size(); ++i) {
+        auto const& node = rules.plan.nodes[i];
+        if (!goes_to_objects(node.type)) continue;
+        for (auto object = node.objects.first; object < node.objects.first + node.objects.count; ++object) {
+            auto const& id = rules.plan.objects[object];
+            rules.places[object] =
+                node.type == AgentActionTypeId::EVACUATE_ZONE ? places.outside_of(id) : places.of(id);
+        }
+    }
+}
+
+AgentRules agent_rules_of(Document const& document, FloorPlan const& plan, Places& places) {
+    return Compiler(document, plan, places).take();
+}
+
+}  // namespace pedflux::engine

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "engine/behaviour/action_plan.h"
+#include "engine/behaviour/agent_test_plan.h"
+#include "engine/simulation/floor_plan.h"
+#include "engine/simulation/places.h"
+
+#include <pedflux/color.h>
+
+#include <cstddef>
+#include <limits>
+#include <map>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+/// What agents are told to do, by events, profiles and places, compiled when the simulation is created.
+namespace pedflux::engine {
+
+/// The actions of a connection's ends.
+struct EndActions {
+    int enter = NONE;
+    int exit = NONE;
+};
+
+/// The actions of a surface: those of a floor stand at the ball end.
+struct SurfaceActions {
+    EndActions ball;
+    EndActions box;
+};
+
+struct PortalActions {
+    int enter = NONE;     ///< of those who come in there
+    int waypoint = NONE;  ///< of those who reach it on their way
+};
+
+struct ZoneActions {
+    std::vector<bool> has;  ///< of each region, whether it belongs to the zone
+    EndActions actions;
+};
+
+/// Who passes the test gets the colour.
+struct ColorChoice {
+    TestPlan test;
+    Color color;
+};
+
+/// Walks from portal to portal. Nothing limits what is not set.
+struct CirculationRules {
+    std::vector<PlaceIndex> portals;
+    std::optional<Law> count;
+    std::optional<Law> duration;  ///< seconds
+    std::optional<TimeInFrame> time;
+    bool until_both = false;
+};
+
+/// What an event tells its agents.
+struct EventRules {
+    int initial_action = NONE;
+    std::vector<ColorChoice> colors;
+    std::uint32_t circulation = no_place;  ///< in `AgentRules::circulations`
+};
+
+inline constexpr std::size_t no_gate = std::numeric_limits<std::size_t>::max();
+
+/// What rules mention, as the simulation knows it.
+struct MentionedObject {
+    PlaceIndex place = no_place;
+    std::size_t passageway = no_gate;
+};
+
+struct AgentRules {
+    template <class Value>
+    using ById = std::unordered_map<GlobalId, Value, IdentifierHash, IdentifierEqual>;
+
+    ActionPlan plan;                 ///< tasks that programs give are added
+    std::vector<PlaceIndex> places;  ///< of the plan's objects; no_place for those that nobody goes to
+    std::vector<TestPlan> tests;     ///< of the plan's tests
+    Mentions mentions;
+    std::vector<MentionedObject> mentioned;  ///< of the mentions' objects
+    ById<EventRules> events;
+    ById<int> profiles;                    ///< their initial actions
+    std::vector<SurfaceActions> surfaces;  ///< of each region
+    std::vector<PortalActions> doorways;
+    std::vector<ZoneActions> zones;  ///< those with actions
+    std::vector<CirculationRules> circulations;
+    bool any_at_surfaces = false;
+    /// Where the ends of connections are that signs lead through.
+    std::map<std::pair<navigation::RegionIndex, bool>, navigation::DestinationIndex> ends;
+};
+
+/// Compiles all that enabled objects tell agents. Throws Exception that names the object when simulations do not follow
+/// something of it.
+AgentRules agent_rules_of(Document const& document, FloorPlan const& plan, Places& places);
+
+/// Finds the places that the plan's objects from the node on stand for. Throws Exception for what is none.
+void resolve_places(AgentRules& rules, Places& places, std::size_t first_node);
+
+/// Throws Exception for a style that simulations do not follow.
+void require_followed(WaitStyle& style);
+
+}  // namespace pedflux::engine

@@ -1,0 +1,88 @@
+#include "engine/behaviour/task_order.h"
+#include "engine/geometry/checks.h"
+#include "engine/simulation/agent_actions.h"
+#include "engine/simulation/agents_here.h"
+
+#include <pedflux/agents.h>
+
+#include <algorithm>
+#include <span>
+
+/// The tasks that programs give to agents.
+namespace pedflux {
+
+namespace {
+
+using engine::Here;
+using engine::here;
+using engine::no_place;
+
+TaskType going_to(Here const& agent) {
+    auto const goal = agent.person.goal;
+    if (goal == no_place) return TaskType::NONE;
+    return agent.run->places[goal].is_portal() ? TaskType::SEEK_PORTAL : TaskType::SEEK_AREA;
+}
+
+TaskType type_of(Here const& agent, AgentActionTypeId action) {
+    switch (action) {
+        case AgentActionTypeId::FOLLOW_SIGN:
+            return TaskType::FOLLOW_SIGN;
+        case AgentActionTypeId::WAIT_FOR_DURATION:
+        case AgentActionTypeId::DO_UNTIL_DURATION_ENDS:
+            return TaskType::WAIT_FOR_DURATION;
+        case AgentActionTypeId::WAIT_UNTIL_TIME:
+        case AgentActionTypeId::DO_UNTIL_TIME:
+            return TaskType::WAIT_UNTIL_TIME;
+        case AgentActionTypeId::WAIT_FOREVER:
+            return TaskType::WAIT_FOREVER;
+        case AgentActionTypeId::WAIT_WHILE_TEST_TRUE:
+        case AgentActionTypeId::DO_UNTIL_TEST_FAILS:
+            return TaskType::WAIT_WHILE_TEST_TRUE;
+        default:
+            return going_to(agent);
+    }
+}
+
+}  // namespace
+
+TaskType Agent::GetCurrentTaskType() {
+    auto const agent = here(run_, id_);
+    auto const& task = agent.person.doings.task;
+    if (task) return type_of(agent, agent.run->rules.plan.nodes[static_cast<std::size_t>(task->node)].type);
+    bool const waits = agent.person.goal != no_place && agent.walker.starts_at > agent.run->seconds();
+    return waits ? TaskType::WAIT_FOR_DURATION : going_to(agent);
+}
+
+bool Agent::HasCurrentTaskGoalId() { return !GetCurrentTaskGoalIds().empty(); }
+
+std::vector<GlobalId> Agent::GetCurrentTaskGoalIds() {
+    auto const agent = here(run_, id_);
+    if (agent.person.goal == no_place) return {};
+    std::vector<GlobalId> goals{agent.run->places[agent.person.goal].id};
+    auto const& task = agent.person.doings.task;
+    if (!task || task->goal != engine::ANY_GOAL) return goals;
+    auto const& plan = agent.run->rules.plan;
+    for (auto const& goal : plan.objects_of(plan.nodes[static_cast<std::size_t>(task->node)])) {
+        if (!goal.InternalEquals(goals.front())) goals.push_back(goal);
+    }
+    return goals;
+}
+
+void Agent::AddTaskAsActive(std::shared_ptr<Task> const& task) {
+    auto const agent = here(run_, id_);
+    if (!task) engine::refuse("A task is needed, not an empty one; ClearTasks takes all tasks away");
+    order(*agent.run, agent.walker, engine::order_of(*task), true);
+}
+
+void Agent::AddTaskAsLast(std::shared_ptr<Task> const& task) {
+    auto const agent = here(run_, id_);
+    if (!task) engine::refuse("A task is needed, not an empty one; ClearTasks takes all tasks away");
+    order(*agent.run, agent.walker, engine::order_of(*task), false);
+}
+
+void Agent::ClearTasks() {
+    auto const agent = here(run_, id_);
+    clear_tasks(*agent.run, agent.walker);
+}
+
+}  // namespace pedflux
