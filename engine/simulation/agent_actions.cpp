@@ -15,6 +15,7 @@ namespace {
 
 /// Streams of random numbers of what people circulate for, apart from those of events and persons.
 constexpr std::uint64_t circulation_streams = std::uint64_t{1} << 62;
+constexpr std::uint64_t clearance_streams = std::uint64_t{1} << 61;
 constexpr double without_end = std::numeric_limits<double>::infinity();
 
 double clock(LiveRun const& run) { return run.start_time + run.seconds(); }
@@ -276,7 +277,29 @@ void act(LiveRun& run, Walker& walker) {
     if (doings.circulation == no_place) head_for(run, walker, doings.last_goal);
 }
 
+void clear_zones(LiveRun& run) {
+    for (auto& clearance : run.rules.clearances) {
+        if (clearance.begun || run.seconds() + 1e-6 < clearance.starts) continue;
+        clearance.begun = true;
+        for (auto& walker : run.walkers) {
+            auto& person = run.persons[walker.agent];
+            bool const is_inside =
+                std::ranges::any_of(clearance.zones, [&](PlaceIndex zone) { return is_at(run, walker, zone); });
+            if (!is_inside || person.origin.event.InternalEquals(clearance.event)) continue;
+            Random random(run.seed, clearance_streams + person.origin.key);
+            person.doings.actions.frames.clear();
+            person.doings.task.reset();
+            person.doings.circulation = no_place;
+            person.doings.wait_after.reset();
+            person.doings.last_goal = nearest_of(run, walker, clearance.exits);
+            walker.starts_at = run.seconds() + sample(clearance.wait, random);
+            head_for(run, walker, person.doings.last_goal);
+        }
+    }
+}
+
 void act_all(LiveRun& run) {
+    clear_zones(run);
     bool has_left = false;
     for (auto& walker : run.walkers) {
         if (!run.persons[walker.agent].doings.has_something_to_do()) continue;

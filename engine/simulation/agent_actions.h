@@ -12,6 +12,8 @@ struct TaskOrder;
 /// Gives somebody who comes in what its portal, event and profile tell it, and its colour.
 void instruct(LiveRun& run, Walker& walker);
 
+/// Sends those out who are in the zones of evacuations that start now.
+void clear_zones(LiveRun& run);
 /// Lets everybody do what it has to; those whom an action lets leave are gone afterwards.
 void act_all(LiveRun& run);
 /// Lets one do so at once; it may have left afterwards.

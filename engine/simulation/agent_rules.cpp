@@ -1,6 +1,7 @@
 #include "engine/simulation/agent_rules.h"
 
 #include "engine/behaviour/event_states.h"
+#include "engine/behaviour/trigger_states.h"
 #include "engine/geometry/checks.h"
 #include "engine/model/document.h"
 #include "engine/model/profile_state.h"
@@ -140,20 +141,32 @@ class Compiler {
             if (profile->network)
                 refuse(title_of(*profile) + ": simulations of this engine do not follow networks yet");
         }
-        if (auto const* const evacuation = dynamic_cast<EvacuationState const*>(&event))
-            require_whole_building(*evacuation);
+        if (auto const* const evacuation = dynamic_cast<EvacuationState const*>(&event)) {
+            on_behalf(event, [&] { add_clearance(*evacuation); });
+        }
         if (auto const* const circulate = dynamic_cast<CirculateState const*>(&event)) {
             on_behalf(event, [&] { rules.circulation = circulation_of(*circulate); });
         }
         rules_.events[event.id] = std::move(rules);
     }
 
-    static void require_whole_building(EvacuationState const& evacuation) {
-        on_behalf(evacuation, [&] { engine::require_followed(*evacuation.pre_movement_wait_style); });
-        if (!evacuation.zones.empty()) {
-            refuse(title_of(evacuation) +
-                   ": simulations of this engine do not clear zones of the people of other events yet");
+    void add_clearance(EvacuationState const& evacuation) {
+        engine::require_followed(*evacuation.pre_movement_wait_style);
+        if (evacuation.zones.empty()) return;
+        auto const* const start = dynamic_cast<SimulationStartTriggerState const*>(&node_of(*evacuation.start_trigger));
+        if (start == nullptr)
+            refuse("zones are cleared a time after the start of the simulation, not at other triggers yet");
+        Clearance clearance{evacuation.id, static_cast<double>(start->offset), {}, {}, {}};
+        clearance.wait = law_of(*evacuation.pre_movement_wait);
+        for (auto const& zone : evacuation.zones) clearance.zones.push_back(places_.of(zone));
+        for (auto const& exit : evacuation.population.destinations) {
+            auto const place = places_.of(exit);
+            clearance.exits.push_back(place);
+            places_[place].destination = 0;  // a route is wanted
         }
+        if (clearance.exits.empty())
+            refuse("zones are cleared to the destinations of the population, and there are none");
+        rules_.clearances.push_back(std::move(clearance));
     }
 
     std::uint32_t circulation_of(CirculateState const& circulate) {

@@ -54,6 +54,16 @@ struct CirculationRules {
     bool until_both = false;
 };
 
+/// What an evacuation tells those who are in its zones when it starts, whichever event brought them.
+struct Clearance {
+    GlobalId event;
+    double starts = 0;  ///< seconds after the start of the simulation
+    std::vector<PlaceIndex> zones;
+    std::vector<PlaceIndex> exits;
+    Law wait;  ///< seconds before they walk
+    bool begun = false;
+};
+
 /// What an event tells its agents.
 struct EventRules {
     int initial_action = NONE;
@@ -84,6 +94,7 @@ struct AgentRules {
     std::vector<PortalActions> doorways;
     std::vector<ZoneActions> zones;  ///< those with actions
     std::vector<CirculationRules> circulations;
+    std::vector<Clearance> clearances;
     bool any_at_surfaces = false;
     /// Where the ends of connections are that signs lead through.
     std::map<std::pair<navigation::RegionIndex, bool>, navigation::DestinationIndex> ends;

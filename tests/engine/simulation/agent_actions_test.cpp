@@ -6,6 +6,7 @@
 #include <pedflux/avatars.h>
 #include <pedflux/tasks.h>
 #include <pedflux/time_references.h>
+#include <pedflux/triggers.h>
 #include <pedflux/wait_styles.h>
 
 #include <cmath>
@@ -243,6 +244,26 @@ TEST(PlaceActions, ZonesAreEvacuatedToWhateverIsOutside) {
     ASSERT_THAT(simulation->GetAllAgents(), SizeIs(1));
     EXPECT_TRUE(simulation->GetAllAgents().front()->GetColor().InternalEquals(Color::GREEN));
     EXPECT_THAT(simulation->GetAgentsOn(house.hall), IsEmpty());
+}
+
+TEST(Evacuations, ClearTheirZonesOfThePeopleOfOtherEvents) {
+    House const house;
+    auto const zone = house.project->CreateZone("Danger", {house.hall})->GetId();
+    auto const stay = std::make_shared<WaitForeverAction>(WaitStyle::StandStill());
+    house.journey("Inside", CountPopulationSource({house.hall}, {house.east}, 5), house.steady)->SetInitialAction(stay);
+    house.journey("Beside", CountPopulationSource({house.yard}, {house.east}, 3), house.steady)->SetInitialAction(stay);
+    auto const evacuation = house.project->CreateEvacuation("Alarm");
+    evacuation->SetPopulationSource(
+        std::make_shared<CountPopulationSource>(std::vector{house.hall}, std::vector{house.north}, 0.0));
+    evacuation->SetZones({zone});
+    evacuation->SetStartTrigger(std::make_shared<SimulationStartTrigger>(10));
+    evacuation->SetPreMovementWaitDistribution(Distribution::CreateConstant(8));
+    auto const simulation = house.simulate();
+    step_for(*simulation, 17.5);
+    EXPECT_THAT(simulation->GetAllAgents(), SizeIs(8));
+    step_for(*simulation, 25);
+    EXPECT_THAT(simulation->GetAgentsOn(house.hall), IsEmpty());
+    EXPECT_THAT(simulation->GetAllAgents(), SizeIs(3)) << "those in the yard wait on";
 }
 
 TEST(Circulation, GoesFromPortalToPortalForCountTimeOrDuration) {
