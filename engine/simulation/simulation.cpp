@@ -151,13 +151,27 @@ void SimulationOptions::AddExtraGoals(std::vector<GlobalId> const& goals) {
     extraGoals_.insert(extraGoals_.end(), goals.begin(), goals.end());
 }
 
-Clock::Clock(std::shared_ptr<LiveRun const> run) : run_(std::move(run)) {}
-int Clock::GetCurrentFrame() { return run_->frame; }
-double Clock::GetCurrentSecond() { return run_->seconds(); }
-int Clock::GetCurrentSecondAsInt() { return run_->frame / run_->frame_rate; }
+namespace {
+
+std::shared_ptr<LiveRun const> run_of(std::weak_ptr<LiveRun const> const& run) {
+    auto found = run.lock();
+    if (!found) engine::refuse("The clock belongs to a simulation that is gone");
+    return found;
+}
+
+}  // namespace
+
+Clock::Clock(std::weak_ptr<LiveRun const> run) : run_(std::move(run)) {}
+int Clock::GetCurrentFrame() { return run_of(run_)->frame; }
+double Clock::GetCurrentSecond() { return run_of(run_)->seconds(); }
+int Clock::GetCurrentSecondAsInt() {
+    auto const run = run_of(run_);
+    return run->frame / run->frame_rate;
+}
 std::string Clock::GetCurrentTimeString() {
     constexpr long long day = 24LL * 60 * 60 * 10;
-    auto const tenths = (run_->start_time * 10LL + run_->frame * 10LL / run_->frame_rate) % day;
+    auto const run = run_of(run_);
+    auto const tenths = (run->start_time * 10LL + run->frame * 10LL / run->frame_rate) % day;
     std::array<char, 32> text{};
     std::snprintf(text.data(), text.size(), "%02d:%02d:%02d.%d", static_cast<int>(tenths / 36000),
                   static_cast<int>(tenths / 600 % 60), static_cast<int>(tenths / 10 % 60),

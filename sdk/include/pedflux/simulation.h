@@ -51,11 +51,11 @@ class PEDFLUX_API SimulationOptions {
     std::vector<GlobalId> extraGoals_;
 };
 
-/// The simulated time.
+/// The simulated time. A clock that is kept does not keep its simulation; it throws Exception when that is gone.
 class PEDFLUX_API Clock {
   public:
     /// Used by the library.
-    explicit Clock(std::shared_ptr<engine::LiveRun const> run);
+    explicit Clock(std::weak_ptr<engine::LiveRun const> run);
 
     /// The frames taken so far.
     int GetCurrentFrame();
@@ -67,7 +67,7 @@ class PEDFLUX_API Clock {
     std::string GetCurrentTimeString();
 
   private:
-    std::shared_ptr<engine::LiveRun const> run_;
+    std::weak_ptr<engine::LiveRun const> run_;
 };
 
 /// What changed in one frame. Each list is in the order of the agents' numbers.
