@@ -3,6 +3,7 @@
 #include "engine/geometry/checks.h"
 #include "engine/model/document.h"
 #include "engine/model/simulation_run_state.h"
+#include "engine/simulation/rules_run.h"
 
 #include <pedflux/exception.h>
 
@@ -187,7 +188,6 @@ std::shared_ptr<LiveRun> create_run(Document const& document, RunSettings const&
     run->newcomers.by_origin.resize(run->places.size());
     run->next_newcomer.resize(run->places.size());
     run->entered_at.resize(run->plan.doorways.size());
-    run->waiting_to_enter = run->newcomers.count;
     run->gates.resize(run->plan.passageways.size());
     run->doorway_is_exit.resize(run->plan.doorways.size());
     run->exits_of.resize(run->plan.surfaces.size());
@@ -198,10 +198,12 @@ std::shared_ptr<LiveRun> create_run(Document const& document, RunSettings const&
         set_gate(*run, i, {lets_in(passageway, true), lets_in(passageway, false)});
     }
     require_ways(*run);
-    if (run->waiting_to_enter == 0) {
+    if (run->newcomers.count == 0) {
         run->issues.emplace_back(IssueCategory::WARNING, "Nobody comes",
                                  "No enabled event of the project brings people into the simulation.");
     }
+    run->timed = rules_of(*run, document, run->rules.mentions);
+    run->timed->step();
     run->run = settings.run;
     run->database_name = settings.database_name;
     run->database_path = settings.database_path;

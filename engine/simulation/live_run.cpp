@@ -1,6 +1,7 @@
 #include "engine/simulation/live_run.h"
 
 #include "engine/model/simulation_run_state.h"
+#include "engine/simulation/rules_run.h"
 
 #include <pedflux/database.h>
 
@@ -79,6 +80,8 @@ void take_out(LiveRun& run, Person::Fate fate, Walker& walker, bool through_port
     } else {
         run.crowd.remove(walker.body);
     }
+    run.timed->is_at(walker.agent, walker.region);
+    run.timed->went_out(walker.agent, through_portal ? run.places[person.goal].doorway : no_place);
     run.walker_of[walker.agent] = gone;
 }
 

@@ -24,6 +24,7 @@
 /// but for its run, which gets connected to the results, and for the profiles of agents that a program asks for.
 namespace pedflux::engine {
 
+class RulesRun;
 struct SimulationRunState;
 
 /// Everything about an agent that steps do not need for walking. Stays when the agent has left.
@@ -97,6 +98,8 @@ struct Shutter {
 struct GateState {
     bool ball_to_box = true;
     bool box_to_ball = true;
+
+    bool operator==(GateState const&) const = default;
 };
 
 enum class Phase : std::uint8_t { BEGUN, CREATED, CHOSEN };
@@ -122,6 +125,7 @@ struct LiveRun : std::enable_shared_from_this<LiveRun> {
     std::vector<std::vector<std::uint32_t>> exits_of;  ///< of each region, the doorways on its edge that are exits
     std::vector<Point> doorway_outward;  ///< of length 1 where the doorway lies on an edge, otherwise (0, 0)
     std::vector<GateState> gates;        ///< of each passageway
+    std::unique_ptr<RulesRun> timed;     ///< triggers, and the events, tallies and gates that depend on them
 
     // The people.
     AgentRules rules;  ///< what they are told to do

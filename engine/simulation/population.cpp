@@ -8,6 +8,7 @@
 #include "engine/model/profile_state.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace pedflux::engine {
 
@@ -33,21 +34,28 @@ class Planner {
   public:
     Planner(Document const& document, Places& places, std::uint64_t seed)
         : document_(document), places_(places), seed_(seed) {}
+    /// Plans one further start of one event.
+    Planner(Document const& document, Places& places, std::uint64_t seed, std::uint32_t source, std::uint32_t start,
+            std::size_t first_key)
+        : document_(document), places_(places), seed_(seed), source_(source), start_(start) {
+        newcomers_.count = first_key;
+    }
 
     void add(EventState const& event) try {
-        Random const random(seed_, event_streams + events_++);
+        Random const random(seed_, event_streams + (std::uint64_t{start_} << 20) + source_);
         Schedule const schedule = compile_schedule(event.population, document_.settings.population_multiplier, random);
         std::vector<PlaceIndex> origins;
         std::vector<PlaceIndex> destinations;
         for (auto const& origin : schedule.origins) origins.push_back(places_.of(origin));
         for (auto const& destination : schedule.destinations) destinations.push_back(places_.of(destination));
-        auto const choices = static_cast<std::uint32_t>(newcomers_.choices.size());
+        auto const choices = source_;
         newcomers_.choices.push_back(destinations);
         auto const* const evacuation = dynamic_cast<EvacuationState const*>(&event);
         for (auto const& arrival : schedule.arrivals) {
             auto const key = static_cast<std::uint32_t>(newcomers_.count++);
             Newcomer person = person_of(document_, event.profile.value_or(GlobalId()), seed_, key);
             person.due = arrival.time;
+            person.source = source_;
             person.origin = origins[static_cast<std::size_t>(arrival.origin)];
             person.event = event.id;
             person.color = agent_color_of(event);
@@ -62,6 +70,7 @@ class Planner {
             newcomers_.by_origin.resize(places_.size());
             newcomers_.by_origin[person.origin].push_back(std::move(person));
         }
+        ++source_;
     } catch (Exception const& exception) {
         refuse(title_of(event) + ": " + exception.GetMessage());
     }
@@ -76,7 +85,8 @@ class Planner {
     Document const& document_;
     Places& places_;
     std::uint64_t seed_;
-    std::uint64_t events_ = 0;
+    std::uint32_t source_ = 0;  ///< the number of the event
+    std::uint32_t start_ = 0;   ///< of the event; 0 for the first
     Newcomers newcomers_;
 };
 
@@ -88,6 +98,17 @@ Newcomers newcomers_of(Document const& document, Places& places, std::uint64_t s
         if (event->enabled) planner.add(*event);
     }
     return planner.take();
+}
+
+std::vector<Newcomer> people_of_start(Document const& document, Places& places, std::uint64_t seed,
+                                      GlobalId const& event, std::uint32_t source, std::uint32_t start,
+                                      std::size_t first_key) {
+    Planner planner(document, places, seed, source, start, first_key);
+    planner.add(*document.find<EventState>(event));
+    std::vector<Newcomer> people;
+    for (auto& waiting : planner.take().by_origin) std::ranges::move(waiting, std::back_inserter(people));
+    std::ranges::sort(people, {}, &Newcomer::key);
+    return people;
 }
 
 Newcomer person_of(Document const& document, GlobalId const& profile, std::uint64_t seed, std::uint32_t key) {

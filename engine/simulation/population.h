@@ -6,7 +6,7 @@
 #include <pedflux/identifiers.h>
 
 #include <cstdint>
-#include <deque>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -14,11 +14,14 @@ namespace pedflux::engine {
 
 class Document;
 
+inline constexpr std::uint32_t no_source = std::numeric_limits<std::uint32_t>::max();
+
 /// A person before it enters. Its random choices were made when the simulation was created, so they do not depend on
 /// when there is room for it. Lengths in metres, speeds in metres per second, times in seconds since the start.
 struct Newcomer {
-    double due = 0;
-    std::uint32_t key = 0;  ///< the person's number among all who were planned
+    double due = 0;                    ///< of those who are planned: after their event starts
+    std::uint32_t source = no_source;  ///< its event's number among the enabled ones with people
+    std::uint32_t key = 0;             ///< the person's number among all who were planned
     PlaceIndex origin = no_place;
     PlaceIndex destination = no_place;  ///< none: the person stays where it starts
     std::uint32_t choices = no_place;   ///< which of the choices below it takes the nearest of
@@ -41,6 +44,14 @@ struct Newcomers {
 
 /// Plans the people of all enabled events. Throws Exception in one sentence when there are none.
 Newcomers newcomers_of(Document const& document, Places& places, std::uint64_t seed);
+
+/// Plans the people of a further start of an event, with numbers of their own. The first start was planned with all.
+/// @param source the event's number
+/// @param start from 1
+/// @param first_key the first person's number
+std::vector<Newcomer> people_of_start(Document const& document, Places& places, std::uint64_t seed,
+                                      GlobalId const& event, std::uint32_t source, std::uint32_t start,
+                                      std::size_t first_key);
 
 /// A person of a profile, or of a default profile where there is none; nothing else of it is set.
 Newcomer person_of(Document const& document, GlobalId const& profile, std::uint64_t seed, std::uint32_t key);

@@ -5,6 +5,7 @@
 #include "engine/simulation/admission.h"
 #include "engine/simulation/create_run.h"
 #include "engine/simulation/requests.h"
+#include "engine/simulation/rules_run.h"
 #include "engine/simulation/stepping.h"
 #include "engine/simulation/ways.h"
 
@@ -56,6 +57,12 @@ std::size_t require_gate(LiveRun const& run, GlobalId const& gate) {
     return passageway;
 }
 
+engine::TallyIndex require_tally(LiveRun const& run, GlobalId const& tally) {
+    auto const found = run.timed->tally_plan().find(tally);
+    if (!found) refuse(text(tally) + " is no tally object of the simulated project");
+    return *found;
+}
+
 bool concerns(Direction direction, Direction way) {
     if (direction != Direction::BOTH_WAYS && direction != Direction::BALL_TO_BOX &&
         direction != Direction::BOX_TO_BALL) {
@@ -65,13 +72,11 @@ bool concerns(Direction direction, Direction way) {
     return direction == Direction::BOTH_WAYS || direction == way;
 }
 
-void open_or_close(LiveRun& run, GlobalId const& gate, Direction direction, bool open) {
+/// Without an answer, the gate is left to the project's rules again.
+void open_or_close(LiveRun& run, GlobalId const& gate, Direction direction, std::optional<bool> open) {
     auto const passageway = require_gate(run, gate);
-    auto const& directions = run.plan.passageways[passageway];
-    GateState state = run.gates[passageway];
-    if (concerns(direction, Direction::BALL_TO_BOX)) state.ball_to_box = open && directions.ball_to_box;
-    if (concerns(direction, Direction::BOX_TO_BALL)) state.box_to_ball = open && directions.box_to_ball;
-    set_gate(run, passageway, state);
+    concerns(direction, Direction::BOTH_WAYS);
+    set_gate_by_program(run, passageway, direction, open);
 }
 
 /// Whether the gate is open (or closed) to all of the directions that it has among those asked for.
@@ -218,7 +223,7 @@ void Simulation::ChooseAgentTargets() { choose_targets(*run_); }
 FrameSummary Simulation::MoveAgents() { return FrameSummary(move_agents(*run_)); }
 void Simulation::Stop() { stop(*run_); }
 bool Simulation::IsDone() {
-    bool const is_empty = run_->waiting_to_enter == 0 && run_->walkers.empty();
+    bool const is_empty = run_->waiting_to_enter == 0 && run_->walkers.empty() && !run_->timed->may_start();
     return run_->stopped || is_empty || run_->seconds() >= run_->duration;
 }
 bool Simulation::IsValid() const { return !run_->stopped; }
@@ -273,8 +278,10 @@ void Simulation::CloseGate(GlobalId const& gate) { CloseGate(gate, Direction::BO
 void Simulation::CloseGate(GlobalId const& gate, ConnectionObjectDirection direction) {
     open_or_close(*run_, gate, direction, false);
 }
-void Simulation::ResetGate(GlobalId const& gate) { OpenGate(gate); }
-void Simulation::ResetGate(GlobalId const& gate, ConnectionObjectDirection direction) { OpenGate(gate, direction); }
+void Simulation::ResetGate(GlobalId const& gate) { ResetGate(gate, Direction::BOTH_WAYS); }
+void Simulation::ResetGate(GlobalId const& gate, ConnectionObjectDirection direction) {
+    open_or_close(*run_, gate, direction, std::nullopt);
+}
 bool Simulation::IsGateOpenToAll(GlobalId const& gate) { return IsGateOpenToAll(gate, Direction::BOTH_WAYS); }
 bool Simulation::IsGateOpenToAll(GlobalId const& gate, ConnectionObjectDirection direction) {
     return is_gate(*run_, gate, direction, true);
@@ -283,6 +290,14 @@ bool Simulation::IsGateClosedToAll(GlobalId const& gate) { return IsGateClosedTo
 bool Simulation::IsGateClosedToAll(GlobalId const& gate, ConnectionObjectDirection direction) {
     return is_gate(*run_, gate, direction, false);
 }
+
+double Simulation::GetTallyValue(GlobalId const& tally) const {
+    return run_->timed->tallies.value(require_tally(*run_, tally));
+}
+void Simulation::AddToTallyValue(GlobalId const& tally, double value) {
+    run_->timed->tallies.add(require_tally(*run_, tally), engine::require_finite("A value", value));
+}
+void Simulation::ResetTallyValue(GlobalId const& tally) { run_->timed->tallies.reset(require_tally(*run_, tally)); }
 
 bool Simulation::ExistsPathTo(GlobalId const& start, Vec3d const& point, GlobalId const& goal) {
     auto const from = require_on(*run_, start, point);

@@ -4,6 +4,7 @@
 #include "engine/results/agent_data.h"
 #include "engine/simulation/admission.h"
 #include "engine/simulation/agent_actions.h"
+#include "engine/simulation/rules_run.h"
 
 #include <algorithm>
 #include <cmath>
@@ -191,6 +192,7 @@ bool is_outside(LiveRun const& run, Walker const& walker, Point before) {
 
 void note_region(LiveRun& run, Walker& walker) {
     auto const region = run.crowd.region(walker.body);
+    run.timed->is_at(walker.agent, region);
     if (region == walker.region) return;
     auto& person = run.persons[walker.agent];
     run.changes->exited.emplace_back(run.plan.surfaces[walker.region].id, person.face);
@@ -273,6 +275,7 @@ void end_frame(LiveRun& run) {
         run.frame_states.push_back(frame_of(run, walker));
     }
     run.writer->write_frame(run.frame_states);
+    run.timed->step();
     run.phase = Phase::BEGUN;
 }
 
@@ -313,6 +316,7 @@ std::uint32_t enter(LiveRun& run, Newcomer const& newcomer, navigation::RegionIn
     run.changes->created.push_back(person.face);
     run.changes->entered.emplace_back(run.plan.surfaces[region].id, person.face);
     run.persons.push_back(std::move(person));
+    run.timed->came_in(agent, region, run.places[newcomer.origin].doorway);
     instruct(run, run.walkers.back());
     return agent;
 }

@@ -39,8 +39,5 @@ NOT_SIMULATED(void Simulation::CloseServerExit(GlobalId const&), "Servers")
 NOT_SIMULATED(void Simulation::ResetServerExit(GlobalId const&), "Servers")
 NOT_SIMULATED(bool Simulation::IsServerExitOpenToAll(GlobalId const&), "Servers")
 NOT_SIMULATED(bool Simulation::IsServerExitClosedToAll(GlobalId const&), "Servers")
-NOT_SIMULATED(double Simulation::GetTallyValue(GlobalId const&) const, "Tallies")
-NOT_SIMULATED(void Simulation::AddToTallyValue(GlobalId const&, double), "Tallies")
-NOT_SIMULATED(void Simulation::ResetTallyValue(GlobalId const&), "Tallies")
 
 }  // namespace pedflux

@@ -177,12 +177,13 @@ class PEDFLUX_API Simulation {
     std::shared_ptr<Agent> RequestNewAgent(GlobalId const& start);
     std::shared_ptr<Agent> RequestNewAgent(AgentRequest const& request);
 
-    /// Opens a gate, a connection that is gated, to both of the directions that it has.
+    /// Opens a gate, a connection that is gated, to both of the directions that it has. It stays so, whatever the
+    /// project's rules say, until it is closed or reset.
     void OpenGate(GlobalId const& gate);
     void OpenGate(GlobalId const& gate, ConnectionObjectDirection direction);
     void CloseGate(GlobalId const& gate);
     void CloseGate(GlobalId const& gate, ConnectionObjectDirection direction);
-    /// Makes the gate as it was at the start: open.
+    /// Leaves the gate to the project's rules again: open where none says otherwise.
     void ResetGate(GlobalId const& gate);
     void ResetGate(GlobalId const& gate, ConnectionObjectDirection direction);
     bool IsGateOpenToAll(GlobalId const& gate);

@@ -1,0 +1,140 @@
+#include "engine/simulation/rules_crossings.h"
+
+#include "engine/behaviour/transition_states.h"
+#include "engine/geometry/checks.h"
+#include "engine/model/document.h"
+#include "engine/model/node.h"
+
+#include <algorithm>
+
+namespace pedflux::engine {
+
+RuleArea rule_area_of(Document const& document, FloorPlan const& plan, Places& places, GlobalId const& id) {
+    auto const* const object = document.find(id);
+    if (!object) refuse("'" + GlobalId(id).GetString() + "' is no object of the project");
+    if (object->kind->type == ObjectType::VOLUME) {
+        refuse(title_of(*object) + " is a volume; who is in it is not part of simulations of this engine yet");
+    }
+    RuleArea area;
+    area.regions.resize(plan.surfaces.size());
+    if (!object->enabled) return area;
+    auto const& place = places[places.of(id)];
+    area.doorway = place.doorway;
+    for (auto const region : place.regions) area.regions[region] = true;
+    return area;
+}
+
+Crossings::Crossings(Document const& document, FloorPlan const& plan, Places& places,
+                     std::span<std::shared_ptr<Transition> const> transitions)
+    : floor_count_(plan.floor_count), counts_(transitions.size()), next_counts_(transitions.size()) {
+    for (auto const& transition : transitions) {
+        require_shallow(node_of(*transition));
+        add_rules(document, plan, places, *transition, transitions_.emplace_back());
+    }
+}
+
+void Crossings::add_rules(Document const& document, FloorPlan const& plan, Places& places, Transition const& transition,
+                          std::vector<Rule>& rules) const {
+    auto const area_of = [&](GlobalId const& id) { return rule_area_of(document, plan, places, id); };
+    auto const refuse_kind = [&](GlobalId const& id) {
+        auto const* const object = document.find(id);
+        refuse(std::string(node_of(transition).kind->name) + ": " + (object ? title_of(*object) : "its object") +
+               " is not part of simulations of this engine yet");
+    };
+    auto const kind = static_cast<TransitionType>(type_of(transition));
+    switch (kind) {
+        case TransitionType::ANY_OF:
+            for (auto const& child : children_of(transition)) add_rules(document, plan, places, *child, rules);
+            return;
+        case TransitionType::AT_PORTAL:
+            return rules.push_back({kind, area_of(state_of<AtPortalTransitionState>(transition).portal)});
+        case TransitionType::BETWEEN_OBJECTS: {
+            auto const& state = state_of<BetweenObjectsTransitionState>(transition);
+            return rules.push_back({kind, area_of(state.from), area_of(state.to)});
+        }
+        case TransitionType::ENTER_AREA:
+            return rules.push_back({kind, area_of(state_of<EnterAreaTransitionState>(transition).area)});
+        case TransitionType::EXIT_AREA:
+            return rules.push_back({kind, area_of(state_of<ExitAreaTransitionState>(transition).area)});
+        case TransitionType::ENTER_SIMULATION:
+            return rules.push_back({kind, area_of(state_of<EnterSimulationTransitionState>(transition).object)});
+        case TransitionType::EXIT_SIMULATION:
+            return rules.push_back({kind, area_of(state_of<ExitSimulationTransitionState>(transition).object)});
+        case TransitionType::CORDON:
+            return refuse_kind(state_of<CordonTransitionState>(transition).cordon);
+        case TransitionType::ENTER_SERVER:
+            return refuse_kind(state_of<EnterServerTransitionState>(transition).server);
+        case TransitionType::EXIT_SERVER:
+            return refuse_kind(state_of<ExitServerTransitionState>(transition).server);
+    }
+}
+
+bool Crossings::makes(Rule const& rule, Crossing const& crossing) const {
+    auto const is_portal = [&](RuleArea const& area) {
+        return area.doorway != no_place && area.doorway == crossing.doorway;
+    };
+    bool const comes_in = crossing.from == navigation::none;
+    bool const goes_out = crossing.to == navigation::none;
+    bool const enters = rule.area.has(crossing.to) && !rule.area.has(crossing.from);
+    bool const exits = rule.area.has(crossing.from) && !rule.area.has(crossing.to);
+    switch (rule.kind) {
+        case TransitionType::AT_PORTAL:
+            return is_portal(rule.area);
+        case TransitionType::ENTER_AREA:
+        case TransitionType::ENTER_SIMULATION:
+            if (rule.kind == TransitionType::ENTER_SIMULATION && !comes_in) return false;
+            return enters || (comes_in && is_portal(rule.area));
+        case TransitionType::EXIT_AREA:
+        case TransitionType::EXIT_SIMULATION:
+            if (rule.kind == TransitionType::EXIT_SIMULATION && !goes_out) return false;
+            return exits || (goes_out && is_portal(rule.area));
+        case TransitionType::BETWEEN_OBJECTS: {
+            if (comes_in) return is_portal(rule.area) && rule.other.has(crossing.to);
+            if (goes_out) return is_portal(rule.other) && rule.area.has(crossing.from);
+            if (!rule.other.has(crossing.to) || rule.other.has(crossing.from)) return false;
+            // Floors meet at links, stairs and ramps alone, so one of these does not stand between two floors.
+            bool const over_connection =
+                crossing.from >= floor_count_ && rule.area.has(crossing.before) && !rule.other.has(crossing.before);
+            return rule.area.has(crossing.from) || over_connection;
+        }
+        case TransitionType::ANY_OF:
+        case TransitionType::CORDON:
+        case TransitionType::ENTER_SERVER:
+        case TransitionType::EXIT_SERVER:
+            break;
+    }
+    return false;
+}
+
+void Crossings::came_in(std::uint32_t agent, navigation::RegionIndex region, std::uint32_t doorway) {
+    if (!is_any()) return;
+    trails_.resize(agent + 1);
+    trails_[agent].now = region;
+    note({.to = region, .doorway = doorway});
+}
+
+void Crossings::move(std::uint32_t agent, navigation::RegionIndex region) {
+    auto& trail = trails_[agent];
+    note({.before = trail.before, .from = trail.now, .to = region});
+    trail = {trail.now, region};
+}
+
+void Crossings::went_out(std::uint32_t agent, std::uint32_t doorway) {
+    if (!is_any()) return;
+    note({.before = trails_[agent].before, .from = trails_[agent].now, .doorway = doorway});
+}
+
+void Crossings::note(Crossing const& crossing) {
+    for (std::size_t i = 0; i < transitions_.size(); ++i) {
+        if (std::ranges::any_of(transitions_[i], [&](Rule const& rule) { return makes(rule, crossing); })) {
+            ++next_counts_[i];
+        }
+    }
+}
+
+void Crossings::end_frame() {
+    std::swap(counts_, next_counts_);
+    std::ranges::fill(next_counts_, 0);
+}
+
+}  // namespace pedflux::engine

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "engine/behaviour/mentions.h"
+#include "engine/behaviour/tally_run.h"
+#include "engine/behaviour/trigger_run.h"
+#include "engine/simulation/live_run.h"
+#include "engine/simulation/rules_crossings.h"
+#include "engine/simulation/rules_gates.h"
+
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+/// The project's rules while a simulation runs: triggers, the events that they start, tallies and gates.
+///
+/// They are looked at once when the simulation begins and then at the end of each frame, in this order: triggers and
+/// ranges, which see tallies and gates as they were left; events that start; gates; tallies. What they say is in force
+/// in the next frame.
+namespace pedflux::engine {
+
+/// What a tally measures, as the simulation knows it.
+struct RuleMeasure {
+    std::vector<navigation::RegionIndex> regions;  ///< whose people are counted
+    std::optional<MentionIndex> transition;
+    double constant = 0;  ///< what never changes
+};
+
+inline constexpr std::size_t no_passageway = std::numeric_limits<std::size_t>::max();
+
+/// What is compiled when the simulation is created.
+struct RulesPlan {
+    TriggerPlan triggers;
+    TallyPlan tallies;
+    std::vector<MomentIndex> change_ranges;  ///< of the tally plan's changes
+    std::vector<RuleMeasure> measures;       ///< of the tally plan
+    std::vector<std::size_t> passageways;    ///< of the mentioned objects; no_passageway for what is none
+    std::vector<EventIndex> sources;         ///< the enabled events with people, in the order of the project
+};
+
+class RulesRun final : public TriggerFacts {
+  public:
+    RulesRun(LiveRun& run, RulesPlan plan, Crossings crossings, GateRules gates);
+
+    /// The rules at the simulation's start, or at the end of a frame.
+    void step();
+
+    bool has_people(EventIndex event) const override;
+    bool is_gate_open(MentionIndex gate, GateStateDirection way) const override;
+    double tally(MentionIndex tally) const override { return tallies.compared(tally); }
+    std::int64_t transitions(MentionIndex transition) const override { return crossings.count(transition); }
+
+    Moment moment(MomentIndex index) const { return triggers_[index]; }
+    /// Whether an event has started and has not ended: of its people, some are still to come or there. One that is
+    /// disabled never starts.
+    bool is_active(GlobalId const& event) const;
+    /// Seconds since the simulation's start at which an event started last; none when it has not.
+    std::optional<double> last_start(GlobalId const& event) const;
+    /// Whether an event may still bring people who were not announced yet.
+    bool may_start() const;
+
+    void is_at(std::uint32_t agent, navigation::RegionIndex region) { crossings.is_at(agent, region); }
+    void came_in(std::uint32_t agent, navigation::RegionIndex region, std::uint32_t doorway);
+    void went_out(std::uint32_t agent, std::uint32_t doorway);
+
+  private:
+    /// The people of one of the plan's sources.
+    struct Source {
+        EventIndex event;
+        std::vector<Newcomer> planned{};  ///< of its first start; their times count from it
+        std::size_t here_or_coming = 0;
+        std::uint32_t starts = 0;
+        bool brings_people = false;
+    };
+
+    std::optional<EventIndex> event_of(GlobalId const& id) const;
+    void start(std::uint32_t source);
+    void step_tallies();
+
+    LiveRun& run_;
+    RulesPlan const plan_;
+    std::vector<Source> sources_;
+    TriggerRun triggers_;
+
+  public:
+    TallyRun tallies;
+    Crossings crossings;
+    GateRules gates;
+
+    TallyPlan const& tally_plan() const { return plan_.tallies; }
+};
+
+/// Compiles the rules of a project for a run that has its world and its people, and takes their first look.
+/// @param mentions what others have compiled with; they ask by its numbers
+/// @throws Exception that names what simulations do not follow
+std::unique_ptr<RulesRun> rules_of(LiveRun& run, Document const& document, Mentions& mentions);
+
+}  // namespace pedflux::engine
