@@ -86,6 +86,32 @@ class RoundTripTest {
     }
 
     @Test
+    void everyKindIsFoundByNameByIdentifierAndInItsList() throws ReflectiveOperationException {
+        int lists = 0;
+        for (var entry : samples.objects.entrySet()) {
+            SimObject[] pair = entry.getValue();
+            Class<?> type = pair[0].getClass();
+            for (SimObject object : pair) {
+                Method byName = Project.class.getMethod("get" + entry.getKey(), String.class);
+                Method byIdentifier = Project.class.getMethod("get" + entry.getKey(), GlobalId.class);
+                assertEquals(object.getId(), ((SimObject) byName.invoke(samples.project, object.getName())).getId());
+                assertEquals(object.getName(), ((SimObject) byIdentifier.invoke(samples.project, object.getId())).getName());
+                assertEquals(null, byName.invoke(samples.project, "no " + object.getName()));
+                assertEquals(null, byIdentifier.invoke(samples.project, GlobalId.generate()));
+            }
+            for (Method list : Project.class.getMethods()) {
+                if (list.getParameterCount() > 0 || !type.arrayType().equals(list.getReturnType())) continue;
+                ++lists;
+                List<GlobalId> listed = new ArrayList<>();
+                for (SimObject object : (SimObject[]) list.invoke(samples.project)) listed.add(object.getId());
+                int first = listed.indexOf(pair[0].getId());
+                assertTrue(first >= 0 && first < listed.indexOf(pair[1].getId()), list + ": " + listed);
+            }
+        }
+        assertEquals(samples.objects.size(), lists, "a list for each kind");
+    }
+
+    @Test
     void whatWasSetIsReadAgainAlsoAfterEverythingElseWasSet() throws ReflectiveOperationException {
         List<String> wrong = new ArrayList<>();
         int tried = 0;
