@@ -53,7 +53,7 @@ PEDFLUX_QUERY_PART(AboveDensity, double, threshold, = 1.08, "densityThreshold", 
 PEDFLUX_QUERY_PART(SampledSometimes, unsigned int, period, = 1, "samplePeriod", self.period, AT_LEAST_ONE)
 /// The object to which static maps measure; set once.
 PEDFLUX_QUERY_PART(LeadsTo, GlobalId, object, {}, "object", self.object,
-                   refers_to<NetworkState>("a portal, floor, connection or other object that people reach"))
+                   refers_to<NetworkObjectState>("a portal, floor, connection or other object that people reach"))
 
 struct CloseTogether {
     double distance = 2;  ///< metres

@@ -9,7 +9,7 @@ namespace pedflux::engine {
 Place place_of(Document const& document, RunReader const& reader, GlobalId const& id) {
     auto const* const object = document.find(id);
     auto const* const zone = dynamic_cast<ZoneState const*>(object);
-    if (!zone && !dynamic_cast<NetworkState const*>(object)) {
+    if (!zone && !dynamic_cast<NetworkObjectState const*>(object)) {
         refuse((object ? title_of(*object) : "'" + GlobalId(id).GetString() + "'") +
                " is not a place that a stored run tells of: a floor, connection, zone or portal");
     }

@@ -131,9 +131,9 @@ ACTION_WITH_DESTINATIONS(SEEK_PORTAL, SeekPortalAction, SeekState, "portals", A_
 ACTION_WITH_DESTINATIONS(SEEK_PROCESS_START, SeekProcessStartAction, SeekState, "processStarts",
                          (refers_to_kinds<ObjectType::SERVER, ObjectType::DISPATCH>("a server or dispatch")), false,
                          false)
-ACTION_WITH_DESTINATIONS(FOLLOW_SIGN, FollowSignAction, ActionState, "routeObjects",
-                         refers_to<NetworkState>("a floor, connection, portal or another object that routes lead over"),
-                         true, true)
+ACTION_WITH_DESTINATIONS(
+    FOLLOW_SIGN, FollowSignAction, ActionState, "routeObjects",
+    refers_to<NetworkObjectState>("a floor, connection, portal or another object that routes lead over"), true, true)
 #undef ACTION_WITH_DESTINATIONS
 
 // Waiting.

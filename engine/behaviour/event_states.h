@@ -70,6 +70,11 @@ struct EventState : ObjectState {
     static void check(EventState const& self) { require_valid(self.population); }
 };
 
+/// The colour that a scheme gives to agents.
+/// @param own of what brings them
+/// @param given the specified colour; of rules, that of those for whom no test is true
+Color scheme_color(EventColorSchemeType scheme, Color own, Color given);
+
 /// The colour that the event's scheme gives to its agents; of rules, to those for whom no test is true.
 Color agent_color_of(EventState const& event);
 

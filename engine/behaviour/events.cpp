@@ -193,20 +193,24 @@ std::optional<Vec3d> middle_of_stations(Document const& document, DispatchState 
     return value_of(1.0 / static_cast<double>(centres.size()) * sum);
 }
 
-Color agent_color_of(EventState const& event) {
-    switch (event.color_scheme) {
+Color scheme_color(EventColorSchemeType scheme, Color own, Color given) {
+    switch (scheme) {
         case EventColorSchemeType::EVENT_COLOR:
-            return event.color;
+            return own;
         case EventColorSchemeType::SPECIFIED:
-            return event.specified_color;
         case EventColorSchemeType::RULES:
-            return event.fallback_color;
+            return given;
         case EventColorSchemeType::LIGHTER:
-            return mixed(event.color, Color::WHITE);
+            return mixed(own, Color::WHITE);
         case EventColorSchemeType::DARKER:
-            return mixed(event.color, Color::BLACK);
+            return mixed(own, Color::BLACK);
     }
-    return event.color;
+    return own;
+}
+
+Color agent_color_of(EventState const& event) {
+    bool const by_rules = event.color_scheme == EventColorSchemeType::RULES;
+    return scheme_color(event.color_scheme, event.color, by_rules ? event.fallback_color : event.specified_color);
 }
 
 }  // namespace engine

@@ -116,7 +116,7 @@ void require_valid(Arrival const& arrival) {
 }
 
 bool Population::is_place(ObjectState const& object) {
-    return dynamic_cast<NetworkState const*>(&object) != nullptr || object.kind->type == ObjectType::ZONE;
+    return dynamic_cast<NetworkObjectState const*>(&object) != nullptr || object.kind->type == ObjectType::ZONE;
 }
 
 PopulationTraits const& traits_of(PopulationSourceTypeId type) {

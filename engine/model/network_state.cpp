@@ -26,7 +26,7 @@ bool includes_all_of(DefinedMembers const& definition, ObjectType kind) {
 }
 
 struct Membership {
-    NetworkState const& object;
+    NetworkObjectState const& object;
 
     bool operator()(AllMembers) const { return true; }
     bool operator()(AllMembersExcept const& members) const { return !lists(members.objects, object.id); }
@@ -38,7 +38,7 @@ struct Membership {
 
 }  // namespace
 
-bool is_member(NetworkOfObjectsState const& network, NetworkState const& object) {
+bool is_member(NetworkState const& network, NetworkObjectState const& object) {
     return std::visit(Membership{object}, network.members);
 }
 

@@ -26,7 +26,7 @@ struct ListedMembers {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         field("objects", self.objects,
-              refers_to<NetworkState>("a floor, portal, connection or other object that routes lead over"));
+              refers_to<NetworkObjectState>("a floor, portal, connection or other object that routes lead over"));
     }
 };
 
@@ -59,8 +59,8 @@ struct DefinedMembers : ListedMembers {
     }
 };
 
-/// The state of a `Network`. What all objects have that are part of one is the `NetworkState`.
-struct NetworkOfObjectsState : ObjectState {
+/// The state of a `Network`. What all objects have that are part of one is the `NetworkObjectState`.
+struct NetworkState : ObjectState {
     static constexpr ObjectType TYPE = ObjectType::NETWORK;
     static constexpr std::string_view NAME = "Network";
     using Face = Network;
@@ -75,6 +75,6 @@ struct NetworkOfObjectsState : ObjectState {
 };
 
 /// Whether an object is a member of a network.
-bool is_member(NetworkOfObjectsState const& network, NetworkState const& object);
+bool is_member(NetworkState const& network, NetworkObjectState const& object);
 
 }  // namespace pedflux::engine

@@ -8,7 +8,7 @@ namespace pedflux {
 
 using engine::get;
 using engine::has;
-using engine::NetworkState;
+using engine::NetworkObjectState;
 using engine::SceneState;
 using engine::set;
 
@@ -29,8 +29,8 @@ void SceneObject::ScaleAlong(Axis3d const& axis, double factor) {
 }
 void SceneObject::MirrorAcross(Axis3d const& axis) { SetGeometry(GetGeometry()->MirroredAcross(axis)); }
 
-bool NetworkObject::HasDistanceAdded() { return has(*this, &NetworkState::distance_added); }
-double NetworkObject::GetDistanceAdded() { return get(*this, &NetworkState::distance_added); }
-void NetworkObject::SetDistanceAdded(double distance) { set(*this, &NetworkState::distance_added, distance); }
+bool NetworkObject::HasDistanceAdded() { return has(*this, &NetworkObjectState::distance_added); }
+double NetworkObject::GetDistanceAdded() { return get(*this, &NetworkObjectState::distance_added); }
+void NetworkObject::SetDistanceAdded(double distance) { set(*this, &NetworkObjectState::distance_added, distance); }
 
 }  // namespace pedflux

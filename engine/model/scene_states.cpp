@@ -1,5 +1,6 @@
 #include "engine/model/scene_states.h"
 
+#include "engine/model/banks.h"
 #include "engine/model/check.h"
 #include "engine/model/document.h"
 #include "engine/model/group_states.h"
@@ -49,16 +50,6 @@ void CollectionState::check(CollectionState const& self) {
     }
 }
 
-void RouteBankState::check(RouteBankState const& self) {
-    for (auto const* const other : std::as_const(*self.document).objects<RouteBankState>()) {
-        if (other == &self) return;  // those that follow check against this one
-        for (GlobalId item : self.items) {
-            if (lists(other->items, item)) {
-                Subject{owner_of(self), "items"}.refuse("connections that are in no other bank",
-                                                        "one with " + item.GetString() + " of " + title_of(*other));
-            }
-        }
-    }
-}
+void RouteBankState::check(RouteBankState const& self) { require_unshared_items(self, "connections"); }
 
 }  // namespace pedflux::engine

@@ -70,7 +70,7 @@ struct SceneState : ObjectState {
     }
 };
 
-struct NetworkState : SceneState {
+struct NetworkObjectState : SceneState {
     std::optional<double> distance_added;  ///< metres
 
     template <class Self, class Field>
@@ -80,7 +80,7 @@ struct NetworkState : SceneState {
     }
 };
 
-struct WalkableState : NetworkState {};
+struct WalkableState : NetworkObjectState {};
 
 struct PerimeterState;
 
@@ -262,7 +262,7 @@ struct PathState : ConnectionState {
     static void check(PathState const& self);
 };
 
-struct PortalState : NetworkState {
+struct PortalState : NetworkObjectState {
     static constexpr ObjectType TYPE = ObjectType::PORTAL;
     static constexpr std::string_view NAME = "Portal";
     using Face = Portal;
@@ -273,7 +273,7 @@ struct PortalState : NetworkState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        NetworkState::fields(self, field);
+        NetworkObjectState::fields(self, field);
         field("agentInitialPlacement", self.placement);
         field("enterAction", self.enter_action);
         field("waypointAction", self.waypoint_action);

@@ -52,7 +52,7 @@ struct ContactTimeRule {
     }
 };
 
-struct ServerState : NetworkState {
+struct ServerState : NetworkObjectState {
     static constexpr ObjectType TYPE = ObjectType::SERVER;
     static constexpr std::string_view NAME = "Server";
     using Face = Server;
@@ -69,7 +69,7 @@ struct ServerState : NetworkState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        NetworkState::fields(self, field);
+        NetworkObjectState::fields(self, field);
         field("accessRequiredTest", self.access_required);
         field("accessPreferredTest", self.access_preferred);
         field("capacityLimit", self.capacity);

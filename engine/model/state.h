@@ -21,7 +21,7 @@ struct Reference;
 /// What every object has. The state of a kind of object is a struct that derives from this one, or from the state of
 /// its base class, and lists its fields once:
 ///
-///     struct PortalState : NetworkState {
+///     struct PortalState : NetworkObjectState {
 ///         static constexpr ObjectType TYPE = ObjectType::PORTAL;
 ///         static constexpr std::string_view NAME = "Portal";
 ///         using Face = Portal;                                    // the SDK's class
@@ -30,7 +30,7 @@ struct Reference;
 ///
 ///         template <class Self, class Field>
 ///         static void fields(Self& self, Field&& field) {
-///             NetworkState::fields(self, field);
+///             NetworkObjectState::fields(self, field);
 ///             field("agentInitialPlacement", self.placement);
 ///         }
 ///     };

@@ -37,11 +37,11 @@ std::vector<Level> levels_of(Document const& document) {
 }
 
 /// The way from an object to one that it touches.
-using Way = std::pair<NetworkState const*, NetworkState const*>;
+using Way = std::pair<NetworkObjectState const*, NetworkObjectState const*>;
 
-std::vector<NetworkState const*> floors_at(LineSeg3d end, LineSeg3d other_end, std::vector<Level> const& levels) {
+std::vector<NetworkObjectState const*> floors_at(LineSeg3d end, LineSeg3d other_end, std::vector<Level> const& levels) {
     auto const coming = end_of(end, other_end);
-    std::vector<NetworkState const*> floors;
+    std::vector<NetworkObjectState const*> floors;
     for (auto const& level : levels) {
         if (!joints_of(coming, level.area, level.ground).empty()) floors.push_back(level.state);
     }
@@ -61,7 +61,8 @@ void add_connection(ConnectionState const& connection, std::vector<Level> const&
 }
 
 /// What lies on a floor joins the one that is nearest in height.
-void add_place(NetworkState const& place, LineSeg3d line, std::vector<Level> const& levels, std::vector<Way>& ways) {
+void add_place(NetworkObjectState const& place, LineSeg3d line, std::vector<Level> const& levels,
+               std::vector<Way>& ways) {
     FloorState const* nearest = nullptr;
     double least_offset = PORTAL_HEIGHT_TOLERANCE;
     for (auto const& level : levels) {
@@ -110,16 +111,16 @@ std::vector<Way> ways_of(Document const& document) {
 /// The objects at the other ends of the ways that leave the object, or that come to it, or both: each once, in the
 /// order of creation.
 std::vector<GlobalId> connected(Document const& document, GlobalId const& id, bool from, bool to) {
-    constexpr auto NETWORK_OBJECTS = refers_to<NetworkState>("a floor, connection, portal, server or elevator");
+    constexpr auto NETWORK_OBJECTS = refers_to<NetworkObjectState>("a floor, connection, portal, server or elevator");
     check_value({nullptr, &document}, "object", id, NETWORK_OBJECTS);
-    auto const* const object = document.find<NetworkState>(id);
-    std::vector<NetworkState const*> found;
+    auto const* const object = document.find<NetworkObjectState>(id);
+    std::vector<NetworkObjectState const*> found;
     for (auto const& [start, end] : ways_of(document)) {
         if (from && start == object) found.push_back(end);
         if (to && end == object) found.push_back(start);
     }
     std::vector<GlobalId> ids;
-    for (auto const* const other : document.objects<NetworkState>()) {
+    for (auto const* const other : document.objects<NetworkObjectState>()) {
         if (std::ranges::find(found, other) != found.end()) ids.push_back(other->id);
     }
     return ids;

@@ -1,4 +1,5 @@
 #include "engine/behaviour/distribution_face.h"
+#include "engine/model/banks.h"
 #include "engine/model/document.h"
 #include "engine/model/goal_lines.h"
 #include "engine/model/group_states.h"
@@ -6,7 +7,6 @@
 #include "engine/model/properties.h"
 #include "engine/model/scene_states.h"
 #include "engine/project/actions.h"
-#include "engine/project/route_banks.h"
 
 #include <pedflux/exception.h>
 #include <pedflux/objects.h>
@@ -108,10 +108,12 @@ bool ConnectionObject::IsPriorityPrimaryYieldToSecondary() {
     return get(*this, &ConnectionState::priority).primary_yields_to_secondary;
 }
 
-bool ConnectionObject::HasBank() { return engine::bank_of(state_of<ConnectionState>(*this)) != nullptr; }
+bool ConnectionObject::HasBank() {
+    return engine::bank_with<engine::RouteBankState>(state_of<ConnectionState>(*this)) != nullptr;
+}
 GlobalId ConnectionObject::GetBank() {
     auto& state = state_of<ConnectionState>(*this);
-    auto const* const bank = engine::bank_of(state);
+    auto const* const bank = engine::bank_with<engine::RouteBankState>(state);
     if (bank == nullptr) engine::refuse_unset(owner_of(state), "bank");
     return bank->id;
 }
@@ -120,11 +122,9 @@ void ConnectionObject::SetBank(GlobalId const& bank) {
     if (bank.IsValid()) {
         constexpr auto BANKS = engine::refers_to<engine::RouteBankState>("a route bank");
         engine::check_value(owner_of(state), "bank", bank, BANKS);
-        auto& joined = *document_of(state).find<engine::RouteBankState>(bank);
-        if (!engine::lists(joined.items, state.id)) joined.items.push_back(state.id);
-        engine::claim_items(joined);
-    } else if (auto* const left = engine::bank_of(state)) {
-        std::erase_if(left->items, [&](GlobalId const& item) { return item.InternalEquals(state.id); });
+        engine::join_bank(*document_of(state).find<engine::RouteBankState>(bank), state.id);
+    } else {
+        engine::leave_bank<engine::RouteBankState>(state);
     }
 }
 

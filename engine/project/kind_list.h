@@ -52,7 +52,7 @@
     KIND(Link)                                            \
     KIND(MaxDensityMapQuery)                              \
     KIND(MaximumProximityMapQuery)                        \
-    KIND(NetworkOfObjects)                                \
+    KIND(Network)                                         \
     KIND(NonZeroAverageDensityMapQuery)                   \
     KIND(Path)                                            \
     KIND(Perimeter)                                       \

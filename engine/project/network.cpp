@@ -14,7 +14,7 @@ namespace pedflux {
 using engine::AllMembers;
 using engine::AllMembersExcept;
 using engine::DefinedMembers;
-using engine::NetworkOfObjectsState;
+using engine::NetworkState;
 using engine::OnlyMembers;
 
 namespace engine {
@@ -34,7 +34,7 @@ DefinedMembers& members_of(NetworkDefinition& definition) {
 /// How the members are told, if it is in this way.
 template <class Members>
 Members const* members_by(Network& face) {
-    return std::get_if<Members>(&engine::get(face, &NetworkOfObjectsState::members));
+    return std::get_if<Members>(&engine::get(face, &NetworkState::members));
 }
 
 template <class Members>
@@ -45,7 +45,7 @@ std::vector<GlobalId> objects_of(Network& face) {
 
 template <class Members>
 void set_members(Network& face, Members const& members) {
-    engine::set(face, &NetworkOfObjectsState::members, members);
+    engine::set(face, &NetworkState::members, members);
 }
 
 }  // namespace
@@ -94,23 +94,23 @@ std::shared_ptr<NetworkDefinition> Network::GetNetworkDefinition() {
 }
 void Network::SetByNetworkDefinition(std::shared_ptr<NetworkDefinition> const& definition) {
     if (!definition) {
-        engine::refuse(title_of(engine::state_of<NetworkOfObjectsState>(*this)) +
+        engine::refuse(title_of(engine::state_of<NetworkState>(*this)) +
                        ": the network definition must be given, not empty");
     }
     set_members(*this, members_of(*definition));
 }
 
 std::vector<GlobalId> Network::GetMembers() {
-    auto& network = engine::state_of<NetworkOfObjectsState>(*this);
+    auto& network = engine::state_of<NetworkState>(*this);
     std::vector<GlobalId> members;
-    for (auto const* const object : engine::document_of(network).objects<engine::NetworkState>()) {
+    for (auto const* const object : engine::document_of(network).objects<engine::NetworkObjectState>()) {
         if (is_member(network, *object)) members.push_back(object->id);
     }
     return members;
 }
 bool Network::IsMember(GlobalId const& object) {
-    auto& network = engine::state_of<NetworkOfObjectsState>(*this);
-    auto const* const found = engine::document_of(network).find<engine::NetworkState>(object);
+    auto& network = engine::state_of<NetworkState>(*this);
+    auto const* const found = engine::document_of(network).find<engine::NetworkObjectState>(object);
     return found != nullptr && is_member(network, *found);
 }
 

@@ -1,7 +1,4 @@
-#include "engine/project/route_banks.h"
-
-#include "engine/model/document.h"
-#include "engine/model/lists.h"
+#include "engine/model/banks.h"
 #include "engine/model/properties.h"
 
 #include <pedflux/scene.h>
@@ -9,25 +6,6 @@
 #include <vector>
 
 namespace pedflux {
-
-namespace engine {
-
-RouteBankState* bank_of(ConnectionState const& connection) {
-    if (connection.document == nullptr) return nullptr;
-    for (auto* const bank : connection.document->objects<RouteBankState>()) {
-        if (lists(bank->items, connection.id)) return bank;
-    }
-    return nullptr;
-}
-
-void claim_items(RouteBankState const& bank) {
-    for (auto* const other : bank.document->objects<RouteBankState>()) {
-        if (other == &bank) continue;
-        std::erase_if(other->items, [&](GlobalId const& item) { return lists(bank.items, item); });
-    }
-}
-
-}  // namespace engine
 
 using engine::RouteBankState;
 

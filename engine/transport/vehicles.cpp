@@ -8,7 +8,6 @@
 
 #include <pedflux/vehicles.h>
 
-#include <numeric>
 #include <string>
 
 namespace pedflux {
@@ -225,11 +224,6 @@ engine::ColorRule const& rule_at(Vehicle& vehicle, VehiclePopulationType populat
     return rules[static_cast<std::size_t>(index)];
 }
 
-Color half_way(Color color, Color other) {
-    return {std::midpoint(color.GetRed(), other.GetRed()), std::midpoint(color.GetGreen(), other.GetGreen()),
-            std::midpoint(color.GetBlue(), other.GetBlue()), color.GetAlpha()};
-}
-
 }  // namespace
 
 GlobalId Vehicle::GetProfile(VehiclePopulationType population) {
@@ -271,18 +265,7 @@ void Vehicle::SetColorSchemeSpecified(VehiclePopulationType population, Color co
 }
 Color Vehicle::GetColorSchemeColor(VehiclePopulationType population) {
     auto const& traits = traits_of(*this, population);
-    switch (traits.color_scheme) {
-        case EventColorSchemeType::EVENT_COLOR:
-            return state_->color;
-        case EventColorSchemeType::SPECIFIED:
-        case EventColorSchemeType::RULES:
-            return traits.color;
-        case EventColorSchemeType::LIGHTER:
-            return half_way(state_->color, Color::WHITE);
-        case EventColorSchemeType::DARKER:
-            return half_way(state_->color, Color::BLACK);
-    }
-    return state_->color;
+    return engine::scheme_color(traits.color_scheme, state_->color, traits.color);
 }
 void Vehicle::SetColorSchemeRules(VehiclePopulationType population,
                                   std::vector<std::shared_ptr<AgentTest>> const& tests,

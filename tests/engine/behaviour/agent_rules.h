@@ -35,7 +35,7 @@ namespace pedflux::engine {
             ObjectState::fields(self, field);                \
         }                                                    \
     };
-STAND_IN(SomePortal, PORTAL, NetworkState)
+STAND_IN(SomePortal, PORTAL, NetworkObjectState)
 STAND_IN(SomeLink, LINK, ConnectionState)
 STAND_IN(SomeVolume, VOLUME, SceneState)
 STAND_IN(SomeServer, SERVER, ObjectState)

@@ -28,7 +28,7 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-struct PlaceState : NetworkState {
+struct PlaceState : NetworkObjectState {
     static constexpr ObjectType TYPE = ObjectType::FLOOR;
     static constexpr std::string_view NAME = "Place";
     using Face = SceneObject;
@@ -40,7 +40,7 @@ struct PersonState : ObjectState {
     using Face = SimObject;
 };
 
-struct DoorState : NetworkState {
+struct DoorState : NetworkObjectState {
     static constexpr ObjectType TYPE = ObjectType::PORTAL;
     static constexpr std::string_view NAME = "Door";
     using Face = SceneObject;
