@@ -95,7 +95,7 @@ struct Wrapper {
         Jni, typename detail::Joined<Types<JNIEnv*, jclass>, typename Argument<P>::Jni...>::type>::type;
 
     template <class... Given>
-    static Jni call(JNIEnv* env, Given... given) {
+    [[gnu::always_inline]] static Jni call(JNIEnv* env, Given... given) {
         detail::Arguments<P...> arguments;
         if (!arguments.receive(env, given...)) return Jni();
         try {

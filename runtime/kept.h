@@ -7,9 +7,9 @@ namespace pedflux::jni {
 /// The SDK takes them by reference and does not say how long it keeps the reference; programs depend on operations that
 /// hold on to it. Nothing tells the bridge when it is let go, so the buffer lives as long as the process. The price is
 /// the bytes that the program passed in. Vectors of objects are not kept: they hold references of their own, and an
-/// identifier or an object must not outlive its owner unseen.
+/// identifier or an object must not outlive its owner unseen. Inlined, since the call would show beside so little work.
 template <class T, class... Arguments>
-T const& keep(Arguments... arguments) {
+[[gnu::always_inline]] inline T const& keep(Arguments... arguments) {
     return *new T(arguments...);
 }
 
