@@ -4,6 +4,7 @@
 #include "engine/model/document.h"
 #include "engine/model/simulation_run_state.h"
 #include "engine/simulation/rules_run.h"
+#include "engine/transport/car.h"
 
 #include <pedflux/exception.h>
 
@@ -204,6 +205,11 @@ std::shared_ptr<LiveRun> create_run(Document const& document, RunSettings const&
     }
     run->timed = rules_of(*run, document, run->rules.mentions);
     run->timed->step();
+    run->elevators = make_controllers(document);
+    if (!run->elevators.empty()) {
+        run->issues.emplace_back(IssueCategory::WARNING, "Elevators stand still",
+                                 "Simulations of this engine do not move elevators yet, and nobody rides in them.");
+    }
     run->run = settings.run;
     run->database_name = settings.database_name;
     run->database_path = settings.database_path;

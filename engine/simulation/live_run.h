@@ -24,6 +24,7 @@
 /// but for its run, which gets connected to the results, and for the profiles of agents that a program asks for.
 namespace pedflux::engine {
 
+struct CarController;
 class RulesRun;
 struct SimulationRunState;
 
@@ -126,6 +127,8 @@ struct LiveRun : std::enable_shared_from_this<LiveRun> {
     std::vector<Point> doorway_outward;  ///< of length 1 where the doorway lies on an edge, otherwise (0, 0)
     std::vector<GateState> gates;        ///< of each passageway
     std::unique_ptr<RulesRun> timed;     ///< triggers, and the events, tallies and gates that depend on them
+
+    std::vector<std::shared_ptr<CarController>> elevators;
 
     // The people.
     AgentRules rules;  ///< what they are told to do

@@ -1,7 +1,6 @@
 #include "engine/geometry/checks.h"
 
 #include <pedflux/agents.h>
-#include <pedflux/elevators.h>
 #include <pedflux/simulation.h>
 
 #include <string>
@@ -25,10 +24,6 @@ NOT_SIMULATED(GlobalId Agent::GetNetwork(), "Networks")
 NOT_SIMULATED(void Agent::SetNetwork(GlobalId const&), "Networks")
 NOT_SIMULATED(void Agent::SetNetworkToGlobal(), "Networks")
 NOT_SIMULATED(void Agent::ResetNetwork(), "Networks")
-NOT_SIMULATED(bool Agent::HasElevatorTripDestinationStop(), "Elevators")
-NOT_SIMULATED(ElevatorStop Agent::GetElevatorTripDestinationStop(), "Elevators")
-NOT_SIMULATED(std::shared_ptr<ElevatorCar> Simulation::GetElevatorCar(GlobalId const&), "Elevators")
-NOT_SIMULATED(std::shared_ptr<ElevatorCar> Simulation::GetElevatorCar(std::string const&), "Elevators")
 NOT_SIMULATED(void Simulation::OpenServerEntrance(GlobalId const&), "Servers")
 NOT_SIMULATED(void Simulation::CloseServerEntrance(GlobalId const&), "Servers")
 NOT_SIMULATED(void Simulation::ResetServerEntrance(GlobalId const&), "Servers")
