@@ -22,6 +22,8 @@
 ///     KIND_WITH_GEOMETRY(Path, Paths, PolylineGeometry) the same with another shape
 ///     KIND_WITH(Zone, Zones, std::vector<GlobalId>, base_members)
 ///                                                       a name and the value of one field of its state
+///     KIND_OF_RUN(AgentCountMapQuery, AgentCountMapQueries)
+///                                                       a name and the run that it asks about
 namespace pedflux::engine {
 
 /// The face of an object, if it is of the class or of one derived from it.
@@ -95,3 +97,5 @@ std::shared_ptr<typename State::Face> create(Project const& project, std::string
     KIND_MADE_ELSEWHERE(Class, Names)
 
 #define KIND_WITH_MESH(Class, Names) KIND_WITH_GEOMETRY(Class, Names, MeshGeometry)
+
+#define KIND_OF_RUN(Class, Names) KIND_WITH(Class, Names, GlobalId, run)
