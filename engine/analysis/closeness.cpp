@@ -59,7 +59,7 @@ std::vector<std::pair<std::size_t, std::size_t>> Closeness::pairs(std::span<Agen
             bool const in_reach = other.surface == person.surface &&
                                   static_cast<double>(other.x) - static_cast<double>(person.x) <= distance_;
             if (!in_reach) break;
-            if (are_close(person, other)) found.push_back(std::minmax(order[i], order[j]));
+            if (are_close(person, other)) found.emplace_back(std::minmax(order[i], order[j]));
         }
     }
     std::ranges::sort(found);
