@@ -35,7 +35,7 @@ class AskedRun {
         if (!stays_) stays_ = stays_of(*reader_);
         return *stays_;
     }
-    Place place(GlobalId const& id) const { return place_of(document_, *reader_, id); }
+    RunPlace place(GlobalId const& id) const { return place_of(document_, *reader_, id); }
     /// The name of an object in the project, or its identifier when it is no longer there; empty for no object.
     std::string name_of(GlobalId id) const {
         if (auto const* const object = document_.find(id)) return object->name;

@@ -47,7 +47,7 @@ struct Asked {
 /// The mean number of persons on each area in each window.
 std::vector<SeriesData> population_counts(Asked const& asked) {
     auto const& query = dynamic_cast<PopulationCountGraphQueryState const&>(asked.query);
-    std::vector<Place> areas;
+    std::vector<RunPlace> areas;
     for (auto const& area : query.areas) areas.push_back(place_of(asked.document, asked.reader, area));
     if (areas.empty()) areas.push_back(everywhere(asked.reader));
     std::vector<std::string> names;

@@ -21,18 +21,18 @@ struct Run {
     RunReader const& reader;
 
     AgentRecord const& person(Passage const& passage) const { return reader.agents()[passage.agent]; }
-    Place place(GlobalId const& id) const { return place_of(document, reader, id); }
+    RunPlace place(GlobalId const& id) const { return place_of(document, reader, id); }
 };
 
 /// Whether a passage leads out of a place, or into it: one of its surfaces, or the portal that the person uses.
-bool leads_from(Run const& run, Passage const& passage, Place const& place) {
+bool leads_from(Run const& run, Passage const& passage, RunPlace const& place) {
     return passage.from ? place.has(*passage.from) : run.person(passage).origin.InternalEquals(place.id);
 }
-bool leads_to(Run const& run, Passage const& passage, Place const& place) {
+bool leads_to(Run const& run, Passage const& passage, RunPlace const& place) {
     if (passage.to) return place.has(*passage.to);
     return run.person(passage).arrived && run.person(passage).destination.InternalEquals(place.id);
 }
-bool is_in(std::optional<std::uint16_t> surface, Place const& place) { return surface && place.has(*surface); }
+bool is_in(std::optional<std::uint16_t> surface, RunPlace const& place) { return surface && place.has(*surface); }
 
 Happens test_of(Run const& run, Transition const& transition) {
     NodeState const& node = node_of(transition);

@@ -6,7 +6,7 @@
 
 namespace pedflux::engine {
 
-Place place_of(Document const& document, RunReader const& reader, GlobalId const& id) {
+RunPlace place_of(Document const& document, RunReader const& reader, GlobalId const& id) {
     auto const* const object = document.find(id);
     auto const* const zone = dynamic_cast<ZoneState const*>(object);
     if (!zone && !dynamic_cast<NetworkObjectState const*>(object)) {
@@ -17,7 +17,7 @@ Place place_of(Document const& document, RunReader const& reader, GlobalId const
         refuse(title_of(*zone) + " holds the connections between its members, of which a stored run does not tell; " +
                "queries take zones of base members alone");
     }
-    Place place{id, object->name, std::vector(reader.surfaces().size(), false)};
+    RunPlace place{id, object->name, std::vector(reader.surfaces().size(), false)};
     auto const add = [&](GlobalId const& part) {
         if (auto const surface = reader.surface_of(part)) place.surfaces[*surface] = true;
     };
@@ -28,6 +28,6 @@ Place place_of(Document const& document, RunReader const& reader, GlobalId const
     return place;
 }
 
-Place everywhere(RunReader const& reader) { return {{}, "All", std::vector(reader.surfaces().size(), true)}; }
+RunPlace everywhere(RunReader const& reader) { return {{}, "All", std::vector(reader.surfaces().size(), true)}; }
 
 }  // namespace pedflux::engine

@@ -13,7 +13,7 @@ namespace pedflux::engine {
 class Document;
 
 /// An object of the project as a place in a stored run: a set of the surfaces there, or a portal, which has none.
-struct Place {
+struct RunPlace {
     GlobalId id;
     std::string name;
     std::vector<bool> surfaces;
@@ -23,9 +23,9 @@ struct Place {
 
 /// A floor, connection, zone or portal. Parts of it that did not take part in the run are left out. Throws Exception
 /// for another identifier.
-Place place_of(Document const& document, RunReader const& reader, GlobalId const& id);
+RunPlace place_of(Document const& document, RunReader const& reader, GlobalId const& id);
 
 /// All surfaces of the run.
-Place everywhere(RunReader const& reader);
+RunPlace everywhere(RunReader const& reader);
 
 }  // namespace pedflux::engine

@@ -25,7 +25,7 @@ std::optional<int> departure_of(RunReader const& reader, AgentRecord const& pers
 }
 
 std::vector<Visit> visits_of(RunReader const& reader, AgentRecord const& person, std::vector<Stay> const& stays,
-                             Place const& place) {
+                             RunPlace const& place) {
     std::vector<Visit> visits;
     bool const is_portal = std::ranges::find(place.surfaces, true) == place.surfaces.end();
     if (is_portal && person.origin.InternalEquals(place.id)) visits.push_back({person.first_frame, person.first_frame});

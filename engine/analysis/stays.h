@@ -31,6 +31,6 @@ struct Visit {
     std::optional<int> exit;  ///< none for who was there to the end of the run
 };
 std::vector<Visit> visits_of(RunReader const& reader, AgentRecord const& person, std::vector<Stay> const& stays,
-                             Place const& place);
+                             RunPlace const& place);
 
 }  // namespace pedflux::engine

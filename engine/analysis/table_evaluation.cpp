@@ -81,7 +81,7 @@ TablePointer trip_times(AskedRun& asked) {
 }
 
 TablePointer area_times(AskedRun& asked) {
-    std::vector<Place> areas;
+    std::vector<RunPlace> areas;
     for (auto const& area : dynamic_cast<InAreas const&>(asked.query()).areas) areas.push_back(asked.place(area));
     auto const selected = asked.selected();
     auto const [first, last] = asked.range();

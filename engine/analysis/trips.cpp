@@ -44,7 +44,7 @@ std::optional<TripMade> next_trip(TripPath const& path, VisitsOfPath const& visi
 
 std::vector<TripMade> trips_of(TripPath const& path, Document const& document, RunReader const& reader,
                                Stays const& stays) {
-    std::vector<Place> places;
+    std::vector<RunPlace> places;
     for (auto const& node : path.nodes) places.push_back(place_of(document, reader, node.place));
     std::vector<TripMade> trips;
     for (std::uint32_t agent = 0; agent < stays.size(); ++agent) {
