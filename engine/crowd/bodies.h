@@ -64,6 +64,8 @@ struct Bodies {
     std::vector<float> goal_z;
     std::vector<float> next_x;
     std::vector<float> next_z;
+    /// Whether the body may touch a wall in this step.
+    std::vector<std::uint8_t> near_wall;
     std::vector<std::uint8_t> contact_count;
     std::vector<std::uint32_t> contacts;
 

@@ -199,6 +199,7 @@ void Crowd::step(double seconds) {
     std::size_t const bodies = scene.bodies.size();
     pool.for_ranges(scene.surfaces.cell_count(), grain, [&](auto from, auto to) { fill_bodies(scene, from, to); });
     pool.for_ranges(bodies, grain, [&](auto from, auto to) { decide_goals(scene, from, to); });
+    pool.for_ranges(bodies, grain, [&](auto from, auto to) { drop_far_contacts(scene, from, to); });
     for (int pass = 0; pass < separation_passes; ++pass) {
         pool.for_ranges(bodies, grain, [&](auto from, auto to) { separate(scene, from, to); });
         std::swap(scene.bodies.goal_x, scene.bodies.next_x);

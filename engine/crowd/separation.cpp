@@ -10,9 +10,28 @@ namespace {
 
 /// Share of an overlap that each of the two takes back in a pass. A half would do for two bodies; in a packing where
 /// each touches six it would shake them.
-constexpr float share = 0.35F;
+constexpr float share = 0.4F;
+/// Bodies whose goals are this much further apart than they touch, in metres, do not come together while they are
+/// separated: each would have to be pushed by half of it.
+constexpr float beyond_contact = 0.15F;
 
 }  // namespace
+
+void drop_far_contacts(Scene& scene, std::size_t first, std::size_t last) {
+    Bodies& bodies = scene.bodies;
+    for (std::size_t index = first; index < last; ++index) {
+        std::uint32_t* const list = bodies.contacts.data() + index * Bodies::most_contacts;
+        std::uint8_t kept = 0;
+        for (std::uint32_t i = 0; i < bodies.contact_count[index]; ++i) {
+            std::uint32_t const other = list[i];
+            float const from_x = bodies.goal_x[index] - bodies.goal_x[other];
+            float const from_z = bodies.goal_z[index] - bodies.goal_z[other];
+            float const reach = bodies.radius[index] + bodies.radius[other] + beyond_contact;
+            if (reach > 0 && from_x * from_x + from_z * from_z < reach * reach) list[kept++] = other;
+        }
+        bodies.contact_count[index] = kept;
+    }
+}
 
 void separate(Scene& scene, std::size_t first, std::size_t last) {
     Bodies& bodies = scene.bodies;
@@ -43,7 +62,7 @@ void separate(Scene& scene, std::size_t first, std::size_t last) {
         }
         float next_x = x + shift_x;
         float next_z = z + shift_z;
-        if (radius >= 0) {
+        if (radius >= 0 && bodies.near_wall[index] != 0) {
             gather_walls(scene.surfaces, bodies.cell[index], bodies.x[index], bodies.z[index],
                          radius + bodies.longest[index], walls);
             for (std::uint32_t i = 0; i < walls.count; ++i) {

@@ -160,6 +160,7 @@ Impression look_around(Scene& scene, Tuning const& tuning, Agent const& agent, W
     float const sight_squared = tuning.sight * tuning.sight;
     float const contact_reach = walker.radius + bodies.longest[index] + contact_slack;
     bodies.contact_count[index] = 0;
+    bodies.near_wall[index] = walls.any_within(walker.radius + bodies.longest[index]) ? 1 : 0;
     Impression impression;
     auto const look_at = [&](std::uint32_t other) {
         float const x = bodies.x[other] - walker.x;

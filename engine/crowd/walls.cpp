@@ -20,6 +20,7 @@ bool NearWalls::hide(float x, float z) const {
 
 void gather_walls(Surfaces const& surfaces, std::uint32_t cell, float x, float z, float reach, NearWalls& walls) {
     walls.count = 0;
+    walls.nearest = reach * reach;
     for (std::uint32_t const number : surfaces.walls_of.of(cell)) {
         if (surfaces.wall_open[number] != 0) continue;
         Segment const& wall = surfaces.walls[number];
@@ -32,7 +33,9 @@ void gather_walls(Surfaces const& surfaces, std::uint32_t cell, float x, float z
         float const fraction = size > 0 ? std::clamp(ahead / size, 0.0F, 1.0F) : 0.0F;
         float const near_x = from_x + fraction * along_x;
         float const near_z = from_z + fraction * along_z;
-        if (near_x * near_x + near_z * near_z > reach * reach) continue;
+        float const squared = near_x * near_x + near_z * near_z;
+        if (squared > reach * reach) continue;
+        walls.nearest = std::min(walls.nearest, squared);
         walls.lines[walls.count++] = {from_x, from_z, from_x + along_x, from_z + along_z,
                                       along_z * from_x - along_x * from_z};
         if (walls.count == NearWalls::most) return;

@@ -23,7 +23,11 @@ struct NearWalls {
 
     std::array<Line, most> lines;
     std::uint32_t count = 0;
+    /// Squared distance to the nearest of the lines, or how far they were looked for without any.
+    float nearest = 0;
 
+    /// Whether a wall may be within so many metres.
+    bool any_within(float metres) const { return count == most || nearest <= metres * metres; }
     /// Whether a wall stands between the place and the point at (x, z) from it.
     bool hide(float x, float z) const;
 };

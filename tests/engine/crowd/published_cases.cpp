@@ -52,7 +52,7 @@ TEST(PublishedCases, DoorsPassPeopleInProportionToTheirWidth) {
             EXPECT_FALSE(result.deadlock);
             EXPECT_GE(result.flow / width, it.least);
             EXPECT_LE(result.flow / width, it.most);
-            expect_bodily(result.faults, 0.3);
+            expect_bodily(result.faults, 0.1);
         }
 }
 
@@ -69,7 +69,7 @@ TEST(PublishedCases, GroupsPassEachOtherInACorridor) {
         EXPECT_LT(result.seconds, 200) << against << " against 100";
         EXPECT_GT(result.seconds, 0.9 * before) << "more people in the way do not make it faster";
         before = result.seconds;
-        expect_bodily(result.faults, 0.5);
+        expect_bodily(result.faults, 0.1);
     }
 }
 
