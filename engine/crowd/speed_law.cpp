@@ -6,7 +6,8 @@
 namespace pedflux::engine::crowd {
 
 SpeedLaw::SpeedLaw(Locomotion const& locomotion)
-    : per_density_(static_cast<float>((samples - 1) / locomotion.jam_density)),
+    : jam_density_(static_cast<float>(locomotion.jam_density)),
+      per_density_(static_cast<float>((samples - 1) / locomotion.jam_density)),
       least_(static_cast<float>(locomotion.least_speed)) {
     table_[0] = 1;
     for (std::size_t i = 1; i < samples; ++i) {

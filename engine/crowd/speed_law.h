@@ -24,9 +24,19 @@ class SpeedLaw {
         return table_[index] + fraction * (table_[index + 1] - table_[index]);
     }
 
+    /// The same on ground that slows people down to `factor` of their speed on the level. It leaves the times between
+    /// followers as they are, so gaps count more: the steepness grows with the inverse of the factor. For Weidmann's
+    /// stairs, walked at 0.46 up and 0.52 down, that is 4.2 and 3.7 against 3.7 and 3.8 as he found them.
+    float share(float density, float factor) const {
+        if (factor >= 1 || density <= 0 || density >= jam_density_) return share(density);
+        float const gap = 1 / density - 1 / jam_density_;
+        return share(1 / (1 / jam_density_ + gap / factor));
+    }
+
   private:
     static constexpr std::size_t samples = 512;
     std::array<float, samples> table_;
+    float jam_density_;
     float per_density_;
     float least_;
 };

@@ -220,7 +220,7 @@ void decide(Scene& scene, Tuning const& tuning, std::uint32_t index) {
                            unrest * std::min(agent.felt_density, 1.0F) * chance(agent.key, scene.steps);
         agent.sidestep += (wish - agent.sidestep) * std::min(seconds / tuning.turning, 1.0F);
     }
-    float const allowed = walker.pace * scene.law.share(agent.felt_density * agent.personal_space);
+    float const allowed = walker.pace * scene.law.share(agent.felt_density * agent.personal_space, agent.ground_factor);
     float const present = std::sqrt(agent.velocity_x * agent.velocity_x + agent.velocity_z * agent.velocity_z);
     float const gained = seconds < tuning.acceleration_time ? seconds / tuning.acceleration_time : 1.0F;
     float const speed = allowed > present ? present + gained * (allowed - present) : allowed;

@@ -1,5 +1,6 @@
 #include "engine/crowd/crowd.h"
 
+#include "engine/crowd/speed_law.h"
 #include "tests/engine/crowd/allocations.h"
 
 #include <pedflux/exception.h>
@@ -228,6 +229,23 @@ TEST(Crowd, PersonalSpaceSlowsFollowersAndTheSideBiasDecidesTheSide) {
         }
         EXPECT_GT(crowd.position(walker).x, 10.5) << "has passed";
         EXPECT_LT(aside * bias, 0) << "to the right of a walker along x is where z falls";
+    }
+}
+
+TEST(Crowd, FlowOnStairsIsWhatWeidmannFound) {
+    SpeedLaw const law((Locomotion()));
+    struct Case {
+        double speed;
+        double capacity;
+    };
+    for (Case const& it : {Case{1.34, 1.22}, Case{0.694, 0.98}, Case{0.610, 0.85}}) {
+        double most = 0;
+        auto const factor = static_cast<float>(it.speed / 1.34);
+        for (double density = 0.1; density < 5.4; density += 0.1) {
+            double const share{law.share(static_cast<float>(density), factor)};
+            most = std::max(most, density * it.speed * share);
+        }
+        EXPECT_NEAR(most, it.capacity, 0.08 * it.capacity) << "per metre and second at " << it.speed << " m/s";
     }
 }
 

@@ -168,5 +168,40 @@ TEST(Verification, FlowThroughADoorLiesInTheMeasuredBand) {
     }
 }
 
+/// Persons per metre and second who come off a stair 1.6 m wide, between 20 and 80 % of 140 persons.
+double stair_flow(bool up) {
+    Scene const scene;
+    double const rise = 3;
+    auto const below = scene.room("Below", -8, 0, 0, 8);
+    auto const above = scene.room("Above", 6, 0, 14, 8, rise);
+    auto const stair = scene.stair("Stair", {0, 0, 4}, {6, rise, 4}, 1.6);
+    if (up) scene.journey("Up", below->GetId(), scene.portal("Top", 14, 0, 14, 8, rise)->GetId(), 140);
+    if (!up) scene.journey("Down", above->GetId(), scene.portal("Bottom", -8, 0, -8, 8)->GetId(), 140);
+    auto const from = up ? below->GetId() : above->GetId();
+    auto const simulation = scene.simulate();
+    double first = 0;
+    double last = 0;
+    while (!simulation->IsDone() && simulation->GetCurrentFrame() < 2000) {
+        simulation->Step();
+        int const over = 140 - simulation->GetPopulation(from) - simulation->GetPopulation(stair->GetId());
+        if (over < 28) first = simulation->GetClock()->GetCurrentSecond();
+        if (over < 112) last = simulation->GetClock()->GetCurrentSecond();
+    }
+    EXPECT_TRUE(simulation->GetAllAgents().empty());
+    return 84 / (last - first) / 1.6;
+}
+
+TEST(Verification, StairsPassWhatWeidmannFoundThatTheyCan) {
+    struct Case {
+        bool up;
+        double capacity;
+    };
+    for (Case const& it : {Case{true, 0.85}, Case{false, 0.98}}) {
+        double const flow = stair_flow(it.up);
+        RecordProperty(it.up ? "flowUp" : "flowDown", std::to_string(flow));
+        EXPECT_NEAR(flow, it.capacity, 0.15 * it.capacity) << (it.up ? "up" : "down");
+    }
+}
+
 }  // namespace
 }  // namespace pedflux
