@@ -78,9 +78,22 @@ class Compiler {
                 return on_trip(*state_of<InTripFilterState>(filter).value);
             case AgentFilterType::AT_TRANSITION:
                 return at_transition(*state_of<AtTransitionFilterState>(filter).value);
-            default:
-                refuse("A stored run does not tell whom a " + std::string(node.kind->name) + " selects");
+            case AgentFilterType::CREATED_BY:
+                require_doings(reader_, "which events its agents come from");
+                return of_person([id = state_of<CreatedByFilterState>(filter).value](AgentRecord const& person) {
+                    return person.event.InternalEquals(id);
+                });
+            case AgentFilterType::ACTIVITY:
+                require_doings(reader_, "what its agents were doing");
+                return [activity = state_of<ActivityFilterState>(filter).value](View const& view, std::size_t i) {
+                    return view.persons[i].activity == static_cast<std::uint8_t>(activity);
+                };
+            case AgentFilterType::TOKEN:
+                return in_episode(EpisodeKind::HELD_TOKEN, state_of<TokenFilterState>(filter).value);
+            case AgentFilterType::AT_SERVER:
+                return in_episode(EpisodeKind::AT_SERVER, state_of<AtServerFilterState>(filter).value);
         }
+        refuse("A stored run does not tell whom a " + std::string(node.kind->name) + " selects");
     }
 
   private:
@@ -114,6 +127,20 @@ class Compiler {
         if (person.arrived) return AgentStateAtSimulationEnd::EXITED;
         return person.last_frame == reader_.last_frame() ? AgentStateAtSimulationEnd::INSIDE
                                                          : AgentStateAtSimulationEnd::FAILED;
+    }
+
+    Test in_episode(EpisodeKind kind, GlobalId const& object) {
+        require_doings(reader_, "the tokens and servers of its agents");
+        std::vector<std::vector<std::pair<int, int>>> frames(reader_.agents().size());
+        for (auto const& episode : reader_.episodes()) {
+            if (episode.kind != kind || !episode.object.InternalEquals(object)) continue;
+            frames[episode.agent].emplace_back(episode.first_frame, episode.last_frame);
+        }
+        return [frames](View const& view, std::size_t i) {
+            return std::ranges::any_of(frames[view.persons[i].agent], [&](auto const& range) {
+                return range.first <= view.number && view.number <= range.second;
+            });
+        };
     }
 
     static Test in_range(FilterRangeState const& range, float AgentFrame::*value) {

@@ -166,6 +166,19 @@ std::unique_ptr<Document> from_text(std::string_view text, Kinds kinds) {
     return document;
 }
 
+std::string to_text(ObjectState const& object) {
+    try {
+        return to_json(object).dump();
+    } catch (Json::exception const& failure) {
+        throw Exception(title_of(object) + " cannot be written as JSON: " + failure.what());
+    }
+}
+
+void add_from_text(Document& document, std::string_view text, Kinds kinds) {
+    Reading reading{document.open_warnings, "the object"};
+    read_object(document, parse(text), kinds, reading);
+}
+
 std::vector<std::string> differences(Document const& a, Document const& b) {
     auto const listed = [](Document const& document) {
         nlohmann::json json = to_json(document);

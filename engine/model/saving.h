@@ -32,6 +32,12 @@ std::string to_text(Document const& document);
 /// be right, unless all of it makes sense.
 std::unique_ptr<Document> from_text(std::string_view text, Kinds kinds);
 
+/// One object as it stands in a file.
+std::string to_text(ObjectState const& object);
+/// Adds the object that such a text describes. What it refers to is not checked: the document need not have it. Throws
+/// Exception when the text makes no sense.
+void add_from_text(Document& document, std::string_view text, Kinds kinds);
+
 /// Where two projects differ, one line for each place; none when they are equal in every field.
 std::vector<std::string> differences(Document const& a, Document const& b);
 

@@ -91,7 +91,16 @@ GlobalId Database::GetAgentCurrentFloor(int agent, int frame) {
 
 std::vector<GlobalId> Database::GetAgentTokens(int agent, int frame) {
     GetAgentCurrentFloor(agent, frame);
-    return {};
+    RunReader const& reader = DatabaseAccess::reader(*this);
+    engine::require_doings(reader, "the tokens of its agents");
+    std::vector<GlobalId> tokens;
+    for (auto const& episode : reader.episodes()) {
+        bool const holds = episode.agent == static_cast<std::uint32_t>(agent) &&
+                           episode.kind == engine::EpisodeKind::HELD_TOKEN && episode.first_frame <= frame &&
+                           frame <= episode.last_frame;
+        if (holds) tokens.push_back(episode.object);
+    }
+    return tokens;
 }
 
 std::vector<int> Database::GetAgentsOnFloor(GlobalId const& floor, int frame) {
@@ -106,16 +115,6 @@ std::vector<int> Database::GetAgentsOnFloor(GlobalId const& floor, int frame) {
 
 int Database::GetFloorPopulation(GlobalId const& floor, int frame) {
     return static_cast<int>(GetAgentsOnFloor(floor, frame).size());
-}
-
-// Who is picked by a filter is not told by what a frame stores alone.
-std::vector<int> Database::GetAgentsOnFloor(GlobalId const& floor, int frame,
-                                            std::shared_ptr<AgentFilter> const& filter) {
-    if (filter) engine::refuse("Filters on stored runs are not part of this engine yet; use the overload without one");
-    return GetAgentsOnFloor(floor, frame);
-}
-int Database::GetFloorPopulation(GlobalId const& floor, int frame, std::shared_ptr<AgentFilter> const& filter) {
-    return static_cast<int>(GetAgentsOnFloor(floor, frame, filter).size());
 }
 
 std::vector<AgentData> Database::GetFrameData(int frame) { return data_of(DatabaseAccess::reader(*this), frame); }

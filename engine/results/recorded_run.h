@@ -17,12 +17,18 @@
 ///     surfaces number, id, name, kind, shape: where people could walk, as it was simulated
 ///     agents   number, id and what is known of each person as a whole
 ///     frames   number, states: one AgentFrame after the other, in the order of agents
+///     episodes agent, kind, object, first_frame, last_frame: what was so for a part of a person's stay
+///     joins    connection, floor: the numbers of surfaces that touched
+///     objects  text: the project's zones and named filters, as in project files
 ///
-/// Its application id is "pfdb", its user version the version of the format.
+/// Its application id is "pfdb", its user version the version of the format. Format 1 has no episodes, joins, objects
+/// and events of agents, and the activity of each state is 0.
 namespace pedflux::engine {
 
 inline constexpr std::int64_t application_id = 0x70666462;
-inline constexpr std::int64_t format_version = 1;
+inline constexpr std::int64_t format_version = 2;
+/// The first format that tells what filters ask: activities, tokens, servers and the events that agents come from.
+inline constexpr std::int64_t format_with_doings = 2;
 inline constexpr int first_frame = 1;
 
 struct RunInfo {
@@ -50,6 +56,29 @@ struct AgentRecord {
     int first_frame = 0;
     int last_frame = 0;
     bool arrived = false;
+    GlobalId event = {};  ///< that created it
+};
+
+/// Something that was so for a person in all frames from the first to the last.
+enum class EpisodeKind : std::uint8_t { HELD_TOKEN = 0, AT_SERVER = 1 };
+struct Episode {
+    std::uint32_t agent = 0;
+    EpisodeKind kind = EpisodeKind::HELD_TOKEN;
+    GlobalId object = {};
+    int first_frame = 0;
+    int last_frame = 0;
+};
+
+/// A link, stair or ramp, and a floor that it ends at, by the numbers of their surfaces.
+struct Join {
+    std::uint16_t connection = 0;
+    std::uint16_t floor = 0;
+};
+
+/// What a run knows of the project besides the surfaces.
+struct RecordedProject {
+    std::vector<Join> joins;
+    std::vector<std::string> objects;
 };
 
 /// A person in one frame, as the bytes of the file: metres, seconds, degrees, persons per square metre.
@@ -57,7 +86,7 @@ struct AgentFrame {
     std::uint32_t agent = 0;
     std::uint16_t surface = 0;
     std::uint8_t movement = 0;
-    std::uint8_t reserved = 0;
+    std::uint8_t activity = 0;  ///< an AgentActivity
     std::array<std::uint8_t, 4> color{};
     float x = 0;
     float y = 0;

@@ -23,7 +23,7 @@ std::int64_t pragma(sqlite::Connection& connection, std::string const& name) {
     return statement.step() ? statement.integer(0) : 0;
 }
 
-void require_format(sqlite::Connection& connection) {
+std::int64_t require_format(sqlite::Connection& connection) {
     if (pragma(connection, "application_id") != application_id) {
         refuse("The file '" + connection.path() + "' is not a database of results");
     }
@@ -32,6 +32,7 @@ void require_format(sqlite::Connection& connection) {
         refuse("The database of results '" + connection.path() + "' has the format " + std::to_string(version) +
                ", which is newer than " + std::to_string(format_version) + ", the newest that can be read");
     }
+    return version;
 }
 
 [[noreturn]] void refuse_damaged(std::string const& path, std::string const& what) {
@@ -47,14 +48,19 @@ int require_int(std::string const& path, std::string const& what, std::int64_t v
 }
 
 constexpr std::int64_t largest_int = std::numeric_limits<int>::max();
+constexpr auto last_episode_kind = static_cast<std::int64_t>(EpisodeKind::AT_SERVER);
 
 }  // namespace
 
 RunReader::RunReader(std::string const& path) : connection_(require_file(path), sqlite::Connection::Mode::READ) {
-    require_format(connection_);
+    format_ = require_format(connection_);
     read_meta();
     read_surfaces();
     read_agents();
+    if (tells_doings()) {
+        read_episodes();
+        read_project();
+    }
     select_frame_.emplace(connection_, "SELECT states FROM frames WHERE number = ?");
 }
 
@@ -96,8 +102,8 @@ void RunReader::read_surfaces() {
 
 void RunReader::read_agents() {
     sqlite::Statement select(connection_,
-                             "SELECT number, profile, origin, destination, first_frame, last_frame, arrived "
-                             "FROM agents ORDER BY number");
+                             "SELECT number, profile, origin, destination, first_frame, last_frame, arrived, " +
+                                 std::string(tells_doings() ? "event" : "''") + " FROM agents ORDER BY number");
     while (select.step()) {
         if (select.integer(0) != static_cast<std::int64_t>(agents_.size())) {
             refuse_damaged(path(), "agent " + std::to_string(agents_.size()) + " is missing");
@@ -111,7 +117,38 @@ void RunReader::read_agents() {
         agent.last_frame = require_int(path(), "the last frame of an agent", select.integer(5),
                                        std::int64_t{agent.first_frame} - 1, last_frame_);
         agent.arrived = select.integer(6) != 0;
+        agent.event = id_of(select.text(7));
     }
+}
+
+void RunReader::read_episodes() {
+    sqlite::Statement select(connection_,
+                             "SELECT agent, kind, object, first_frame, last_frame FROM episodes "
+                             "ORDER BY agent, first_frame, rowid");
+    auto const last_agent = static_cast<std::int64_t>(agents_.size()) - 1;
+    while (select.step()) {
+        auto& episode = episodes_.emplace_back();
+        episode.agent = static_cast<std::uint32_t>(
+            require_int(path(), "the agent of an episode", select.integer(0), 0, last_agent));
+        episode.kind = static_cast<EpisodeKind>(
+            require_int(path(), "the kind of an episode", select.integer(1), 0, last_episode_kind));
+        episode.object = id_of(select.text(2));
+        episode.first_frame =
+            require_int(path(), "the first frame of an episode", select.integer(3), first_frame, last_frame_);
+        episode.last_frame =
+            require_int(path(), "the last frame of an episode", select.integer(4), episode.first_frame, last_frame_);
+    }
+}
+
+void RunReader::read_project() {
+    auto const surface = [&](std::int64_t number) {
+        auto const last = static_cast<std::int64_t>(surfaces_.size()) - 1;
+        return static_cast<std::uint16_t>(require_int(path(), "the number of a joined surface", number, 0, last));
+    };
+    sqlite::Statement joins(connection_, "SELECT connection, floor FROM joins ORDER BY rowid");
+    while (joins.step()) project_.joins.push_back({surface(joins.integer(0)), surface(joins.integer(1))});
+    sqlite::Statement objects(connection_, "SELECT text FROM objects ORDER BY rowid");
+    while (objects.step()) project_.objects.push_back(objects.text(0));
 }
 
 std::optional<std::uint16_t> RunReader::surface_of(GlobalId const& object) const {
@@ -145,6 +182,12 @@ std::vector<AgentFrame> RunReader::frame(int number) {
                        "frame " + std::to_string(number) + " shows agents or places that the run does not have");
     }
     return states;
+}
+
+void require_doings(RunReader const& reader, std::string const& what) {
+    if (reader.tells_doings()) return;
+    refuse("The run '" + reader.path() + "' was recorded by an older release, which did not store " + what +
+           "; simulate it again");
 }
 
 double RunReader::frame_at(double seconds) const {

@@ -16,6 +16,14 @@ namespace pedflux::engine {
 /// A stored run. All but its frames is read when it is opened. May be used from several threads at once.
 class RunReader {
   public:
+    /// What analysis keeps of the run from one question to the next. Made and known by it alone.
+    struct Memory {
+        Memory() = default;
+        Memory(Memory const&) = delete;
+        Memory& operator=(Memory const&) = delete;
+        virtual ~Memory() = default;
+    };
+
     /// Throws Exception when the file is missing, foreign, newer than this version or damaged.
     explicit RunReader(std::string const& path);
 
@@ -24,6 +32,11 @@ class RunReader {
     int last_frame() const { return last_frame_; }
     std::vector<Surface> const& surfaces() const { return surfaces_; }
     std::vector<AgentRecord> const& agents() const { return agents_; }
+    /// In the order of agents, each agent's in the order of time.
+    std::vector<Episode> const& episodes() const { return episodes_; }
+    RecordedProject const& project() const { return project_; }
+    /// Whether the run was recorded with activities, tokens, servers and the events that agents come from.
+    bool tells_doings() const { return format_ >= format_with_doings; }
     /// The number of the object's surface; none if the run has no such object.
     std::optional<std::uint16_t> surface_of(GlobalId const& object) const;
 
@@ -33,19 +46,30 @@ class RunReader {
     /// The last frame up to a time in seconds, not checked against the frames that there are.
     double frame_at(double seconds) const;
 
+    std::unique_ptr<Memory> memory;
+    std::mutex memory_mutex;  ///< held by whoever uses the memory
+
   private:
     void read_meta();
     void read_surfaces();
     void read_agents();
+    void read_episodes();
+    void read_project();
 
     sqlite::Connection connection_;
+    std::int64_t format_ = format_version;
     RunInfo info_;
     int last_frame_ = 0;
     std::vector<Surface> surfaces_;
     std::vector<AgentRecord> agents_;
+    std::vector<Episode> episodes_;
+    RecordedProject project_;
     std::optional<sqlite::Statement> select_frame_;
     std::mutex mutex_;
 };
+
+/// Throws Exception when the run was recorded without it.
+void require_doings(RunReader const& reader, std::string const& what);
 
 struct DatabaseAccess {
     /// The open reader. Throws Exception when the database is closed.

@@ -29,8 +29,12 @@ constexpr auto preparation = R"(
                            shape TEXT NOT NULL);
     CREATE TABLE agents (number INTEGER PRIMARY KEY, profile TEXT NOT NULL, origin TEXT NOT NULL,
                          destination TEXT NOT NULL, first_frame INTEGER NOT NULL, last_frame INTEGER NOT NULL,
-                         arrived INTEGER NOT NULL);
+                         arrived INTEGER NOT NULL, event TEXT NOT NULL);
     CREATE TABLE frames (number INTEGER PRIMARY KEY, states BLOB NOT NULL);
+    CREATE TABLE episodes (agent INTEGER NOT NULL, kind INTEGER NOT NULL, object TEXT NOT NULL,
+                           first_frame INTEGER NOT NULL, last_frame INTEGER NOT NULL);
+    CREATE TABLE joins (connection INTEGER NOT NULL, floor INTEGER NOT NULL);
+    CREATE TABLE objects (text TEXT NOT NULL);
     BEGIN;
 )";
 
@@ -60,9 +64,43 @@ void write_surfaces(sqlite::Connection& connection, std::vector<Surface> const& 
     }
 }
 
+void write_project(sqlite::Connection& connection, RecordedProject const& project) {
+    sqlite::Statement join(connection, "INSERT INTO joins VALUES (?, ?)");
+    for (auto const& [link, floor] : project.joins) join.bind(int{link}, int{floor}).run();
+    sqlite::Statement insert(connection, "INSERT INTO objects VALUES (?)");
+    for (auto const& object : project.objects) insert.bind(object).run();
+}
+
+void write_agents(sqlite::Connection& connection, std::vector<AgentRecord> const& agents) {
+    sqlite::Statement insert(connection, "INSERT INTO agents VALUES (?, ?, ?, ?, ?, ?, ?, ?)");
+    for (std::size_t i = 0; i < agents.size(); ++i) {
+        AgentRecord const& agent = agents[i];
+        auto const profile = text_of(agent.profile);
+        auto const origin = text_of(agent.origin);
+        auto const destination = text_of(agent.destination);
+        auto const event = text_of(agent.event);
+        insert
+            .bind(static_cast<std::int64_t>(i), profile, origin, destination, agent.first_frame, agent.last_frame,
+                  static_cast<int>(agent.arrived), event)
+            .run();
+    }
+}
+
+void write_episodes(sqlite::Connection& connection, std::vector<Episode> const& episodes) {
+    sqlite::Statement insert(connection, "INSERT INTO episodes VALUES (?, ?, ?, ?, ?)");
+    for (auto const& episode : episodes) {
+        auto const object = text_of(episode.object);
+        insert
+            .bind(std::int64_t{episode.agent}, static_cast<int>(episode.kind), object, episode.first_frame,
+                  episode.last_frame)
+            .run();
+    }
+}
+
 }  // namespace
 
-RunWriter::RunWriter(std::string const& path, RunInfo const& info, std::vector<Surface> const& surfaces)
+RunWriter::RunWriter(std::string const& path, RunInfo const& info, std::vector<Surface> const& surfaces,
+                     RecordedProject const& project)
     : path_(path), unfinished_path_(path + ".unfinished") {
     if (path.empty()) refuse("The database of results needs the name of a file");
     if (std::filesystem::exists(path)) require_results_file(path);
@@ -72,6 +110,7 @@ RunWriter::RunWriter(std::string const& path, RunInfo const& info, std::vector<S
     connection_->execute(preparation);
     write_meta(*connection_, info);
     write_surfaces(*connection_, surfaces);
+    write_project(*connection_, project);
     insert_frame_.emplace(*connection_, "INSERT INTO frames VALUES (?, ?)");
 }
 
@@ -89,18 +128,9 @@ void RunWriter::write_frame(std::span<AgentFrame const> states) {
     if (frames_written_ % frames_per_transaction == 0) connection_->execute("COMMIT; BEGIN");
 }
 
-void RunWriter::finish(std::vector<AgentRecord> const& agents) {
-    sqlite::Statement insert(*connection_, "INSERT INTO agents VALUES (?, ?, ?, ?, ?, ?, ?)");
-    for (std::size_t i = 0; i < agents.size(); ++i) {
-        AgentRecord const& agent = agents[i];
-        auto const profile = text_of(agent.profile);
-        auto const origin = text_of(agent.origin);
-        auto const destination = text_of(agent.destination);
-        insert
-            .bind(static_cast<std::int64_t>(i), profile, origin, destination, agent.first_frame, agent.last_frame,
-                  static_cast<int>(agent.arrived))
-            .run();
-    }
+void RunWriter::finish(std::vector<AgentRecord> const& agents, std::vector<Episode> const& episodes) {
+    write_agents(*connection_, agents);
+    write_episodes(*connection_, episodes);
     sqlite::Statement(*connection_, "INSERT INTO meta VALUES ('last_frame', ?)")
         .bind(first_frame + frames_written_ - 1)
         .run();

@@ -16,7 +16,8 @@ namespace pedflux::engine {
 class RunWriter {
   public:
     /// Throws Exception when the path cannot be written, or names a file that is no database of results.
-    RunWriter(std::string const& path, RunInfo const& info, std::vector<Surface> const& surfaces);
+    RunWriter(std::string const& path, RunInfo const& info, std::vector<Surface> const& surfaces,
+              RecordedProject const& project = {});
     RunWriter(RunWriter const&) = delete;
     RunWriter& operator=(RunWriter const&) = delete;
     /// Leaves nothing behind when the run was not finished.
@@ -25,7 +26,7 @@ class RunWriter {
     /// The next frame: its persons in the order of their numbers.
     void write_frame(std::span<AgentFrame const> states);
     /// Ends the file; the persons are numbered as they stand.
-    void finish(std::vector<AgentRecord> const& agents);
+    void finish(std::vector<AgentRecord> const& agents, std::vector<Episode> const& episodes = {});
 
   private:
     std::string path_;

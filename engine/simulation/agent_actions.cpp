@@ -292,6 +292,7 @@ void clear_zones(LiveRun& run) {
             person.doings.circulation = no_place;
             person.doings.wait_after.reset();
             person.doings.last_goal = nearest_of(run, walker, clearance.exits);
+            person.doings.evacuates = true;
             walker.starts_at = run.seconds() + sample(clearance.wait, random);
             head_for(run, walker, person.doings.last_goal);
         }
@@ -323,6 +324,7 @@ void instruct(LiveRun& run, Walker& walker) {
     }
     if (profile != run.rules.profiles.end()) give(profile->second);
     if (event != run.rules.events.end()) {
+        doings.evacuates = event->second.is_evacuation;
         give(event->second.initial_action);
         begin_circulation(run, person, event->second.circulation);
         for (auto const& [test, color] : event->second.colors) {

@@ -23,6 +23,7 @@ struct Doings {
     PlaceIndex task_goal = no_place;   ///< where the task leads
     PlaceIndex last_goal = no_place;   ///< where it goes when there is nothing else to do, and leaves
     std::optional<double> wait_after;  ///< seconds to wait when the initial actions are done
+    bool evacuates = false;            ///< its last goal is an evacuation's
     std::uint64_t tests = 0;           ///< how many tests were put to it
     SignedWay sign;
     std::uint32_t circulation = no_place;                               ///< which of the rules' circulations it is in

@@ -142,6 +142,7 @@ class Compiler {
                 refuse(title_of(*profile) + ": simulations of this engine do not follow networks yet");
         }
         if (auto const* const evacuation = dynamic_cast<EvacuationState const*>(&event)) {
+            rules.is_evacuation = true;
             on_behalf(event, [&] { add_clearance(*evacuation); });
         }
         if (auto const* const circulate = dynamic_cast<CirculateState const*>(&event)) {

@@ -67,6 +67,7 @@ struct Clearance {
 /// What an event tells its agents.
 struct EventRules {
     int initial_action = NONE;
+    bool is_evacuation = false;
     std::vector<ColorChoice> colors;
     std::uint32_t circulation = no_place;  ///< in `AgentRules::circulations`
 };

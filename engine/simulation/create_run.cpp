@@ -3,6 +3,7 @@
 #include "engine/geometry/checks.h"
 #include "engine/model/document.h"
 #include "engine/model/simulation_run_state.h"
+#include "engine/simulation/recording.h"
 #include "engine/simulation/rules_run.h"
 #include "engine/transport/car.h"
 
@@ -214,7 +215,7 @@ std::shared_ptr<LiveRun> create_run(Document const& document, RunSettings const&
     run->database_name = settings.database_name;
     run->database_path = settings.database_path;
     run->writer.emplace(run->database_path, RunInfo{settings.run->name, run->frame_rate, run->start_time},
-                        run->plan.surfaces);
+                        run->plan.surfaces, recorded_project_of(document, run->plan));
     return run;
 }
 

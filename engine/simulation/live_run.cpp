@@ -1,6 +1,7 @@
 #include "engine/simulation/live_run.h"
 
 #include "engine/model/simulation_run_state.h"
+#include "engine/simulation/recording.h"
 #include "engine/simulation/rules_run.h"
 
 #include <pedflux/database.h>
@@ -22,13 +23,16 @@ void give_token(LiveRun& run, std::uint32_t agent, GlobalId const& token) {
     auto const is_same = [&](GlobalId const& held) { return held.InternalEquals(token); };
     if (std::ranges::any_of(person.tokens, is_same)) return;
     person.tokens.push_back(token);
+    begin_episode(run, agent, EpisodeKind::HELD_TOKEN, token);
     run.changes->received.emplace_back(token, person.face);
 }
 
 void take_token(LiveRun& run, std::uint32_t agent, GlobalId const& token) {
     Person& person = run.persons[agent];
     auto const is_same = [&](GlobalId const& held) { return held.InternalEquals(token); };
-    if (std::erase_if(person.tokens, is_same) > 0) run.changes->lost.emplace_back(token, person.face);
+    if (std::erase_if(person.tokens, is_same) == 0) return;
+    run.changes->lost.emplace_back(token, person.face);
+    end_episode(run, agent, EpisodeKind::HELD_TOKEN, token);
 }
 
 navigation::Passage passage_of(LiveRun const& run, std::size_t joint_number) {
@@ -99,9 +103,10 @@ void stop(LiveRun& run) {
         auto const id_of = [&](PlaceIndex place) { return place == no_place ? GlobalId() : run.places[place].id; };
         bool const is_here = person.fate == Person::Fate::HERE;
         agents.push_back({person.origin.profile, id_of(person.origin.origin), id_of(person.doings.last_goal), person.first_frame,
-                          is_here ? run.frame : person.last_frame, person.fate == Person::Fate::ARRIVED});
+                          is_here ? run.frame : person.last_frame, person.fate == Person::Fate::ARRIVED,
+                          person.origin.event});
     }
-    run.writer->finish(agents);
+    run.writer->finish(agents, recorded_episodes(run));
     run.writer.reset();
     if (run.run->document) {
         run.run->database_file_name = run.database_name;

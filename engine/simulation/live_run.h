@@ -54,6 +54,7 @@ struct Person {
     bool adjustable = true;
     std::optional<Point> direction_override;
     Doings doings;
+    std::vector<std::size_t> open_episodes;  ///< in the run's list
     std::shared_ptr<Agent> face;
 };
 
@@ -157,6 +158,7 @@ struct LiveRun : std::enable_shared_from_this<LiveRun> {
     std::vector<bool> said_crowded;  ///< of each place
     std::optional<RunWriter> writer;
     std::vector<AgentFrame> frame_states;
+    std::vector<Episode> episodes;  ///< in the order in which they began
     std::shared_ptr<SimulationRunState> run;
     std::string database_name;  ///< as the run is to keep it
     std::string database_path;

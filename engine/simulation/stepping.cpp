@@ -4,6 +4,7 @@
 #include "engine/results/agent_data.h"
 #include "engine/simulation/admission.h"
 #include "engine/simulation/agent_actions.h"
+#include "engine/simulation/recording.h"
 #include "engine/simulation/rules_run.h"
 
 #include <algorithm>
@@ -255,6 +256,7 @@ AgentFrame frame_of(LiveRun const& run, Walker const& walker) {
     state.agent = walker.agent;
     state.surface = static_cast<std::uint16_t>(walker.region);
     state.movement = static_cast<std::uint8_t>(person.movement);
+    state.activity = static_cast<std::uint8_t>(activity_of(run, walker));
     state.color = color_bytes(person.color);
     state.x = static_cast<float>(walker.position.x);
     state.y = static_cast<float>(height_at(run, walker.region, walker.position));

@@ -54,11 +54,13 @@ class PEDFLUX_API Database {
     /// The walkable object on which the agent is in a frame: a floor, or a stair, ramp or link. Throws Exception for a
     /// frame that does not show the agent.
     GlobalId GetAgentCurrentFloor(int agent, int frame);
-    /// The tokens that the agent has in a frame. None are given by this version of the simulation.
+    /// The tokens that the agent has in a frame, in the order in which it got them. Throws Exception for a frame that
+    /// does not show the agent, and for runs of older releases, which did not record tokens.
     std::vector<GlobalId> GetAgentTokens(int agent, int frame);
     /// The agents on a walkable object in a frame, in the order of their numbers.
     std::vector<int> GetAgentsOnFloor(GlobalId const& floor, int frame);
-    /// Those of them whom a filter picks.
+    /// Those of them whom a filter picks. Zones and named filters are those of the project as it was simulated. Throws
+    /// Exception for a filter that asks for what the run does not tell.
     std::vector<int> GetAgentsOnFloor(GlobalId const& floor, int frame, std::shared_ptr<AgentFilter> const& filter);
     int GetFloorPopulation(GlobalId const& floor, int frame);
     int GetFloorPopulation(GlobalId const& floor, int frame, std::shared_ptr<AgentFilter> const& filter);

@@ -25,6 +25,7 @@ using testing::IsEmpty;
 
 GlobalId const hall("00000000-0000-4000-8000-000000000001");
 GlobalId const stair("00000000-0000-4000-8000-000000000002");
+GlobalId const ticket("00000000-0000-4000-8000-000000000003");
 
 std::vector<Surface> surfaces() {
     Surface const floor{hall,
@@ -46,11 +47,14 @@ class Results : public testing::Test {
     ~Results() override { std::filesystem::remove(path); }
 
     void write_run() const {
-        RunWriter writer(path, {"Station", 5, 28800}, surfaces());
+        RunWriter writer(path, {"Station", 5, 28800}, surfaces(), {{{1, 0}}, {"{}"}});
         writer.write_frame({});
         writer.write_frame(std::vector{state(0, 0, 1), state(1, 1, 2)});
         writer.write_frame(std::vector{state(1, 0, 3)});
-        writer.finish({{hall, stair, GlobalId(), 2, 2, true}, {GlobalId(), hall, stair, 2, 3, false}});
+        writer.finish({{hall, stair, GlobalId(), 2, 2, true}, {GlobalId(), hall, stair, 2, 3, false, ticket}},
+                      {{1, EpisodeKind::HELD_TOKEN, ticket, 3, 3},
+                       {1, EpisodeKind::AT_SERVER, hall, 2, 3},
+                       {0, EpisodeKind::HELD_TOKEN, ticket, 2, 2}});
     }
     std::string refusal_of_opening() const {
         try {
@@ -86,6 +90,12 @@ TEST_F(Results, WhatWasWrittenIsReadBack) {
     EXPECT_TRUE(reader.agents()[0].profile.InternalEquals(hall));
     EXPECT_FALSE(reader.agents()[0].destination.IsValid());
     EXPECT_TRUE(reader.agents()[0].arrived);
+    EXPECT_FALSE(reader.agents()[0].event.IsValid());
+    EXPECT_TRUE(reader.agents()[1].event.InternalEquals(ticket));
+    ASSERT_EQ(reader.episodes().size(), 3U);
+    EXPECT_EQ(reader.episodes()[1].kind, EpisodeKind::AT_SERVER) << "by agent and time";
+    EXPECT_EQ(reader.project().joins[0].connection, 1);
+    EXPECT_THAT(reader.project().objects, ElementsAre("{}"));
 
     auto const database = Database::Open(path);
     EXPECT_EQ(database->GetFirstFrame(), 1);
@@ -99,6 +109,7 @@ TEST_F(Results, WhatWasWrittenIsReadBack) {
     EXPECT_FALSE(database->HasAgent(2));
     EXPECT_TRUE(database->GetAgentCurrentFloor(1, 2).InternalEquals(stair));
     EXPECT_THAT(database->GetAgentTokens(1, 2), IsEmpty());
+    EXPECT_EQ(database->GetAgentTokens(1, 3).size(), 1U);
     EXPECT_THAT(database->GetAgentsOnFloor(hall, 3), ElementsAre(1));
     EXPECT_EQ(database->GetFloorPopulation(stair, 3), 0);
     EXPECT_THAT(database->GetFrameData(1), IsEmpty());
@@ -174,7 +185,7 @@ TEST_F(Results, ChangedFilesAreRefusedWithTheReason) {
         char const* message;
     };
     for (auto const& [change, message] : std::vector<Case>{
-             {"PRAGMA user_version = 2", "newer than 1"},
+             {"PRAGMA user_version = 3", "newer than 2"},
              {"PRAGMA user_version = 0", "format 0"},
              {"DELETE FROM frames WHERE number = 2", "2 frames instead of 3"},
              {"UPDATE frames SET number = 9 WHERE number = 3", "damaged"},
@@ -184,6 +195,10 @@ TEST_F(Results, ChangedFilesAreRefusedWithTheReason) {
              {"DELETE FROM meta WHERE name = 'last_frame'", "no last_frame"},
              {"UPDATE surfaces SET shape = '{}'", "shape of surface 'Hall'"},
              {"DROP TABLE surfaces", "surfaces"},
+             {"UPDATE episodes SET agent = 2", "agent of an episode is 2"},
+             {"UPDATE episodes SET kind = 2", "kind of an episode is 2"},
+             {"UPDATE episodes SET last_frame = 4", "last frame of an episode is 4"},
+             {"UPDATE joins SET floor = 2", "joined surface is 2"},
          }) {
         write_run();
         sqlite::Connection(path, sqlite::Connection::Mode::CREATE).execute(change);
