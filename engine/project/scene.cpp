@@ -1,6 +1,7 @@
 #include "engine/behaviour/distribution_face.h"
 #include "engine/geometry/vector.h"
 #include "engine/model/document.h"
+#include "engine/model/cordon_direction.h"
 #include "engine/model/goal_lines.h"
 #include "engine/model/lists.h"
 #include "engine/model/properties.h"
@@ -151,13 +152,7 @@ void Cordon::SetCordonDirection(CordonDirection direction) { set(*this, &CordonS
 bool Cordon::IsDirectionInverted() { return get(*this, &CordonState::inverted); }
 void Cordon::SetDirectionInverted(bool inverted) { set(*this, &CordonState::inverted, inverted); }
 Vec3d Cordon::GetDirectionVector() {
-    auto line = engine::centre_goal_line(*GetGeometry());
-    auto const along = engine::vector_of(line.GetEndPoint()) - engine::vector_of(line.GetStartPoint());
-    engine::Vector across = (1 / std::hypot(along.x, along.z)) * engine::Vector{-along.z, 0, along.x};
-    constexpr double ROUNDING = 1e-9;
-    bool const points_back = std::abs(across.z) > ROUNDING ? across.z < 0 : across.x < 0;
-    if (points_back != IsDirectionInverted()) across = -across;
-    return engine::value_of(across);
+    return engine::value_of(engine::direction_of(state_of<CordonState>(*this)));
 }
 bool Cordon::WillCountInDirection(Vec3d const& direction) {
     engine::check_value(owner_of(state_of<CordonState>(*this)), "direction", direction, engine::NoRule{});

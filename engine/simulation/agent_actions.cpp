@@ -4,6 +4,8 @@
 #include "engine/behaviour/task_order.h"
 #include "engine/geometry/checks.h"
 #include "engine/simulation/agent_situation_live.h"
+#include "engine/simulation/orders.h"
+#include "engine/simulation/rules_run.h"
 
 #include <algorithm>
 #include <cmath>
@@ -156,6 +158,13 @@ void LiveScene::happen(ActionNode const& node) {
         case AgentActionTypeId::CLEAR_TOKENS:
             for (auto const& token : objects) take_token(run_, walker_.agent, token);
             break;
+        case AgentActionTypeId::ADD_TO_TALLY:
+            for (auto const& tally : objects) {
+                if (auto const number = run_.timed->tally_plan().find(tally)) {
+                    run_.timed->tallies.add(*number, node.value);
+                }
+            }
+            break;
         case AgentActionTypeId::SET_AVATAR:
             person_.avatar = objects.front();
             break;
@@ -201,7 +210,8 @@ PlaceIndex next_portal(LiveRun const& run, Person const& person) {
 bool circulates_on(LiveRun const& run, Doings const& doings) {
     auto const& rules = run.rules.circulations[doings.circulation];
     bool const counted = doings.portals_left <= 0;
-    bool const over = clock(run) + 1e-6 >= doings.circulates_until;
+    auto const end = rules.time ? clock_time(run, *rules.time).value_or(without_end) : doings.circulates_until;
+    bool const over = clock(run) + 1e-6 >= end;
     bool const has_count = rules.count.has_value();
     bool const has_time = rules.duration || rules.time;
     if (rules.until_both && has_count && has_time) return !counted || !over;
@@ -240,7 +250,6 @@ void begin_circulation(LiveRun const& run, Person& person, std::uint32_t circula
     doings.portal = person.origin.origin;
     if (rules.count) doings.portals_left = static_cast<int>(std::lround(sample(*rules.count, random)));
     if (rules.duration) doings.circulates_until = clock(run) + sample(*rules.duration, random);
-    if (rules.time) doings.circulates_until = clock_time(run, *rules.time).value_or(without_end);
 }
 
 }  // namespace
@@ -277,24 +286,29 @@ void act(LiveRun& run, Walker& walker) {
     if (doings.circulation == no_place) head_for(run, walker, doings.last_goal);
 }
 
+void send_to_nearest(LiveRun& run, Walker& walker, std::span<PlaceIndex const> goals) {
+    auto& doings = run.persons[walker.agent].doings;
+    doings.last_goal = nearest_of(run, walker, goals);
+    head_for(run, walker, doings.last_goal);
+}
+
 void clear_zones(LiveRun& run) {
     for (auto& clearance : run.rules.clearances) {
-        if (clearance.begun || run.seconds() + 1e-6 < clearance.starts) continue;
-        clearance.begun = true;
+        auto const starts = run.timed->start_count(clearance.event);
+        if (starts == std::exchange(clearance.starts, starts)) continue;
         for (auto& walker : run.walkers) {
             auto& person = run.persons[walker.agent];
             bool const is_inside =
                 std::ranges::any_of(clearance.zones, [&](PlaceIndex zone) { return is_at(run, walker, zone); });
             if (!is_inside || person.origin.event.InternalEquals(clearance.event)) continue;
-            Random random(run.seed, clearance_streams + person.origin.key);
+            Random random(run.seed, clearance_streams + (std::uint64_t{starts - 1} << 32) + person.origin.key);
             person.doings.actions.frames.clear();
             person.doings.task.reset();
             person.doings.circulation = no_place;
             person.doings.wait_after.reset();
-            person.doings.last_goal = nearest_of(run, walker, clearance.exits);
             person.doings.evacuates = true;
             walker.starts_at = run.seconds() + sample(clearance.wait, random);
-            head_for(run, walker, person.doings.last_goal);
+            send_to_nearest(run, walker, clearance.exits);
         }
     }
 }
@@ -358,6 +372,24 @@ void act_on_crossing(LiveRun& run, Walker const& walker, navigation::RegionIndex
     begin(end_at(from).exit);
 }
 
+void act_on_leaving(LiveRun& run, Walker& walker) {
+    if (!run.rules.any_at_surfaces) return;
+    auto& person = run.persons[walker.agent];
+    auto& actions = person.doings.actions;
+    actions.frames.clear();
+    for (auto const& zone : run.rules.zones) {
+        if (zone.has[walker.region] && zone.actions.exit != NONE) start(actions, zone.actions.exit);
+    }
+    // The ends of connections are passed by nobody who leaves.
+    if (walker.region < run.plan.floor_count) {
+        int const exit = run.rules.surfaces[walker.region].ball.exit;
+        if (exit != NONE) start(actions, exit);
+    }
+    LiveScene scene(run, walker);
+    advance(run.rules.plan, actions, {run.seed, person.origin.key}, scene);
+    actions.frames.clear();
+}
+
 void order(LiveRun& run, Walker& walker, TaskOrder const& task, bool at_once) {
     for (auto const& goal : task.goals) {
         auto const place = run.places.of(goal);
@@ -372,9 +404,12 @@ void order(LiveRun& run, Walker& walker, TaskOrder const& task, bool at_once) {
         refuse("Simulations of this engine have no servers yet, so nobody can seek the start of a process");
     }
     if (task.style) require_followed(*task.style);
-    auto const first = run.rules.plan.nodes.size();
-    int const node = compile(run.rules.plan, task);
-    resolve_places(run.rules, run.places, first);
+    if (has_many_orders(run.rules)) {
+        std::vector<Doings*> all;
+        for (auto const& each : run.walkers) all.push_back(&run.persons[each.agent].doings);
+        forget_done_orders(run.rules, run.places, all);
+    }
+    int const node = add_order(run.rules, run.places, task);
     auto& actions = run.persons[walker.agent].doings.actions;
     if (at_once) {
         start(actions, node);

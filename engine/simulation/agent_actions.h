@@ -4,6 +4,8 @@
 
 #include <pedflux/color.h>
 
+#include <span>
+
 /// Agents who do what actions and tasks tell them.
 namespace pedflux::engine {
 
@@ -21,6 +23,13 @@ void act(LiveRun& run, Walker& walker);
 
 /// Somebody came from one surface onto another.
 void act_on_crossing(LiveRun& run, Walker const& walker, navigation::RegionIndex from);
+
+/// Somebody leaves: does what the floor and zones where it is tell those who go out of them, as far as it happens at
+/// once. What takes time is dropped.
+void act_on_leaving(LiveRun& run, Walker& walker);
+
+/// Makes the easiest of the goals somebody's last one, and sends it there.
+void send_to_nearest(LiveRun& run, Walker& walker, std::span<PlaceIndex const> goals);
 
 /// Whether somebody who arrives stays, as it has something else to do.
 inline bool stays_on_arrival(Person const& person) {

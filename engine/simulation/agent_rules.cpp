@@ -1,11 +1,12 @@
 #include "engine/simulation/agent_rules.h"
 
 #include "engine/behaviour/event_states.h"
-#include "engine/behaviour/trigger_states.h"
 #include "engine/geometry/checks.h"
 #include "engine/model/document.h"
 #include "engine/model/profile_state.h"
 #include "engine/model/scene_states.h"
+#include "engine/simulation/orders.h"
+#include "engine/simulation/rules_crossings.h"
 
 #include <pedflux/exception.h>
 
@@ -25,8 +26,6 @@ void require_followed(ActionPlan const& plan, ActionNode const& node) {
     switch (node.type) {
         case AgentActionTypeId::SEEK_PROCESS_START:
             refuse("simulations of this engine have no servers yet, so nobody can seek the start of a process");
-        case AgentActionTypeId::ADD_TO_TALLY:
-            refuse("simulations of this engine do not add to tallies yet");
         case AgentActionTypeId::SET_NETWORK:
             refuse("simulations of this engine do not follow networks yet");
         default:
@@ -35,23 +34,27 @@ void require_followed(ActionPlan const& plan, ActionNode const& node) {
     if (node.style != NONE) engine::require_followed(*plan.styles[static_cast<std::size_t>(node.style)]);
 }
 
+/// Throws Exception for an event whose start and activity simulations do not know.
+void require_start(Document const& document, GlobalId const& event) {
+    auto const* const object = document.find(event);
+    if (object == nullptr) refuse("the project has no event with the identifier '" + GlobalId(event).GetString() + "'");
+    if (object->kind->type == ObjectType::DISPATCH) {
+        refuse(title_of(*object) + " has no start that other rules could wait for; it acts all the time");
+    }
+}
+
 /// Throws Exception for a question that simulations do not answer.
 struct RequireAnswered {
     Mentions const& mentions;
     std::vector<MentionIndex> const& objects;
     Document const& document;
 
-    void operator()(ask::Events const&) const { refuse("simulations do not answer yet whether an event is active"); }
-    void operator()(ask::Servers const&) const { refuse("simulations of this engine have no servers yet"); }
-    void operator()(ask::Tallies const&) const { refuse("simulations do not answer yet how tallies compare"); }
-    void operator()(ask::AnyObject const& any) const {
-        for (auto i = any.objects.first; i < any.objects.first + any.objects.count; ++i) {
-            auto const* const object = document.find(mentions.objects[objects[i]]);
-            if (object != nullptr && object->kind->type == ObjectType::VOLUME) {
-                refuse("simulations do not answer yet who is in " + title_of(*object));
-            }
+    void operator()(ask::Events const& ask) const {
+        for (auto i = ask.events.first; i < ask.events.first + ask.events.count; ++i) {
+            require_start(document, mentions.objects[objects[i]]);
         }
     }
+    void operator()(ask::Servers const&) const { refuse("simulations of this engine have no servers yet"); }
     template <class Question>
     void operator()(Question const&) const {}
 };
@@ -77,8 +80,15 @@ class Compiler {
                 {compiled(portal, portal.enter_action), compiled(portal, portal.waypoint_action)});
         }
         for (auto const* const zone : document_.objects<ZoneState>()) add(*zone);
-        require_no_other_events();
+        for (auto const* const broadcast : document_.objects<BroadcastState>()) {
+            if (broadcast->enabled) add(*broadcast);
+        }
+        for (auto const* const dispatch : document_.objects<DispatchState>()) {
+            if (dispatch->enabled) on_behalf(*dispatch, [&] { add(*dispatch); });
+        }
+        rules_.volumes = volumes_of(document_);
         mention_places();
+        begin_orders(rules_);
         return std::move(rules_);
     }
 
@@ -123,9 +133,9 @@ class Compiler {
         return compiled;
     }
 
-    static void require_known(TimeInFrame const& time) {
+    void require_known(TimeInFrame const& time) const {
         if (time.frame == TimeReferenceFrame::AFTER_EVENT_START) {
-            refuse("simulations do not follow times after the start of an event yet");
+            require_start(document_, time.event.value_or(GlobalId()));
         }
     }
 
@@ -154,10 +164,7 @@ class Compiler {
     void add_clearance(EvacuationState const& evacuation) {
         engine::require_followed(*evacuation.pre_movement_wait_style);
         if (evacuation.zones.empty()) return;
-        auto const* const start = dynamic_cast<SimulationStartTriggerState const*>(&node_of(*evacuation.start_trigger));
-        if (start == nullptr)
-            refuse("zones are cleared a time after the start of the simulation, not at other triggers yet");
-        Clearance clearance{evacuation.id, static_cast<double>(start->offset), {}, {}, {}};
+        Clearance clearance{evacuation.id, {}, {}, {}};
         clearance.wait = law_of(*evacuation.pre_movement_wait);
         for (auto const& zone : evacuation.zones) clearance.zones.push_back(places_.of(zone));
         for (auto const& exit : evacuation.population.destinations) {
@@ -189,15 +196,34 @@ class Compiler {
         return static_cast<std::uint32_t>(rules_.circulations.size() - 1);
     }
 
-    /// Those that bring no people but tell them something.
-    void require_no_other_events() const {
-        auto const refuse_enabled = [](auto const& objects) {
-            for (auto const* const object : objects) {
-                if (object->enabled) refuse(title_of(*object) + " is not followed by simulations of this engine yet");
+    void add(BroadcastState const& broadcast) {
+        BroadcastRules rules;
+        rules.event = broadcast.id;
+        rules.action = compiled(broadcast, broadcast.action);
+        on_behalf(broadcast, [&] {
+            if (broadcast.test) rules.test = compiled_test(*broadcast.test);
+            if (broadcast.zone) rules.regions = rule_area_of(document_, plan_, places_, *broadcast.zone).regions;
+        });
+        rules_.broadcasts.push_back(std::move(rules));
+    }
+
+    void add(DispatchState const& dispatch) {
+        DispatchRules rules;
+        auto const add_stations = [&](std::vector<GlobalId> const& stations, std::vector<PlaceIndex>& places) {
+            for (auto const& id : stations) {
+                auto const* const object = document_.find(id);
+                if (object != nullptr && object->kind->type == ObjectType::SERVER) {
+                    refuse(title_of(*object) +
+                           " is a server; people are sent on between portals and areas only so far");
+                }
+                if (object != nullptr && object->enabled) places.push_back(places_.of(id));
             }
         };
-        refuse_enabled(document_.objects<BroadcastState>());
-        refuse_enabled(document_.objects<DispatchState>());
+        add_stations(dispatch.sources, rules.sources);
+        add_stations(dispatch.sinks, rules.sinks);
+        if (rules.sources.empty()) return;
+        for (auto const sink : rules.sinks) places_[sink].destination = 0;  // a route is wanted
+        rules_.dispatches.push_back(std::move(rules));
     }
 
     SurfaceActions actions_of(Surface const& surface) {
@@ -239,6 +265,7 @@ class Compiler {
                     mentioned.passageway = region - plan_.floor_count;
                 }
             }
+            mentioned.volume = volume_number(rules_.volumes, id);
             rules_.mentioned.push_back(mentioned);
         }
     }

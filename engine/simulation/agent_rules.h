@@ -4,6 +4,7 @@
 #include "engine/behaviour/agent_test_plan.h"
 #include "engine/simulation/floor_plan.h"
 #include "engine/simulation/places.h"
+#include "engine/simulation/volumes.h"
 
 #include <pedflux/color.h>
 
@@ -57,11 +58,25 @@ struct CirculationRules {
 /// What an evacuation tells those who are in its zones when it starts, whichever event brought them.
 struct Clearance {
     GlobalId event;
-    double starts = 0;  ///< seconds after the start of the simulation
     std::vector<PlaceIndex> zones;
     std::vector<PlaceIndex> exits;
-    Law wait;  ///< seconds before they walk
-    bool begun = false;
+    Law wait;                ///< seconds before they walk
+    std::size_t starts = 0;  ///< of the event, that were obeyed
+};
+
+/// What a broadcast tells people while its range is on.
+struct BroadcastRules {
+    GlobalId event;
+    int action = NONE;
+    std::optional<TestPlan> test;
+    std::optional<std::vector<bool>> regions;  ///< of its zone
+    std::vector<std::size_t> told_in;          ///< of each agent, in which span of the range it was told last; from 1
+};
+
+/// Sends those on who are done at a source, to the easiest of the sinks.
+struct DispatchRules {
+    std::vector<PlaceIndex> sources;
+    std::vector<PlaceIndex> sinks;
 };
 
 /// What an event tells its agents.
@@ -78,17 +93,31 @@ inline constexpr std::size_t no_gate = std::numeric_limits<std::size_t>::max();
 struct MentionedObject {
     PlaceIndex place = no_place;
     std::size_t passageway = no_gate;
+    std::size_t volume = no_volume;
+};
+
+/// Where the orders of programs begin in the lists of the plan, and how many there can be before done ones are
+/// forgotten.
+struct OrderExtent {
+    std::size_t first_node = 0;
+    std::size_t first_object = 0;
+    std::size_t first_time = 0;
+    std::size_t first_law = 0;
+    std::size_t first_style = 0;
+    std::size_t most = 0;
 };
 
 struct AgentRules {
     template <class Value>
     using ById = std::unordered_map<GlobalId, Value, IdentifierHash, IdentifierEqual>;
 
-    ActionPlan plan;                 ///< tasks that programs give are added
+    ActionPlan plan;  ///< the project's, then the orders of programs
+    OrderExtent orders;
     std::vector<PlaceIndex> places;  ///< of the plan's objects; no_place for those that nobody goes to
     std::vector<TestPlan> tests;     ///< of the plan's tests
     Mentions mentions;
     std::vector<MentionedObject> mentioned;  ///< of the mentions' objects
+    std::vector<VolumeMesh> volumes;
     ById<EventRules> events;
     ById<int> profiles;                    ///< their initial actions
     std::vector<SurfaceActions> surfaces;  ///< of each region
@@ -96,6 +125,8 @@ struct AgentRules {
     std::vector<ZoneActions> zones;  ///< those with actions
     std::vector<CirculationRules> circulations;
     std::vector<Clearance> clearances;
+    std::vector<BroadcastRules> broadcasts;
+    std::vector<DispatchRules> dispatches;
     bool any_at_surfaces = false;
     /// Where the ends of connections are that signs lead through.
     std::map<std::pair<navigation::RegionIndex, bool>, navigation::DestinationIndex> ends;

@@ -1,6 +1,7 @@
 #include "engine/simulation/agent_situation_live.h"
 
 #include "engine/geometry/checks.h"
+#include "engine/simulation/rules_run.h"
 
 #include <algorithm>
 #include <limits>
@@ -15,6 +16,11 @@ bool is_at(LiveRun const& run, Walker const& walker, PlaceIndex number) {
     return line.region == walker.region && distance(line.line, walker.position) < reach;
 }
 
+Vector point_in_space(LiveRun const& run, Walker const& walker) {
+    auto const [x, z] = walker.position;
+    return {x, height_at(run, walker.region, walker.position) + above_ground, z};
+}
+
 std::optional<double> clock_time(LiveRun const& run, TimeInFrame const& time) {
     switch (time.frame) {
         case TimeReferenceFrame::ABSOLUTE:
@@ -24,6 +30,7 @@ std::optional<double> clock_time(LiveRun const& run, TimeInFrame const& time) {
         case TimeReferenceFrame::BEFORE_SIMULATION_END:
             return run.start_time + run.duration - time.seconds;
         case TimeReferenceFrame::AFTER_EVENT_START:
+            if (auto const start = run.timed->last_start(*time.event)) return run.start_time + *start + time.seconds;
             break;
     }
     return std::nullopt;
@@ -35,7 +42,8 @@ bool LiveSituation::entered_at(MentionIndex place) const {
 }
 
 bool LiveSituation::is_in(MentionIndex area) const {
-    auto const place = run_.rules.mentioned[area].place;
+    auto const& [place, passageway, volume] = run_.rules.mentioned[area];
+    if (volume != no_volume) return contains(run_.rules.volumes[volume], point_in_space(run_, walker_));
     return place != no_place && is_at(run_, walker_, place);
 }
 
@@ -57,10 +65,11 @@ bool LiveSituation::is_gate_open(MentionIndex gate, GateStateDirection way) cons
     return way == GateStateDirection::BALL_TO_BOX ? state.ball_to_box : state.box_to_ball;
 }
 
+bool LiveSituation::is_active(MentionIndex event) const { return run_.timed->is_active(id(event)); }
+double LiveSituation::tally(MentionIndex tally) const { return run_.timed->tally(tally); }
+
 // Tests that ask for these are refused when a simulation is created.
-bool LiveSituation::is_active(MentionIndex) const { refuse("Simulations do not know yet whether events are active"); }
 bool LiveSituation::is_server_open(MentionIndex, ServerAccessPoint) const { refuse("Simulations have no servers yet"); }
-double LiveSituation::tally(MentionIndex) const { refuse("Simulations do not know the values of tallies yet"); }
 
 double LiveSituation::time(MentionIndex time) const {
     return clock_time(run_, run_.rules.mentions.times[time]).value_or(std::numeric_limits<double>::infinity());

@@ -14,6 +14,9 @@ inline constexpr double beside_line = 0.2;
 /// Whether an agent is at a portal's line or in an area.
 bool is_at(LiveRun const& run, Walker const& walker, PlaceIndex place);
 
+/// The point of space that decides in which volumes an agent is.
+Vector point_in_space(LiveRun const& run, Walker const& walker);
+
 /// Seconds since midnight; none while it is not known.
 std::optional<double> clock_time(LiveRun const& run, TimeInFrame const& time);
 

@@ -1,6 +1,7 @@
 #include "engine/simulation/live_run.h"
 
 #include "engine/model/simulation_run_state.h"
+#include "engine/simulation/agent_actions.h"
 #include "engine/simulation/recording.h"
 #include "engine/simulation/rules_run.h"
 
@@ -73,6 +74,7 @@ void open_exit(LiveRun& run, PlaceIndex place) {
 }
 
 void take_out(LiveRun& run, Person::Fate fate, Walker& walker, bool through_portal) {
+    act_on_leaving(run, walker);
     auto& person = run.persons[walker.agent];
     person.fate = fate;
     person.last_frame = run.frame;
@@ -84,7 +86,7 @@ void take_out(LiveRun& run, Person::Fate fate, Walker& walker, bool through_port
     } else {
         run.crowd.remove(walker.body);
     }
-    run.timed->is_at(walker.agent, walker.region);
+    run.timed->is_at(walker);
     run.timed->went_out(walker.agent, through_portal ? run.places[person.goal].doorway : no_place);
     run.walker_of[walker.agent] = gone;
 }

@@ -12,12 +12,13 @@ namespace pedflux::engine {
 RuleArea rule_area_of(Document const& document, FloorPlan const& plan, Places& places, GlobalId const& id) {
     auto const* const object = document.find(id);
     if (!object) refuse("'" + GlobalId(id).GetString() + "' is no object of the project");
-    if (object->kind->type == ObjectType::VOLUME) {
-        refuse(title_of(*object) + " is a volume; who is in it is not part of simulations of this engine yet");
-    }
     RuleArea area;
     area.regions.resize(plan.surfaces.size());
     if (!object->enabled) return area;
+    if (object->kind->type == ObjectType::VOLUME) {
+        area.volume = volume_number(volumes_of(document), id);
+        return area;
+    }
     auto const& place = places[places.of(id)];
     area.doorway = place.doorway;
     for (auto const region : place.regions) area.regions[region] = true;
@@ -31,10 +32,14 @@ Crossings::Crossings(Document const& document, FloorPlan const& plan, Places& pl
         require_shallow(node_of(*transition));
         add_rules(document, plan, places, *transition, transitions_.emplace_back());
     }
+    bool const any_volume = std::ranges::any_of(transitions_, [](std::vector<Rule> const& rules) {
+        return std::ranges::any_of(rules, [](Rule const& rule) { return rule.area.volume != no_volume; });
+    });
+    if (any_volume) volumes_ = volumes_of(document);
 }
 
 void Crossings::add_rules(Document const& document, FloorPlan const& plan, Places& places, Transition const& transition,
-                          std::vector<Rule>& rules) const {
+                          std::vector<Rule>& rules) {
     auto const area_of = [&](GlobalId const& id) { return rule_area_of(document, plan, places, id); };
     auto const refuse_kind = [&](GlobalId const& id) {
         auto const* const object = document.find(id);
@@ -61,7 +66,9 @@ void Crossings::add_rules(Document const& document, FloorPlan const& plan, Place
         case TransitionType::EXIT_SIMULATION:
             return rules.push_back({kind, area_of(state_of<ExitSimulationTransitionState>(transition).object)});
         case TransitionType::CORDON:
-            return refuse_kind(state_of<CordonTransitionState>(transition).cordon);
+            rules.push_back({kind, {}, {}, cordons_.size()});
+            cordons_.push_back(cordon_line_of(document, state_of<CordonTransitionState>(transition).cordon));
+            return;
         case TransitionType::ENTER_SERVER:
             return refuse_kind(state_of<EnterServerTransitionState>(transition).server);
         case TransitionType::EXIT_SERVER:
@@ -73,10 +80,15 @@ bool Crossings::makes(Rule const& rule, Crossing const& crossing) const {
     auto const is_portal = [&](RuleArea const& area) {
         return area.doorway != no_place && area.doorway == crossing.doorway;
     };
-    bool const comes_in = crossing.from == navigation::none;
-    bool const goes_out = crossing.to == navigation::none;
-    bool const enters = rule.area.has(crossing.to) && !rule.area.has(crossing.from);
-    bool const exits = rule.area.has(crossing.from) && !rule.area.has(crossing.to);
+    auto const from = crossing.from.region;
+    auto const to = crossing.to.region;
+    bool const comes_in = from == navigation::none;
+    bool const goes_out = to == navigation::none;
+    auto const is_inside = [&](Whereabouts const& where) {
+        return rule.area.volume != no_volume ? where.is_in(rule.area.volume) : rule.area.has(where.region);
+    };
+    bool const enters = is_inside(crossing.to) && !is_inside(crossing.from);
+    bool const exits = is_inside(crossing.from) && !is_inside(crossing.to);
     switch (rule.kind) {
         case TransitionType::AT_PORTAL:
             return is_portal(rule.area);
@@ -89,16 +101,18 @@ bool Crossings::makes(Rule const& rule, Crossing const& crossing) const {
             if (rule.kind == TransitionType::EXIT_SIMULATION && !goes_out) return false;
             return exits || (goes_out && is_portal(rule.area));
         case TransitionType::BETWEEN_OBJECTS: {
-            if (comes_in) return is_portal(rule.area) && rule.other.has(crossing.to);
-            if (goes_out) return is_portal(rule.other) && rule.area.has(crossing.from);
-            if (!rule.other.has(crossing.to) || rule.other.has(crossing.from)) return false;
+            if (comes_in) return is_portal(rule.area) && rule.other.has(to);
+            if (goes_out) return is_portal(rule.other) && rule.area.has(from);
+            if (!rule.other.has(to) || rule.other.has(from)) return false;
             // Floors meet at links, stairs and ramps alone, so one of these does not stand between two floors.
             bool const over_connection =
-                crossing.from >= floor_count_ && rule.area.has(crossing.before) && !rule.other.has(crossing.before);
-            return rule.area.has(crossing.from) || over_connection;
+                from >= floor_count_ && rule.area.has(crossing.before) && !rule.other.has(crossing.before);
+            return rule.area.has(from) || over_connection;
         }
-        case TransitionType::ANY_OF:
         case TransitionType::CORDON:
+            return !comes_in && !goes_out &&
+                   crosses(cordons_[rule.cordon], {crossing.from.position, crossing.to.position}, crossing.to.height);
+        case TransitionType::ANY_OF:
         case TransitionType::ENTER_SERVER:
         case TransitionType::EXIT_SERVER:
             break;
@@ -106,22 +120,28 @@ bool Crossings::makes(Rule const& rule, Crossing const& crossing) const {
     return false;
 }
 
-void Crossings::came_in(std::uint32_t agent, navigation::RegionIndex region, std::uint32_t doorway) {
-    if (!is_any()) return;
-    trails_.resize(agent + 1);
-    trails_[agent].now = region;
-    note({.to = region, .doorway = doorway});
+std::vector<bool> Crossings::volumes_around(Vector point) const {
+    std::vector<bool> around;
+    for (auto const& volume : volumes_) around.push_back(contains(volume, point));
+    return around;
 }
 
-void Crossings::move(std::uint32_t agent, navigation::RegionIndex region) {
+void Crossings::came_in(std::uint32_t agent, Whereabouts const& now, std::uint32_t doorway) {
+    trails_.resize(agent + 1);
+    trails_[agent].now = now;
+    note({.from = {}, .to = now, .doorway = doorway});
+}
+
+void Crossings::move(std::uint32_t agent, Whereabouts const& now) {
     auto& trail = trails_[agent];
-    note({.before = trail.before, .from = trail.now, .to = region});
-    trail = {trail.now, region};
+    note({.before = trail.before, .from = trail.now, .to = now});
+    if (trail.now.region != now.region) trail.before = trail.now.region;
+    trail.now = now;
 }
 
 void Crossings::went_out(std::uint32_t agent, std::uint32_t doorway) {
     if (!is_any()) return;
-    note({.before = trails_[agent].before, .from = trails_[agent].now, .doorway = doorway});
+    note({.before = trails_[agent].before, .from = trails_[agent].now, .to = {}, .doorway = doorway});
 }
 
 void Crossings::note(Crossing const& crossing) {

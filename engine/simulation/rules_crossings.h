@@ -1,7 +1,9 @@
 #pragma once
 
+#include "engine/simulation/cordons.h"
 #include "engine/simulation/floor_plan.h"
 #include "engine/simulation/places.h"
+#include "engine/simulation/volumes.h"
 
 #include <pedflux/identifiers.h>
 #include <pedflux/transitions.h>
@@ -14,22 +16,33 @@
 /// Who passed from where to where, and which transitions that makes.
 namespace pedflux::engine {
 
-/// What an object means to those who come and go: regions, or a portal. One that is disabled is neither.
+/// What an object means to those who come and go: regions, a portal or a volume. One that is disabled is none of them.
 struct RuleArea {
     std::vector<bool> regions;
     std::uint32_t doorway = no_place;
+    std::size_t volume = no_volume;  ///< of the project's enabled ones
 
-    bool has(navigation::RegionIndex region) const { return region != navigation::none && regions[region]; }
+    bool has(navigation::RegionIndex region) const { return region < regions.size() && regions[region]; }
 };
 
 /// Throws Exception for objects of which simulations do not know who is in them.
 RuleArea rule_area_of(Document const& document, FloorPlan const& plan, Places& places, GlobalId const& object);
 
-/// A change of place of one agent. Regions are `none` outside of the simulation.
+/// Where an agent is. What space asks for is set only when rules do.
+struct Whereabouts {
+    navigation::RegionIndex region = navigation::none;  ///< `none` outside of the simulation
+    Point position{};
+    double height = 0;            ///< of the ground, metres
+    std::vector<bool> volumes{};  ///< of the project's enabled ones, whether it is in it
+
+    bool is_in(std::size_t volume) const { return volume < volumes.size() && volumes[volume]; }
+};
+
+/// A change of place of one agent.
 struct Crossing {
     navigation::RegionIndex before = navigation::none;  ///< where it was before it was in `from`
-    navigation::RegionIndex from = navigation::none;
-    navigation::RegionIndex to = navigation::none;
+    Whereabouts const& from;
+    Whereabouts const& to;
     std::uint32_t doorway = no_place;  ///< of the portal through which it came in or left
 };
 
@@ -40,10 +53,15 @@ class Crossings {
     Crossings(Document const& document, FloorPlan const& plan, Places& places,
               std::span<std::shared_ptr<Transition> const> transitions);
 
-    void came_in(std::uint32_t agent, navigation::RegionIndex region, std::uint32_t doorway);
-    /// Says where an agent is now; nothing happens when it was there before.
-    void is_at(std::uint32_t agent, navigation::RegionIndex region) {
-        if (is_any() && trails_[agent].now != region) move(agent, region);
+    bool is_any() const { return !transitions_.empty(); }
+    /// Whether any transition is made by more than going from one surface to another.
+    bool needs_space() const { return !cordons_.empty() || !volumes_.empty(); }
+    std::vector<bool> volumes_around(Vector point) const;
+
+    void came_in(std::uint32_t agent, Whereabouts const& now, std::uint32_t doorway);
+    /// Says where an agent is now.
+    void is_at(std::uint32_t agent, Whereabouts const& now) {
+        if (needs_space() || trails_[agent].now.region != now.region) move(agent, now);
     }
     void went_out(std::uint32_t agent, std::uint32_t doorway);
 
@@ -56,22 +74,24 @@ class Crossings {
         TransitionType kind;
         RuleArea area;  ///< or the one that it comes from
         RuleArea other{};
+        std::size_t cordon = 0;
     };
     struct Trail {
         navigation::RegionIndex before = navigation::none;
-        navigation::RegionIndex now = navigation::none;
+        Whereabouts now;
     };
 
-    bool is_any() const { return !transitions_.empty(); }
-    void move(std::uint32_t agent, navigation::RegionIndex region);
+    void move(std::uint32_t agent, Whereabouts const& now);
     void note(Crossing const& crossing);
     bool makes(Rule const& rule, Crossing const& crossing) const;
     void add_rules(Document const& document, FloorPlan const& plan, Places& places, Transition const& transition,
-                   std::vector<Rule>& rules) const;
+                   std::vector<Rule>& rules);
 
     std::size_t floor_count_;
     std::vector<std::vector<Rule>> transitions_;  ///< any of the rules makes it
-    std::vector<Trail> trails_;                   ///< of each agent
+    std::vector<CordonLine> cordons_;
+    std::vector<VolumeMesh> volumes_;  ///< those of the project when any rule is about one
+    std::vector<Trail> trails_;        ///< of each agent
     std::vector<std::int64_t> counts_;
     std::vector<std::int64_t> next_counts_;
 };

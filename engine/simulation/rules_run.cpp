@@ -4,6 +4,7 @@
 #include "engine/behaviour/tally_object_states.h"
 #include "engine/geometry/checks.h"
 #include "engine/model/document.h"
+#include "engine/simulation/agent_situation_live.h"
 
 #include <algorithm>
 #include <iterator>
@@ -26,6 +27,7 @@ RuleMeasure measure_of(TallyMeasure const& measure, Document const& document, Li
     auto const add_area = [&](GlobalId const& id) {
         auto const area = rule_area_of(document, run.plan, run.places, id);
         for (std::size_t i = 0; i < counted.size(); ++i) counted[i] = counted[i] || area.regions[i];
+        if (area.volume != no_volume) made.volumes.push_back(area.volume);
     };
     switch (measure.kind) {
         case TallyType::TRANSITION:
@@ -68,6 +70,9 @@ std::unique_ptr<RulesRun> rules_of(LiveRun& run, Document const& document, Menti
         if (!event->enabled) continue;
         plan.sources.push_back(compiled(*event, [&] { return triggers.add_event(event->id); }));
     }
+    for (auto const* const broadcast : document.objects<BroadcastState>()) {
+        if (broadcast->enabled) compiled(*broadcast, [&] { return triggers.add_event(broadcast->id); });
+    }
     auto gates = gate_rules_of(document, run.plan, triggers);
     for (auto const* const change : document.objects<TallyChangeState>()) {
         if (!change->enabled) continue;
@@ -90,6 +95,7 @@ RulesRun::RulesRun(LiveRun& run, RulesPlan plan, Crossings made_crossings, GateR
       tallies(plan_.tallies, run.seed),
       crossings(std::move(made_crossings)),
       gates(std::move(made_gates)) {
+    for (auto const& event : plan_.triggers.events) events_.emplace(event.id, static_cast<EventIndex>(events_.size()));
     for (auto const event : plan_.sources) sources_.push_back({event});
     for (auto& waiting : run.newcomers.by_origin) {
         for (auto& person : waiting) sources_[person.source].planned.push_back(std::move(person));
@@ -120,12 +126,35 @@ void RulesRun::step_tallies() {
     for (auto const& measure : plan_.measures) {
         double value = measure.constant;
         if (measure.transition) value += static_cast<double>(crossings.count(*measure.transition));
-        for (auto const region : measure.regions) value += population[region];
+        value += count_in(measure, population);
         measures.push_back(value);
     }
     std::vector<RangeInFrame> ranges;
     for (auto const range : plan_.change_ranges) ranges.push_back({moment(range).holds, moment(range).fires});
     tallies.step(measures, ranges);
+}
+
+int RulesRun::count_in(RuleMeasure const& measure, std::vector<int> const& population) const {
+    int count = 0;
+    for (auto const region : measure.regions) count += population[region];
+    if (measure.volumes.empty()) return count;
+    for (auto const& walker : run_.walkers) {
+        auto const point = point_in_space(run_, walker);
+        bool const is_counted = std::ranges::binary_search(measure.regions, walker.region);
+        bool const is_inside = std::ranges::any_of(
+            measure.volumes, [&](std::size_t volume) { return contains(run_.rules.volumes[volume], point); });
+        if (is_inside && !is_counted) ++count;
+    }
+    return count;
+}
+
+Whereabouts RulesRun::whereabouts_of(Walker const& walker) const {
+    Whereabouts now{walker.region, walker.position};
+    if (!crossings.needs_space()) return now;
+    auto const point = point_in_space(run_, walker);
+    now.height = point.y - above_ground;
+    now.volumes = crossings.volumes_around(point);
+    return now;
 }
 
 void RulesRun::start(std::uint32_t number) {
@@ -163,10 +192,9 @@ bool RulesRun::is_gate_open(MentionIndex gate, GateStateDirection way) const {
 }
 
 std::optional<EventIndex> RulesRun::event_of(GlobalId const& id) const {
-    auto const& events = plan_.triggers.events;
-    auto const found = std::ranges::find_if(events, [&](auto const& event) { return event.id.InternalEquals(id); });
-    if (found == events.end()) return std::nullopt;
-    return static_cast<EventIndex>(found - events.begin());
+    auto const found = events_.find(id);
+    if (found == events_.end()) return std::nullopt;
+    return found->second;
 }
 
 bool RulesRun::is_active(GlobalId const& id) const {
@@ -180,14 +208,19 @@ std::optional<double> RulesRun::last_start(GlobalId const& id) const {
     return static_cast<double>(triggers_.starts(*event).back()) / run_.frame_rate;
 }
 
+std::size_t RulesRun::start_count(GlobalId const& id) const {
+    auto const event = event_of(id);
+    return event ? triggers_.starts(*event).size() : 0;
+}
+
 bool RulesRun::may_start() const {
     return std::ranges::any_of(sources_, [&](Source const& source) {
         return source.brings_people && triggers_.may_fire_again(plan_.triggers.events[source.event].start);
     });
 }
 
-void RulesRun::came_in(std::uint32_t agent, navigation::RegionIndex region, std::uint32_t doorway) {
-    crossings.came_in(agent, region, doorway);
+void RulesRun::came_in(Walker const& walker, std::uint32_t doorway) {
+    if (crossings.is_any()) crossings.came_in(walker.agent, whereabouts_of(walker), doorway);
 }
 
 void RulesRun::went_out(std::uint32_t agent, std::uint32_t doorway) {

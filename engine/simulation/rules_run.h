@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <unordered_map>
 #include <vector>
 
 /// The project's rules while a simulation runs: triggers, the events that they start, tallies and gates.
@@ -21,6 +22,7 @@ namespace pedflux::engine {
 /// What a tally measures, as the simulation knows it.
 struct RuleMeasure {
     std::vector<navigation::RegionIndex> regions;  ///< whose people are counted
+    std::vector<std::size_t> volumes;              ///< likewise
     std::optional<MentionIndex> transition;
     double constant = 0;  ///< what never changes
 };
@@ -50,16 +52,21 @@ class RulesRun final : public TriggerFacts {
     std::int64_t transitions(MentionIndex transition) const override { return crossings.count(transition); }
 
     Moment moment(MomentIndex index) const { return triggers_[index]; }
-    /// Whether an event has started and has not ended: of its people, some are still to come or there. One that is
-    /// disabled never starts.
+    /// Whether an event has started and has not ended: of its people, some are still to come or there; a broadcast's
+    /// range is on. One that is disabled never starts.
     bool is_active(GlobalId const& event) const;
     /// Seconds since the simulation's start at which an event started last; none when it has not.
     std::optional<double> last_start(GlobalId const& event) const;
+    /// How often an event has started.
+    std::size_t start_count(GlobalId const& event) const;
     /// Whether an event may still bring people who were not announced yet.
     bool may_start() const;
 
-    void is_at(std::uint32_t agent, navigation::RegionIndex region) { crossings.is_at(agent, region); }
-    void came_in(std::uint32_t agent, navigation::RegionIndex region, std::uint32_t doorway);
+    /// Where somebody is now; asked for after each of its steps.
+    void is_at(Walker const& walker) {
+        if (crossings.is_any()) crossings.is_at(walker.agent, whereabouts_of(walker));
+    }
+    void came_in(Walker const& walker, std::uint32_t doorway);
     void went_out(std::uint32_t agent, std::uint32_t doorway);
 
   private:
@@ -72,12 +79,17 @@ class RulesRun final : public TriggerFacts {
         bool brings_people = false;
     };
 
+    /// None for an event that is disabled, and for what is no event.
     std::optional<EventIndex> event_of(GlobalId const& id) const;
+    Whereabouts whereabouts_of(Walker const& walker) const;
+    /// How many people are in areas and volumes, each counted once.
+    int count_in(RuleMeasure const& measure, std::vector<int> const& population) const;
     void start(std::uint32_t source);
     void step_tallies();
 
     LiveRun& run_;
     RulesPlan const plan_;
+    std::unordered_map<GlobalId, EventIndex, IdentifierHash, IdentifierEqual> events_;
     std::vector<Source> sources_;
     TriggerRun triggers_;
 

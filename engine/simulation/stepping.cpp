@@ -4,6 +4,8 @@
 #include "engine/results/agent_data.h"
 #include "engine/simulation/admission.h"
 #include "engine/simulation/agent_actions.h"
+#include "engine/simulation/broadcasts.h"
+#include "engine/simulation/dispatches.h"
 #include "engine/simulation/recording.h"
 #include "engine/simulation/rules_run.h"
 
@@ -193,13 +195,14 @@ bool is_outside(LiveRun const& run, Walker const& walker, Point before) {
 
 void note_region(LiveRun& run, Walker& walker) {
     auto const region = run.crowd.region(walker.body);
-    run.timed->is_at(walker.agent, region);
-    if (region == walker.region) return;
+    if (region == walker.region) return run.timed->is_at(walker);
     auto& person = run.persons[walker.agent];
     run.changes->exited.emplace_back(run.plan.surfaces[walker.region].id, person.face);
     run.changes->entered.emplace_back(run.plan.surfaces[region].id, person.face);
     if (walker.region >= run.plan.floor_count) person.previous_connection = walker.region;
-    act_on_crossing(run, walker, std::exchange(walker.region, region));
+    auto const left = std::exchange(walker.region, region);
+    run.timed->is_at(walker);
+    act_on_crossing(run, walker, left);
 }
 
 /// Reads where everybody got to, and lets out who has arrived.
@@ -214,7 +217,7 @@ void note_positions(LiveRun& run) {
         walker.walked += length_factor * distance(before, walker.position);
         note_region(run, walker);
         bool const arrived = walker.way == Walker::Way::ARRIVED || has_reached_portal(run, walker, before);
-        if (!arrived || stays_on_arrival(person)) {
+        if (!arrived || stays_on_arrival(person) || send_on(run, walker)) {
             if (is_outside(run, walker, before)) {
                 run.crowd.place(walker.body, before, walker.region);
                 walker.position = before;
@@ -318,7 +321,7 @@ std::uint32_t enter(LiveRun& run, Newcomer const& newcomer, navigation::RegionIn
     run.changes->created.push_back(person.face);
     run.changes->entered.emplace_back(run.plan.surfaces[region].id, person.face);
     run.persons.push_back(std::move(person));
-    run.timed->came_in(agent, region, run.places[newcomer.origin].doorway);
+    run.timed->came_in(run.walkers.back(), run.places[newcomer.origin].doorway);
     instruct(run, run.walkers.back());
     return agent;
 }
@@ -345,6 +348,8 @@ void choose_targets(LiveRun& run) {
     require_running(run);
     create_agents(run);
     if (run.phase != Phase::CREATED) return;
+    tell_broadcasts(run);
+    send_on_who_stand(run);
     choose_ways(run);
     run.phase = Phase::CHOSEN;
 }

@@ -150,9 +150,9 @@ class PEDFLUX_API Circulate : public SinglePopulationEvent {
                                    bool untilBoth);
 };
 
-/// Gives an action to the people who are in the simulation while a trigger range is on, to each once for each span of
-/// the range: to those who are there when the span begins and to those who come while it lasts. It can be limited to
-/// those for whom a test is true, and to those in a zone.
+/// Gives an action, to be done first, to the people who are in the simulation while a trigger range is on: once in each
+/// span of the range, as soon as they are there, in the zone if there is one, and pass the test if there is one. A test
+/// of chance is drawn once in each span.
 ///
 /// A new broadcast is on all the time, and tells everybody to do nothing.
 class PEDFLUX_API Broadcast : public SimObject {
@@ -178,8 +178,8 @@ class PEDFLUX_API Broadcast : public SimObject {
     void ClearZone();
 };
 
-/// Sends people on: who is done at one of the sources goes to one of the sinks, the one that is the easiest to reach.
-/// Sources and sinks are servers, portals, floors, connections or zones; a new dispatch has none.
+/// Sends people on: who has reached one of the sources as its goal, or stands there without one, goes to the sink that is
+/// the easiest to reach. Both are servers, portals, floors, connections or zones; a new dispatch has none.
 class PEDFLUX_API Dispatch : public SimObject {
   public:
     using SimObject::SimObject;

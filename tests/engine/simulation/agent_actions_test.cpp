@@ -307,7 +307,6 @@ TEST(RulesNotFollowed, AreRefusedByName) {
                       std::make_shared<WaitForeverAction>(WaitStyle::LowestCostWaitSpace({space->GetId()})));
               },
               "'Journey': simulations of this engine have no wait spaces yet"},
-             {[](House const& house) { house.project->CreateBroadcast("Call"); }, "'Call' is not followed"},
              {[](House const& house) { house.project->CreateCirculate("Rounds"); }, "at least one portal"},
          }) {
         House const house;
