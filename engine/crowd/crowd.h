@@ -58,7 +58,8 @@ class Crowd {
     void set_held(AgentIndex agent, bool held);
     /// Puts the agent elsewhere; it stands there until the next step.
     void place(AgentIndex agent, Point position, std::uint32_t region);
-    /// Opens or closes a wall of a region, for gates and doors.
+    /// Opens or closes a wall of a region, for gates and doors. On a crossing it stops those who are in the region, not
+    /// those who come from beyond: the region there has its own wall.
     void set_wall_open(std::uint32_t region, std::size_t wall, bool open);
 
     bool contains(AgentIndex agent) const;

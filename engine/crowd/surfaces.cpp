@@ -113,6 +113,13 @@ double rough_distance(Segment a, Segment b) {
     return std::min(std::min(distance(a, b.from), distance(a, b.to)), std::min(distance(b, a.from), distance(b, a.to)));
 }
 
+/// Whether a wall is one that closes the crossing. It stops those of its own region alone, so that a crossing can be
+/// closed one way; the other region has its own wall there.
+bool closes(Segment wall, Segment crossing) {
+    constexpr double on_it = 0.02;
+    return distance(crossing, wall.from) <= on_it && distance(crossing, wall.to) <= on_it;
+}
+
 }  // namespace
 
 Surfaces::Surfaces(Plan const& plan, double cell_side) : reach(cell_side) {
@@ -159,7 +166,7 @@ Surfaces::Surfaces(Plan const& plan, double cell_side) : reach(cell_side) {
             list_near(grids[here], reach, line, number, crossing_lists);
             list_near(grids[here], reach, line, there, neighbour_lists);
             for (std::uint32_t wall = first_wall[there]; wall < first_wall[there + 1]; ++wall)
-                if (rough_distance(line, walls[wall]) <= 2 * reach)
+                if (rough_distance(line, walls[wall]) <= 2 * reach && !closes(walls[wall], line))
                     list_near(grids[here], reach, walls[wall], wall, wall_lists);
         }
     }

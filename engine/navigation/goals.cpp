@@ -27,8 +27,8 @@ std::optional<Part> part_in(Mesh const& mesh, std::uint32_t triangle, Segment li
 
 class GoalLookout {
   public:
-    GoalLookout(RegionMap const& region, RegionGoals& goals)
-        : region_(region), mesh_(region.clear_mesh), goals_(goals), best_(region.sites.sites.size()) {}
+    GoalLookout(RegionMap const& region, double metre, RegionGoals& goals)
+        : region_(region), metre_(metre), mesh_(region.clear_mesh), goals_(goals), best_(region.sites.sites.size()) {}
 
     void look_from_line(Segment line) {
         Point const aside = turned_left(unit(line.to - line.from));
@@ -137,11 +137,12 @@ class GoalLookout {
     void note(std::uint32_t source, std::uint32_t site) {
         Point const from = region_.sites.sites[site].point;
         Point const goal = nearest_point(goals_.sources[source].line, from);
-        double const walked = region_.length_factor * distance(from, goal);
+        double const walked = metre_ * distance(from, goal);
         if (!best_[site] || walked < best_[site]->distance) best_[site] = {site, walked, goal};
     }
 
     RegionMap const& region_;
+    double metre_;
     Mesh const& mesh_;
     RegionGoals& goals_;
     std::vector<std::optional<GoalSight>> best_;
@@ -155,7 +156,7 @@ bool sees_goal(GoalSource const& source, GoalView const& view, Point point) {
     return sees(FromPoint{source.line.from}, view.right, view.left, point, touching);
 }
 
-RegionGoals goals_in(RegionMap const& region, std::vector<Segment> const& lines, Polygons const& areas) {
+RegionGoals goals_in(RegionMap const& region, double metre, std::vector<Segment> const& lines, Polygons const& areas) {
     RegionGoals goals;
     if (lines.empty() && areas.empty()) return goals;
     goals.areas = areas;
@@ -167,7 +168,7 @@ RegionGoals goals_in(RegionMap const& region, std::vector<Segment> const& lines,
         add_edges(area.outline);
         for (Ring const& hole : area.holes) add_edges(hole);
     }
-    GoalLookout lookout(region, goals);
+    GoalLookout lookout(region, metre, goals);
     for (Segment const line : all)
         for (Part const& part : parts_inside(line, region.clear_reach)) {
             Segment const seen{region.clear_mesh.nearest(at(line, part.from)).point,

@@ -42,6 +42,7 @@ struct RegionGoals {
 bool sees_goal(GoalSource const& source, GoalView const& view, Point point);
 
 /// What is seen of a destination's lines and areas in a region. Sites are numbers of the region.
-RegionGoals goals_in(RegionMap const& region, std::vector<Segment> const& lines, Polygons const& areas);
+/// @param metre what a metre of plan counts as, in metres
+RegionGoals goals_in(RegionMap const& region, double metre, std::vector<Segment> const& lines, Polygons const& areas);
 
 }  // namespace pedflux::engine::navigation

@@ -71,8 +71,8 @@ Navigation::Navigation(Navigation&&) noexcept = default;
 Navigation& Navigation::operator=(Navigation&&) noexcept = default;
 Navigation::~Navigation() = default;
 
-DestinationIndex Navigation::add_destination(Destination const& destination) {
-    state_->routes.push_back(routes_to(state_->building, destination));
+DestinationIndex Navigation::add_destination(Destination const& destination, RouteClass const& people) {
+    state_->routes.push_back(routes_to(state_->building, destination, people));
     return static_cast<DestinationIndex>(state_->routes.size() - 1);
 }
 

@@ -92,8 +92,9 @@ class Navigation {
     Navigation& operator=(Navigation&&) noexcept;
     ~Navigation();
 
-    /// One more destination, numbered after those before.
-    DestinationIndex add_destination(Destination const& destination);
+    /// One more destination, numbered after those before, for all or for people of a class: the same goal is one
+    /// destination for each class of people who go there. Distances to it are in metres as these count them.
+    DestinationIndex add_destination(Destination const& destination, RouteClass const& people = {});
     /// Opens, closes or reprices a connection. Only routes that this changes are found again.
     void set_passage(ConnectionIndex connection, Passage const& passage);
     Passage const& passage(ConnectionIndex connection) const;

@@ -52,6 +52,18 @@ struct Connection {
     Passage passage;
 };
 
+/// What some people do not pass although it is open, and what walking counts to them. Empty lists: as for all.
+struct RouteClass {
+    struct Closure {
+        bool forward = false;
+        bool backward = false;
+
+        bool operator==(Closure const&) const = default;
+    };
+    std::vector<Closure> closed;  ///< of each connection
+    std::vector<double> weights;  ///< of each region, what a metre walked there counts as, in metres; above 0
+};
+
 /// Reached on any of its lines or in any of its areas.
 struct Destination {
     std::string name;

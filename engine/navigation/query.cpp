@@ -16,6 +16,7 @@ class Question {
   public:
     Question(RegionMap const& region, Routes const& routes, RegionIndex index, Mesh::Place place)
         : region_(region),
+          metre_(routes.metre_costs[index]),
           ways_(routes.ways),
           goals_(routes.goals[index]),
           views_(routes.views[index]),
@@ -42,7 +43,7 @@ class Question {
 
     Site const& site(std::uint32_t number) const { return region_.sites.sites[number]; }
     double rest(std::uint32_t number) const { return ways_.rest[region_.first_site + number]; }
-    double walk_to(Point point) const { return region_.length_factor * distance(place_.point, point); }
+    double walk_to(Point point) const { return metre_ * distance(place_.point, point); }
 
     Onward const& onward(std::uint32_t number) const { return ways_.onward[region_.first_site + number]; }
     bool in_view(SiteView const& view, Point behind) const {
@@ -62,6 +63,7 @@ class Question {
     RouteStep to_gate(RouteHint const& hint) const;
 
     RegionMap const& region_;
+    double metre_;
     Ways const& ways_;
     RegionGoals const& goals_;
     Lists<SiteView> const& views_;
@@ -102,7 +104,7 @@ RouteStep Question::to_gate(RouteHint const& hint) const {
     for (std::uint32_t i = first; i < std::min(point + 1, hint.last_in_sight); ++i) {
         if (rest(i) == unreachable || rest(i + 1) == unreachable) continue;
         WayThrough const way =
-            way_through(place_.point, {site(i).point, site(i + 1).point}, rest(i), rest(i + 1), region_.length_factor);
+            way_through(place_.point, {site(i).point, site(i + 1).point}, rest(i), rest(i + 1), metre_);
         if (way.distance >= step.distance) continue;
         step.distance = way.distance;
         step.aim = way.point;
@@ -166,7 +168,7 @@ Question::Best Question::best_site() const {
         if (last_gate_point != none && last_gate_point + 1 == view.site &&
             site(last_gate_point).gate == site(view.site).gate) {
             WayThrough const way = way_through(place_.point, {site(last_gate_point).point, site(view.site).point},
-                                               rest(last_gate_point), on, region_.length_factor);
+                                               rest(last_gate_point), on, metre_);
             best.offer({way.distance, on, i, false});
         }
         last_gate_point = view.site;
@@ -242,7 +244,7 @@ RouteStep next_step(RegionMap const& region, Routes const& routes, Point point, 
     std::optional<RouteStep> step;
     if (place.triangle == hint.triangle) step = question.held(hint);
     if (!step) step = question.fresh(hint);
-    step->distance += region.length_factor * distance(place.point, point);
+    step->distance += routes.metre_costs[hint.region] * distance(place.point, point);
     return *step;
 }
 

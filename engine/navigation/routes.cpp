@@ -2,7 +2,10 @@
 
 #include "engine/navigation/gate_distance.h"
 
+#include <pedflux/exception.h>
+
 #include <algorithm>
+#include <cmath>
 #include <queue>
 #include <tuple>
 
@@ -25,6 +28,12 @@ struct Reached {
     }
 };
 
+bool is_closed(RouteClass const& people, Gate const& gate) {
+    if (people.closed.empty()) return false;
+    auto const& closure = people.closed[gate.connection];
+    return gate.forward ? closure.forward : closure.backward;
+}
+
 class Search {
   public:
     Search(Building const& building, Routes& routes) : building_(building), routes_(routes) {}
@@ -40,7 +49,7 @@ class Search {
         std::uint32_t const other = building_.opposite[site];
         Gate const& gate = gate_of(building_, site);
         Passage const& passage = building_.connections[gate.connection].passage;
-        if (!is_open(gate, passage)) return;
+        if (!is_open(gate, passage) || is_closed(routes_.people, gate)) return;
         double const distance = routes_.ways.rest_after[other] + passage.cost;
         if (distance >= routes_.ways.rest[site] - no_shorter) return;
         routes_.ways.rest[site] = distance;
@@ -71,19 +80,20 @@ class Search {
     }
 
     void spread(std::uint32_t site) {
-        RegionMap const& region = building_.regions[building_.region_of[site]];
+        RegionIndex const index = building_.region_of[site];
+        RegionMap const& region = building_.regions[index];
+        double const metre = routes_.metre_costs[index];
         std::uint32_t const local = site - region.first_site;
         Site const& from = region.sites.sites[local];
         for (SiteLink const& link : region.sites.links[local])
-            reach(region.first_site + link.site, routes_.ways.rest[site] + region.length_factor * link.length,
-                  {from.point, site});
+            reach(region.first_site + link.site, routes_.ways.rest[site] + metre * link.length, {from.point, site});
         if (from.is_corner()) return;
-        if (local > region.sites.gate_begin[from.gate]) spread_between(region, local - 1, local);
-        if (local + 1 < region.sites.gate_begin[from.gate + 1]) spread_between(region, local, local + 1);
+        if (local > region.sites.gate_begin[from.gate]) spread_between(region, metre, local - 1, local);
+        if (local + 1 < region.sites.gate_begin[from.gate + 1]) spread_between(region, metre, local, local + 1);
     }
 
     /// Through the gate between two of its points, to all who see both.
-    void spread_between(RegionMap const& region, std::uint32_t first, std::uint32_t second) {
+    void spread_between(RegionMap const& region, double metre, std::uint32_t first, std::uint32_t second) {
         double const first_rest = routes_.ways.rest[region.first_site + first];
         double const second_rest = routes_.ways.rest[region.first_site + second];
         if (first_rest == unreachable || second_rest == unreachable) return;
@@ -96,7 +106,7 @@ class Search {
                 continue;
             }
             WayThrough const way =
-                way_through(region.sites.sites[a->site].point, piece, first_rest, second_rest, region.length_factor);
+                way_through(region.sites.sites[a->site].point, piece, first_rest, second_rest, metre);
             bool const nearer_second = distance(way.point, piece.to) < distance(way.point, piece.from);
             reach(region.first_site + a->site, way.distance,
                   {way.point, region.first_site + (nearer_second ? second : first)});
@@ -133,8 +143,8 @@ void find_views(Routes& routes, Building const& building, RegionIndex index) {
     auto const of_region = [&](auto const& values) {
         return std::span(values).subspan(region.first_site, region.sites.sites.size());
     };
-    routes.views[index] =
-        views_to(region, of_region(routes.ways.rest), of_region(routes.ways.onward), of_region(routes.ways.rest_after));
+    routes.views[index] = views_to(region, routes.metre_costs[index], of_region(routes.ways.rest),
+                                   of_region(routes.ways.onward), of_region(routes.ways.rest_after));
 }
 
 bool same(Ways const& left, Ways const& right, std::uint32_t site) {
@@ -142,11 +152,29 @@ bool same(Ways const& left, Ways const& right, std::uint32_t site) {
            left.onward[site].point == right.onward[site].point;
 }
 
+void check_class(Building const& building, RouteClass const& people) {
+    if (!people.closed.empty() && people.closed.size() != building.connections.size())
+        throw Exception("a class of people closes " + std::to_string(people.closed.size()) +
+                        " connections or leaves them open; there are " + std::to_string(building.connections.size()));
+    if (!people.weights.empty() && people.weights.size() != building.regions.size())
+        throw Exception("a class of people weighs " + std::to_string(people.weights.size()) + " regions; there are " +
+                        std::to_string(building.regions.size()));
+    for (double const weight : people.weights)
+        if (!(weight > 0) || !std::isfinite(weight))
+            throw Exception("a metre counts as " + std::to_string(weight) +
+                            " to a class of people; it must be above 0");
+}
+
 }  // namespace
 
-Routes routes_to(Building const& building, Destination const& destination) {
+Routes routes_to(Building const& building, Destination const& destination, RouteClass const& people) {
     check_destination(building, destination);
+    check_class(building, people);
     Routes routes;
+    routes.people = people;
+    for (RegionIndex r = 0; r < building.regions.size(); ++r)
+        routes.metre_costs.push_back(building.regions[r].length_factor *
+                                     (people.weights.empty() ? 1 : people.weights[r]));
     for (RegionIndex r = 0; r < building.regions.size(); ++r) {
         std::vector<Segment> lines;
         for (RegionLine const& line : destination.lines)
@@ -154,7 +182,7 @@ Routes routes_to(Building const& building, Destination const& destination) {
         Polygons areas;
         for (RegionArea const& area : destination.areas)
             if (area.region == r) areas.push_back(area.area);
-        routes.goals.push_back(goals_in(building.regions[r], lines, areas));
+        routes.goals.push_back(goals_in(building.regions[r], routes.metre_costs[r], lines, areas));
     }
     find_all(routes, building);
     routes.views.resize(building.regions.size());
@@ -170,8 +198,8 @@ void follow_change(Routes& routes, Building const& building, ConnectionIndex con
         Gate const& gate = gate_of(building, site);
         if (gate.connection != connection) continue;
         Passage const& passage = building.connections[connection].passage;
-        double const rest =
-            is_open(gate, passage) ? routes.ways.rest_after[building.opposite[site]] + passage.cost : unreachable;
+        bool const is_passed = is_open(gate, passage) && !is_closed(routes.people, gate);
+        double const rest = is_passed ? routes.ways.rest_after[building.opposite[site]] + passage.cost : unreachable;
         if (rest == routes.ways.rest[site]) continue;
         changed.push_back(site);
         longer = longer || (rest > routes.ways.rest[site] && is_used(routes, site));

@@ -20,8 +20,11 @@ struct Ways {
     std::vector<Onward> onward_after;
 };
 
-/// Everything about one destination.
+/// Everything about one destination for one class of people.
 struct Routes {
+    RouteClass people;
+    /// Per region: what a metre of plan counts as.
+    std::vector<double> metre_costs;
     Ways ways;
     /// Per region: the destination itself, and what comes next on the way to it.
     std::vector<RegionGoals> goals;
@@ -30,8 +33,8 @@ struct Routes {
     std::uint32_t version = 0;
 };
 
-/// By Dijkstra's algorithm from the destination on.
-Routes routes_to(Building const& building, Destination const& destination);
+/// By Dijkstra's algorithm from the destination on. Throws Exception for a class that does not fit the building.
+Routes routes_to(Building const& building, Destination const& destination, RouteClass const& people);
 
 /// After the connection's passage has changed in the building: finds again what depends on it.
 void follow_change(Routes& routes, Building const& building, ConnectionIndex connection);

@@ -12,8 +12,8 @@ constexpr double equally_long = 1e-6;
 
 class Viewing {
   public:
-    Viewing(RegionMap const& region, std::span<double const> rest, std::span<Onward const> onward)
-        : region_(region), mesh_(region.clear_mesh), rest_(rest), onward_(onward) {
+    Viewing(RegionMap const& region, double metre, std::span<double const> rest, std::span<Onward const> onward)
+        : region_(region), metre_(metre), mesh_(region.clear_mesh), rest_(rest), onward_(onward) {
         bound_vertices();
     }
 
@@ -32,6 +32,7 @@ class Viewing {
     bool may_be_shortest(std::uint32_t site, std::uint32_t triangle) const;
 
     RegionMap const& region_;
+    double metre_;
     Mesh const& mesh_;
     std::span<double const> rest_;
     std::span<Onward const> onward_;
@@ -63,7 +64,7 @@ bool Viewing::may_be_shortest(std::uint32_t site, std::uint32_t triangle) const 
         double least = std::numeric_limits<double>::infinity();
         for (Point const point : corners)
             least = std::min(least, dot(point - from, direction) - distance(point, corners[i]));
-        if (rest_[site] + region_.length_factor * least > within + equally_long) return false;
+        if (rest_[site] + metre_ * least > within + equally_long) return false;
     }
     return true;
 }
@@ -107,9 +108,9 @@ void Viewing::add_corner(std::uint32_t site) {
 
 }  // namespace
 
-Lists<SiteView> views_to(RegionMap const& region, std::span<double const> rest, std::span<Onward const> onward,
-                         std::span<double const> rest_after) {
-    Viewing viewing(region, rest, onward);
+Lists<SiteView> views_to(RegionMap const& region, double metre, std::span<double const> rest,
+                         std::span<Onward const> onward, std::span<double const> rest_after) {
+    Viewing viewing(region, metre, rest, onward);
     for (std::uint32_t site = 0; site < region.sites.sites.size(); ++site) {
         if (!std::isfinite(rest[site])) continue;
         if (region.sites.sites[site].is_corner())

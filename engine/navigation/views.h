@@ -28,7 +28,8 @@ inline Point bound_behind(Site const& corner, Onward const& onward) { return 2 *
 /// Per triangle, the sites of a region that may come next on the way to one destination; by ascending site. What is
 /// given is per site of the region: the metres to walk from it, how the way goes on, and the metres to walk from a
 /// point of a gate without entering this gate.
-Lists<SiteView> views_to(RegionMap const& region, std::span<double const> rest, std::span<Onward const> onward,
+/// @param metre what a metre of plan counts as, in metres
+Lists<SiteView> views_to(RegionMap const& region, double metre, std::span<double const> rest, std::span<Onward const> onward,
                          std::span<double const> rest_after);
 
 }  // namespace pedflux::engine::navigation

@@ -29,7 +29,8 @@ PlaceIndex nearest_of(LiveRun& run, Walker const& walker, std::span<PlaceIndex c
     PlaceIndex best = places.front();
     double least = without_end;
     for (auto const place : places) {
-        auto const way = run.navigation.distance(walker.region, walker.position, destination_at(run, place));
+        auto const way =
+            run.navigation.distance(walker.region, walker.position, destination_at(run, place, walker.route_class));
         if (way && *way < least) {
             least = *way;
             best = place;
@@ -177,6 +178,12 @@ void LiveScene::happen(ActionNode const& node) {
         case AgentActionTypeId::CLEAR_COLOR:
             person_.color = person_.origin.color;
             break;
+        case AgentActionTypeId::SET_NETWORK:
+            set_network(run_, walker_, objects.empty() ? no_network : require_network(run_, objects.front()));
+            break;
+        case AgentActionTypeId::CLEAR_NETWORK:
+            set_network(run_, walker_, wish_of(run_, person_.origin).network);
+            break;
         case AgentActionTypeId::EXIT_SIMULATION:
             leaves_ = true;
             break;
@@ -185,7 +192,7 @@ void LiveScene::happen(ActionNode const& node) {
             doings_.circulation = no_place;
             break;
         default:
-            // Routes are the shortest whatever an agent has passed, and nobody has a network: nothing is to be cleared.
+            // Routes are the shortest whatever an agent has passed: its history need not be cleared.
             break;
     }
 }
@@ -194,7 +201,7 @@ void LiveScene::happen(ActionNode const& node) {
 void head_for(LiveRun& run, Walker& walker, PlaceIndex goal) {
     auto& person = run.persons[walker.agent];
     person.goal = goal;
-    walker.destination = goal == no_place ? navigation::none : destination_at(run, goal);
+    walker.destination = goal == no_place ? navigation::none : destination_at(run, goal, walker.route_class);
     if (goal != no_place && !stays_on_arrival(person)) open_exit(run, goal);
 }
 

@@ -1,5 +1,6 @@
 #include "engine/simulation/agent_rules.h"
 
+#include "engine/behaviour/access_rule_states.h"
 #include "engine/behaviour/event_states.h"
 #include "engine/geometry/checks.h"
 #include "engine/model/document.h"
@@ -26,8 +27,6 @@ void require_followed(ActionPlan const& plan, ActionNode const& node) {
     switch (node.type) {
         case AgentActionTypeId::SEEK_PROCESS_START:
             refuse("simulations of this engine have no servers yet, so nobody can seek the start of a process");
-        case AgentActionTypeId::SET_NETWORK:
-            refuse("simulations of this engine do not follow networks yet");
         default:
             break;
     }
@@ -87,6 +86,10 @@ class Compiler {
             if (dispatch->enabled) on_behalf(*dispatch, [&] { add(*dispatch); });
         }
         rules_.volumes = volumes_of(document_);
+        for (auto const* const access : document_.objects<GateAccessState>()) {
+            if (!access->enabled || !access->test) continue;
+            on_behalf(*access, [&] { rules_.gate_tests[access->id] = compiled_test(*access->test); });
+        }
         mention_places();
         begin_orders(rules_);
         return std::move(rules_);
@@ -146,10 +149,6 @@ class Compiler {
             for (auto const& rule : event.color_rules) {
                 on_behalf(event, [&] { rules.colors.push_back({compiled_test(*rule.test), rule.color}); });
             }
-        }
-        if (auto const* const profile = document_.find<ProfileState>(event.profile.value_or(GlobalId()))) {
-            if (profile->network)
-                refuse(title_of(*profile) + ": simulations of this engine do not follow networks yet");
         }
         if (auto const* const evacuation = dynamic_cast<EvacuationState const*>(&event)) {
             rules.is_evacuation = true;

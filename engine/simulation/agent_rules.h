@@ -120,6 +120,7 @@ struct AgentRules {
     std::vector<VolumeMesh> volumes;
     ById<EventRules> events;
     ById<int> profiles;                    ///< their initial actions
+    ById<TestPlan> gate_tests;             ///< of gate accesses, whom they concern
     std::vector<SurfaceActions> surfaces;  ///< of each region
     std::vector<PortalActions> doorways;
     std::vector<ZoneActions> zones;  ///< those with actions

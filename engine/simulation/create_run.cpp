@@ -89,23 +89,26 @@ navigation::RegionIndex start_of(LiveRun const& run, Place const& place, Point& 
     return region;
 }
 
-/// Throws Exception unless everybody can get to where they are to go.
-void require_ways(LiveRun const& run) {
+/// Throws Exception unless everybody can get to where they are to go by the ways that they take.
+void require_ways(LiveRun& run) {
     for (PlaceIndex origin = 0; origin < run.newcomers.by_origin.size(); ++origin) {
-        std::set<std::vector<PlaceIndex>> goals;
+        std::set<std::pair<RouteClassIndex, std::vector<PlaceIndex>>> goals;
         for (auto const& person : run.newcomers.by_origin[origin]) {
-            if (person.destination != no_place) goals.insert({person.destination});
-            if (person.choices != no_place) goals.insert(run.newcomers.choices[person.choices]);
+            if (person.destination == no_place && person.choices == no_place) continue;
+            auto const people = class_of(run, wish_of(run, person));
+            if (person.destination != no_place) goals.insert({people, {person.destination}});
+            if (person.choices != no_place) goals.insert({people, run.newcomers.choices[person.choices]});
         }
         if (goals.empty()) continue;
         Point start;
         auto const region = start_of(run, run.places[origin], start);
-        for (auto const& choices : goals) {
-            bool const reachable = std::ranges::any_of(choices, [&](PlaceIndex goal) {
-                return run.navigation.reachable(region, start, run.places[goal].destination);
+        for (auto const& [people, choices] : goals) {
+            bool const reachable = std::ranges::any_of(choices, [&, by = people](PlaceIndex goal) {
+                return run.navigation.reachable(region, start, destination_at(run, goal, by));
             });
             if (!reachable) {
-                refuse("No way leads from " + run.places[origin].title + " to " + run.places[choices.front()].title +
+                refuse("No way" + in_network(run, people) + " leads from " + run.places[origin].title + " to " +
+                       run.places[choices.front()].title +
                        (choices.size() > 1 ? " nor to any other of its destinations" : ""));
             }
         }
@@ -182,6 +185,8 @@ std::shared_ptr<LiveRun> create_run(Document const& document, RunSettings const&
     auto const run = std::make_shared<LiveRun>(
         LiveRunInput{std::move(plan), std::move(places), std::move(newcomers), std::move(rules), settings.threads});
     run->project = document.copy();
+    run->routes = route_classes_of(document, run->plan);
+    run->entrances = entrances_of(document, run->plan);
     run->seed = settings.seed;
     run->frame_rate = document.settings.frame_rate;
     run->start_time = document.settings.start_time;

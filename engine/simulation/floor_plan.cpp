@@ -223,8 +223,12 @@ class Maker {
         }
         if (!joined) {
             Vector const middle = vector_of(end.GetMidpoint());
+            bool const is_level = std::abs(middle.y - vector_of(other_end.GetMidpoint()).y) < 0.01;
             refuse(title_of(*draft.state) + " touches no floor at its " + (at_ball ? "ball" : "box") + " end, at (" +
-                   text_of(middle.x) + ", " + text_of(middle.y) + ", " + text_of(middle.z) + ")");
+                   text_of(middle.x) + ", " + text_of(middle.y) + ", " + text_of(middle.z) + ")" +
+                   (is_level ? "; the ends of a level connection are those of its longer side: one that is wider than "
+                               "long must be drawn longer, into the floors on both sides"
+                             : ""));
         }
         auto parts = draft.area;
         parts.push_back(strip(coming.line, END_REACH, 2 * thin_wall));

@@ -6,9 +6,11 @@
 #include "engine/results/run_writer.h"
 #include "engine/simulation/agent_doings.h"
 #include "engine/simulation/agent_rules.h"
+#include "engine/simulation/entrances.h"
 #include "engine/simulation/floor_plan.h"
 #include "engine/simulation/places.h"
 #include "engine/simulation/population.h"
+#include "engine/simulation/route_classes.h"
 
 #include <pedflux/agents.h>
 #include <pedflux/issue.h>
@@ -55,6 +57,7 @@ struct Person {
     std::optional<Point> direction_override;
     Doings doings;
     std::vector<std::size_t> open_episodes;  ///< in the run's list
+    RouteWish wish;
     std::shared_ptr<Agent> face;
 };
 
@@ -71,6 +74,8 @@ struct Walker {
     double walked = 0;     ///< metres in this frame, along inclines
     enum class Way : std::uint8_t { WALKS, STANDS, LOST, ARRIVED };
     Way way = Way::STANDS;
+    RouteClassIndex route_class = 0;                       ///< of its wish
+    navigation::ConnectionIndex ahead = navigation::none;  ///< the joint that its way crosses next, in sight
     navigation::RouteHint hint;
 };
 
@@ -96,10 +101,12 @@ struct Shutter {
     std::size_t wall;
 };
 
-/// Whether people may go into a connection, from its ball to its box and the other way.
+/// Whether people may go into a connection, from its ball to its box and the other way: all, or some of them.
 struct GateState {
     bool ball_to_box = true;
     bool box_to_ball = true;
+    bool ball_to_box_for_some = false;  ///< though it is open, not to all
+    bool box_to_ball_for_some = false;
 
     bool operator==(GateState const&) const = default;
 };
@@ -133,6 +140,8 @@ struct LiveRun : std::enable_shared_from_this<LiveRun> {
 
     // The people.
     AgentRules rules;  ///< what they are told to do
+    RouteClasses routes;
+    Entrances entrances;
     Newcomers newcomers;
     std::vector<std::size_t> next_newcomer;  ///< of each place, in its list
     std::vector<std::uint32_t> entered_at;   ///< of each doorway, how many came in
@@ -169,7 +178,8 @@ struct LiveRun : std::enable_shared_from_this<LiveRun> {
 
 inline constexpr std::uint32_t gone = std::numeric_limits<std::uint32_t>::max();
 
-/// The destination of a place in the navigation; found there when nobody asked for it before.
+/// The destination of a place in the navigation for those who take all ways; found there when nobody asked for it
+/// before.
 navigation::DestinationIndex destination_at(LiveRun& run, PlaceIndex place);
 
 /// How a joint may be passed, given the state of its connection's gate.

@@ -6,6 +6,7 @@
 #include "engine/geometry/checks.h"
 #include "engine/model/document.h"
 #include "engine/model/profile_state.h"
+#include "engine/simulation/route_classes.h"
 
 #include <algorithm>
 #include <iterator>
@@ -124,6 +125,8 @@ Newcomer person_of(Document const& document, GlobalId const& profile, std::uint6
     person.radius = sample(*state.radius, random);
     person.side_bias = side_of(state.direction_bias);
     person.avatar = state.avatar;
+    person.network = state.network;
+    person.climbing = climbing_of(state, seed, key);
     return person;
 }
 

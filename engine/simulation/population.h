@@ -29,7 +29,9 @@ struct Newcomer {
     double speed = 1.34;
     double radius = 0.2;
     double side_bias = 0;
-    GlobalId event;  ///< that brings it; invalid for those whom a program asked for
+    std::optional<GlobalId> network;  ///< none: all ways
+    double climbing = 1;              ///< what a metre on stairs and slopes counts as on its routes, in metres
+    GlobalId event;                   ///< that brings it; invalid for those whom a program asked for
     GlobalId profile;
     std::optional<GlobalId> avatar;
     Color color;

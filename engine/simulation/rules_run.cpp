@@ -73,7 +73,7 @@ std::unique_ptr<RulesRun> rules_of(LiveRun& run, Document const& document, Menti
     for (auto const* const broadcast : document.objects<BroadcastState>()) {
         if (broadcast->enabled) compiled(*broadcast, [&] { return triggers.add_event(broadcast->id); });
     }
-    auto gates = gate_rules_of(document, run.plan, triggers);
+    auto gates = gate_rules_of(document, run.plan, run.rules, triggers);
     for (auto const* const change : document.objects<TallyChangeState>()) {
         if (!change->enabled) continue;
         plan.change_ranges.push_back(compiled(*change, [&] { return triggers.add(*change->range); }));

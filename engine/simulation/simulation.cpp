@@ -84,10 +84,10 @@ bool is_gate(LiveRun const& run, GlobalId const& gate, Direction direction, bool
     auto const passageway = require_gate(run, gate);
     auto const& directions = run.plan.passageways[passageway];
     GateState const& state = run.gates[passageway];
-    bool const ball =
-        !concerns(direction, Direction::BALL_TO_BOX) || !directions.ball_to_box || state.ball_to_box == open;
-    bool const box =
-        !concerns(direction, Direction::BOX_TO_BALL) || !directions.box_to_ball || state.box_to_ball == open;
+    bool const is_ball = state.ball_to_box == open && !(open && state.ball_to_box_for_some);
+    bool const is_box = state.box_to_ball == open && !(open && state.box_to_ball_for_some);
+    bool const ball = !concerns(direction, Direction::BALL_TO_BOX) || !directions.ball_to_box || is_ball;
+    bool const box = !concerns(direction, Direction::BOX_TO_BALL) || !directions.box_to_ball || is_box;
     return ball && box;
 }
 

@@ -40,11 +40,12 @@ void require_running(LiveRun const& run) {
 /// The nearest of the places a person may choose from; the first when no way leads to any.
 PlaceIndex choice_of(LiveRun& run, Newcomer const& newcomer, Spot const& spot) {
     if (newcomer.choices == no_place) return newcomer.destination;
+    auto const people = class_of(run, wish_of(run, newcomer));
     auto const& choices = run.newcomers.choices[newcomer.choices];
     PlaceIndex best = choices.front();
     double least = std::numeric_limits<double>::infinity();
     for (auto const place : choices) {
-        auto const way = run.navigation.distance(spot.region, spot.place, destination_at(run, place));
+        auto const way = run.navigation.distance(spot.region, spot.place, destination_at(run, place, people));
         if (way && *way < least) {
             least = *way;
             best = place;
@@ -113,6 +114,7 @@ void choose_way(LiveRun const& run, Walker& walker) {
     auto const& person = run.persons[walker.agent];
     walker.direction = {};
     walker.way = Walker::Way::STANDS;
+    walker.ahead = navigation::none;
     if (person.controlled) return;
     if (person.direction_override) {
         walker.direction = *person.direction_override;
@@ -133,6 +135,7 @@ void choose_way(LiveRun const& run, Walker& walker) {
     walker.way = Walker::Way::WALKS;
     Point const aim = aim_at(step.target, walker.position, person.origin.key);
     if (step.kind == RouteStep::Kind::CONNECTION) {
+        walker.ahead = step.connection;
         Point const to_floor = run.plan.joints[step.connection].to_floor;
         walker.direction = over(walker.position, aim, step.forward ? to_floor : -1 * to_floor);
     } else if (step.kind == RouteStep::Kind::GOAL && run.places[person.goal].is_portal()) {
@@ -146,17 +149,20 @@ void say_lost(LiveRun& run, Walker const& walker) {
     run.said_lost.resize(run.navigation.destination_count());
     if (run.said_lost[walker.destination]) return;
     run.said_lost[walker.destination] = true;
-    run.issues.emplace_back(IssueCategory::WARNING, "No way",
-                            "No way leads from " + run.plan.surfaces[walker.region].name + " to " +
-                                run.places[run.persons[walker.agent].goal].title + " at " + text_of(run.seconds()) +
-                                " s; those who go there wait.");
+    auto const time = run.frame == 0 ? "at the start" : "at " + text_of(run.seconds()) + " s";
+    run.issues.emplace_back(
+        IssueCategory::WARNING, "No way",
+        "No way" + in_network(run, walker.route_class) + " leads from " + run.plan.surfaces[walker.region].name +
+            " to " + run.places[run.persons[walker.agent].goal].title + " " + time + "; those who go there wait.");
 }
 
 void choose_ways(LiveRun& run) {
     act_all(run);
+    show_gates(run);
     run.workers.for_ranges(run.walkers.size(), grain, [&](std::size_t first, std::size_t last) {
         for (auto i = first; i < last; ++i) choose_way(run, run.walkers[i]);
     });
+    hold_at_entrances(run);
     for (auto& walker : run.walkers) {
         auto const& person = run.persons[walker.agent];
         bool const walks = walker.way == Walker::Way::WALKS;
@@ -193,8 +199,15 @@ bool is_outside(LiveRun const& run, Walker const& walker, Point before) {
     });
 }
 
-void note_region(LiveRun& run, Walker& walker) {
-    auto const region = run.crowd.region(walker.body);
+/// @param before where the walker was before the step
+void note_region(LiveRun& run, Walker& walker, Point before) {
+    auto region = run.crowd.region(walker.body);
+    if (region != walker.region &&
+        (is_shut_out(run, walker, region, walker.position) || is_before_its_turn(run, walker, region))) {
+        run.crowd.place(walker.body, before, walker.region);
+        walker.position = before;
+        region = walker.region;
+    }
     if (region == walker.region) return run.timed->is_at(walker);
     auto& person = run.persons[walker.agent];
     run.changes->exited.emplace_back(run.plan.surfaces[walker.region].id, person.face);
@@ -215,7 +228,7 @@ void note_positions(LiveRun& run) {
         double const length_factor = run.plan.inclines[walker.region].length_factor;
         walker.position = run.crowd.position(walker.body);
         walker.walked += length_factor * distance(before, walker.position);
-        note_region(run, walker);
+        note_region(run, walker, before);
         bool const arrived = walker.way == Walker::Way::ARRIVED || has_reached_portal(run, walker, before);
         if (!arrived || stays_on_arrival(person) || send_on(run, walker)) {
             if (is_outside(run, walker, before)) {
@@ -312,8 +325,10 @@ std::uint32_t enter(LiveRun& run, Newcomer const& newcomer, navigation::RegionIn
     walker.position = position;
     walker.frame_start = position;
     walker.starts_at = std::max(newcomer.due, run.seconds()) + newcomer.wait;
+    person.wish = wish_of(run, newcomer);
+    walker.route_class = class_of(run, person.wish);
     if (person.goal != no_place) {
-        walker.destination = destination_at(run, person.goal);
+        walker.destination = destination_at(run, person.goal, walker.route_class);
         open_exit(run, person.goal);
     }
     run.walker_of.push_back(static_cast<std::uint32_t>(run.walkers.size()));

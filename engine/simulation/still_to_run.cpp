@@ -1,6 +1,5 @@
 #include "engine/geometry/checks.h"
 
-#include <pedflux/agents.h>
 #include <pedflux/simulation.h>
 
 #include <string>
@@ -19,11 +18,6 @@ namespace {
 #define NOT_SIMULATED(Operation, what) \
     Operation { refuse_what_is_not_simulated(what); }
 
-NOT_SIMULATED(bool Agent::HasNetwork(), "Networks")
-NOT_SIMULATED(GlobalId Agent::GetNetwork(), "Networks")
-NOT_SIMULATED(void Agent::SetNetwork(GlobalId const&), "Networks")
-NOT_SIMULATED(void Agent::SetNetworkToGlobal(), "Networks")
-NOT_SIMULATED(void Agent::ResetNetwork(), "Networks")
 NOT_SIMULATED(void Simulation::OpenServerEntrance(GlobalId const&), "Servers")
 NOT_SIMULATED(void Simulation::CloseServerEntrance(GlobalId const&), "Servers")
 NOT_SIMULATED(void Simulation::ResetServerEntrance(GlobalId const&), "Servers")

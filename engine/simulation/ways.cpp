@@ -10,7 +10,8 @@ namespace {
 constexpr double ring_width = 0.1;
 constexpr int ring_places = 32;
 
-/// The joint between two regions that is nearest to a point.
+}  // namespace
+
 navigation::ConnectionIndex joint_at(LiveRun const& run, navigation::RegionIndex from, navigation::RegionIndex to,
                                      Point point) {
     navigation::ConnectionIndex nearest = navigation::none;
@@ -25,8 +26,6 @@ navigation::ConnectionIndex joint_at(LiveRun const& run, navigation::RegionIndex
     }
     return nearest;
 }
-
-}  // namespace
 
 std::optional<Point> direction_to(LiveRun const& run, Standpoint const& from,
                                   navigation::DestinationIndex destination) {

@@ -20,6 +20,10 @@ struct WayToNext {
 std::optional<WayToNext> way_to_next(LiveRun const& run, Standpoint const& from,
                                      navigation::DestinationIndex destination);
 
+/// The joint between two regions that is nearest to a point; none where they do not join.
+navigation::ConnectionIndex joint_at(LiveRun const& run, navigation::RegionIndex from, navigation::RegionIndex to,
+                                     Point point);
+
 /// The direction in which the way to a destination starts.
 std::optional<Point> direction_to(LiveRun const& run, Standpoint const& from, navigation::DestinationIndex destination);
 

@@ -92,7 +92,9 @@ class PEDFLUX_API Portal : public NetworkObject {
     bool IsExit();
 };
 
-/// A level connection between two spaces, such as a door or a corridor.
+/// A level connection between two spaces, such as a door or a corridor. Its ball and box are the ends of its longer
+/// side, so one that is wider than people walk on it must be drawn longer, into the floors on both sides: a link of 1 m
+/// between two rooms that is 2 m wide may reach 0.6 m into each of them.
 class PEDFLUX_API Link : public ConnectionObject {
   public:
     using ConnectionObject::ConnectionObject;

@@ -194,6 +194,12 @@ TEST(Navigation, ChangesStepByStepLikeABuildingMadeThatWay) {
     }
     input.destinations = {to_line(0, {{0, 0}, {0, 12}}), to_line(rooms - 1, {{60, 3}, {60, 4}})};
     Navigation changed(input);
+    // People to whom some doors are closed and some rooms are wide walk as all do in a building made like that.
+    RouteClass people{std::vector<RouteClass::Closure>(15), {1, 2, 1, 1.5, 1, 3}};
+    for (std::size_t const door : {1U, 2U, 8U}) people.closed[door].forward = true;
+    for (std::size_t const door : {0U, 8U, 12U}) people.closed[door].backward = true;
+    DestinationIndex const to_west = changed.add_destination(input.destinations[0], people);
+    changed.add_destination(input.destinations[1], people);
     Dice dice(7);
     for (int change = 0; change < 60; ++change) {
         auto const connection = static_cast<ConnectionIndex>(dice.between(0, 15));
@@ -201,10 +207,20 @@ TEST(Navigation, ChangesStepByStepLikeABuildingMadeThatWay) {
         changed.set_passage(connection, passage);
         input.connections[connection].passage = passage;
         Navigation const made(input);
+        NavigationInput like_that = input;
+        for (std::size_t i = 0; i < people.closed.size(); ++i) {
+            auto& [open_forward, open_backward, cost] = like_that.connections[i].passage;
+            open_forward = open_forward && !people.closed[i].forward;
+            open_backward = open_backward && !people.closed[i].backward;
+        }
+        for (RegionIndex i = 0; i < rooms; ++i) like_that.regions[i].length_factor = people.weights[i];
+        Navigation const made_for_them(like_that);
         for (RegionIndex region = 0; region < rooms; ++region)
             for (DestinationIndex destination : {0U, 1U}) {
                 Point const from{10.0 * region + dice.between(0, 4), dice.between(0, 12)};
                 ASSERT_NEAR(metres(changed, region, from, destination), metres(made, region, from, destination), 1e-6);
+                ASSERT_NEAR(metres(changed, region, from, to_west + destination),
+                            metres(made_for_them, region, from, destination), 1e-6);
             }
     }
 }
@@ -438,6 +454,8 @@ TEST(Navigation, RefusesWhatCannotBeWalkedInOneSentence) {
     EXPECT_THROW(navigation.next(0, {1, std::numeric_limits<double>::infinity()}, 0, hint), Exception);
     EXPECT_THROW(navigation.set_passage(0, {true, true, -1}), Exception);
     EXPECT_THROW(navigation.set_passage(2, {}), Exception);
+    EXPECT_THROW(navigation.add_destination(good.destinations[0], {{{true, true}}, {}}), Exception);
+    EXPECT_THROW(navigation.add_destination(good.destinations[0], {{}, {1, 0}}), Exception);
     EXPECT_NO_THROW(navigation.next(0, {1, 1}, 0, hint));
 }
 
