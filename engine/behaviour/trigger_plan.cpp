@@ -113,9 +113,8 @@ struct TriggerCompiler::Compilation {
                 return interval(moment::Tallies{first, state.comparison, tally(state.second)});
             }
             case TriggerType::SERVER_STATE: {
-                auto const* const server = compiler.project_.find(state_of<ServerStateTriggerState>(node).server);
-                throw Exception("ServerStateTrigger: " + (server ? title_of(*server) : "a server") +
-                                " is not part of simulations of this engine yet");
+                auto const& state = state_of<ServerStateTriggerState>(node);
+                return interval(moment::Server{compiler.mentions_.object(state.server), state.point, state.access});
             }
             case TriggerType::NAMED:
                 return named.follow(state_of<NamedTriggerState>(node).trigger_object,

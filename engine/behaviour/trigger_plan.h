@@ -52,6 +52,11 @@ struct Gate {
     GateStateDirection direction;
     AgentAccess access;
 };
+struct Server {
+    MentionIndex server;
+    ServerAccessPoint point;
+    AgentAccess access;
+};
 struct Tallies {
     MentionIndex first;
     ComparisonType comparison;
@@ -113,9 +118,9 @@ struct Bounded {
 
 using MomentRule =
     std::variant<moment::Never, moment::Always, moment::AtFrame, moment::Clock, moment::EventActive,
-                 moment::AfterEventStart, moment::Gate, moment::Tallies, moment::AllOf, moment::AnyOf, moment::NoneOf,
-                 moment::BeginningOf, moment::EndOf, moment::Whenever, moment::Delayed, moment::Blocking,
-                 moment::Periodic, moment::TransitionCount, moment::Spans, moment::Bounded>;
+                 moment::AfterEventStart, moment::Gate, moment::Server, moment::Tallies, moment::AllOf, moment::AnyOf,
+                 moment::NoneOf, moment::BeginningOf, moment::EndOf, moment::Whenever, moment::Delayed,
+                 moment::Blocking, moment::Periodic, moment::TransitionCount, moment::Spans, moment::Bounded>;
 
 struct PlannedMoment {
     MomentRule rule;
@@ -143,7 +148,7 @@ class TriggerCompiler {
   public:
     TriggerCompiler(Document const& project, Mentions& mentions);
 
-    /// @throws Exception when it depends on something that simulations do not have: servers, the start of a dispatch
+    /// @throws Exception when it depends on something that simulations do not have: the start of a dispatch
     MomentIndex add(Trigger const& trigger);
     MomentIndex add(TriggerRange const& range);
     /// An event with people or a broadcast. One that is disabled never starts.

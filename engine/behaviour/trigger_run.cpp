@@ -24,6 +24,14 @@ bool gate_is(moment::Gate const& rule, TriggerFacts const& facts) {
     return is(rule.direction);
 }
 
+bool server_is(moment::Server const& rule, TriggerFacts const& facts) {
+    auto const is = [&](ServerAccessPoint point) {
+        return facts.is_server_open(rule.server, point) == (rule.access == AgentAccess::OPEN);
+    };
+    if (rule.point != ServerAccessPoint::ENTRANCE_AND_EXIT) return is(rule.point);
+    return is(ServerAccessPoint::ENTRANCE) && is(ServerAccessPoint::EXIT);
+}
+
 }  // namespace
 
 /// One moment in one frame: an overload for each rule tells whether it holds and, of instants, whether it fires.
@@ -61,6 +69,7 @@ struct TriggerRun::Evaluation {
         return at(std::ranges::binary_search(run.starts(rule.event), frame() - rule.delay));
     }
     Moment operator()(moment::Gate const& rule) const { return during(gate_is(rule, facts)); }
+    Moment operator()(moment::Server const& rule) const { return during(server_is(rule, facts)); }
     Moment operator()(moment::Tallies const& rule) const {
         return during(compares(facts.tally(rule.first), rule.comparison, facts.tally(rule.second)));
     }

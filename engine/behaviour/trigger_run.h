@@ -27,6 +27,8 @@ struct TriggerFacts {
     virtual bool has_people(EventIndex event) const = 0;
     /// @param way BALL_TO_BOX or BOX_TO_BALL
     virtual bool is_gate_open(MentionIndex gate, GateStateDirection way) const = 0;
+    /// @param point ENTRANCE or EXIT
+    virtual bool is_server_open(MentionIndex server, ServerAccessPoint point) const = 0;
     virtual double tally(MentionIndex tally) const = 0;
     /// How often a transition was made since the frame before.
     virtual std::int64_t transitions(MentionIndex transition) const = 0;

@@ -80,4 +80,7 @@ struct ServerState : NetworkObjectState {
     }
 };
 
+/// The greatest number of agents at a server that has a limit. An automatic one follows from the length of the line.
+int capacity_limit_of(ServerState const& server);
+
 }  // namespace pedflux::engine

@@ -1,15 +1,11 @@
 #include "engine/behaviour/checks.h"
 #include "engine/behaviour/distribution_face.h"
-#include "engine/geometry/access.h"
-#include "engine/geometry/vector.h"
 #include "engine/model/properties.h"
 #include "engine/model/server_states.h"
 #include "engine/project/actions.h"
 
-#include <pedflux/geometry.h>
 #include <pedflux/servers.h>
 
-#include <cmath>
 #include <variant>
 
 namespace pedflux {
@@ -39,27 +35,11 @@ PART(AgentTest, AccessRequiredTest, access_required)
 PART(AgentTest, AccessPreferredTest, access_preferred)
 PART(Distribution, ContactTime, contact_time)
 
-namespace {
-
-double length_of(PolylineGeometry const& line) {
-    auto const& vertices = engine::polyline_of(line).vertices;
-    double length = 0;
-    for (std::size_t i = 1; i < vertices.size(); ++i) length += distance(vertices[i - 1], vertices[i]);
-    return length;
-}
-
-}  // namespace
-
 bool Server::HasCapacityLimit() { return has(*this, &ServerState::capacity); }
 bool Server::IsAutoCapacityLimit() { return std::holds_alternative<AutoCapacity>(get(*this, &ServerState::capacity)); }
 int Server::GetCapacityLimit() {
-    auto const& capacity = get(*this, &ServerState::capacity);
-    if (auto const* const fixed = std::get_if<FixedCapacity>(&capacity)) return fixed->limit;
-    // A line that was drawn as a multiple of the spacing has that many, whatever its length was rounded to.
-    constexpr double ROUNDING = 1e-9;
-    double const spacings = length_of(*GetGeometry()->AsPolylineGeometry()) / std::get<AutoCapacity>(capacity).spacing;
-    constexpr double MOST = 1e9;
-    return static_cast<int>(std::min(spacings * (1 + ROUNDING), MOST)) + 1;
+    static_cast<void>(get(*this, &ServerState::capacity));  // throws when there is none
+    return capacity_limit_of(state_of<ServerState>(*this));
 }
 void Server::SetFixedCapacityLimit(int limit) { set(*this, &ServerState::capacity, FixedCapacity{limit}); }
 void Server::SetAutoCapacityLimit(double spacing) { set(*this, &ServerState::capacity, AutoCapacity{spacing}); }

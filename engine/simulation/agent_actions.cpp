@@ -82,6 +82,7 @@ class LiveScene : public ActionScene {
     }
     bool has_arrived(ActionTask const& task) override {
         auto const& node = node_of(task);
+        if (node.type == AgentActionTypeId::SEEK_PROCESS_START) return is_through(node, task);
         auto const goal = goal_of(node, task);
         doings_.task_goal = goal;
         if (goal == no_place) return true;
@@ -105,6 +106,7 @@ class LiveScene : public ActionScene {
     }
     PlaceIndex goal_of(ActionNode const& node, ActionTask const& task);
     bool has_passed(PlaceIndex goal);
+    bool is_through(ActionNode const& node, ActionTask const& task);
 
     LiveRun& run_;
     Walker& walker_;
@@ -148,6 +150,24 @@ bool LiveScene::has_passed(PlaceIndex goal) {
     bool const at_far_end = rest && *rest < at_end;
     if (at_far_end) doings_.sign = {};
     return at_far_end;
+}
+
+/// Whether it has been served, or may use none of the servers; they see to the rest.
+bool LiveScene::is_through(ActionNode const& node, ActionTask const& task) {
+    auto& visit = doings_.visit;
+    if (visit.stage == Visit::Stage::DONE && visit.task == task) {
+        visit.stage = Visit::Stage::NOWHERE;
+        return true;
+    }
+    if (!visit.is_on() || visit.task != task) {
+        auto const starts = std::span(run_.rules.places).subspan(node.objects.first, node.objects.count);
+        auto const drawn = static_cast<std::size_t>(std::max(task.goal, 0));
+        auto const server = choose_server(run_, walker_, starts, drawn, run_.rules.plan.weights_of(node));
+        if (!server) return true;
+        visit_server(run_, walker_, *server, task);
+    }
+    doings_.task_goal = run_.places.place_of_server(visit.server);
+    return false;
 }
 
 void LiveScene::happen(ActionNode const& node) {
@@ -399,6 +419,10 @@ void act_on_leaving(LiveRun& run, Walker& walker) {
 
 void order(LiveRun& run, Walker& walker, TaskOrder const& task, bool at_once) {
     for (auto const& goal : task.goals) {
+        if (task.kind == TaskKind::SEEK_PROCESS_START) {
+            run.places.server(goal);
+            continue;
+        }
         auto const place = run.places.of(goal);
         bool const wants_portal = task.kind == TaskKind::SEEK_PORTAL;
         bool const wants_area = task.kind == TaskKind::SEEK_AREA;
@@ -406,9 +430,6 @@ void order(LiveRun& run, Walker& walker, TaskOrder const& task, bool at_once) {
         if (wants_area && run.places[place].is_portal()) {
             refuse(run.places[place].title + " is no floor, connection or zone to go to");
         }
-    }
-    if (task.kind == TaskKind::SEEK_PROCESS_START) {
-        refuse("Simulations of this engine have no servers yet, so nobody can seek the start of a process");
     }
     if (task.style) require_followed(*task.style);
     if (has_many_orders(run.rules)) {

@@ -17,6 +17,19 @@ struct SignedWay {
     navigation::DestinationIndex far_end = navigation::none;
 };
 
+/// An agent's way to a server, through its queue and out of it.
+struct Visit {
+    enum class Stage : std::uint8_t { NOWHERE, COMES, QUEUES, IS_SERVED, DONE };
+
+    Stage stage = Stage::NOWHERE;
+    ActionTask task{};         ///< that sends it there
+    std::uint32_t server = 0;  ///< unless the stage is NOWHERE or DONE
+    double at_head = 0;  ///< seconds since which it has been next, and near enough to be served; below 0: it is not
+    std::uint64_t draws = 0;  ///< numbers drawn for choices of servers and contact times
+
+    bool is_on() const { return stage != Stage::NOWHERE && stage != Stage::DONE; }
+};
+
 struct Doings {
     ActionStack actions;
     std::optional<ActionTask> task;    ///< what takes its time now; none: it is on the way to its last goal
@@ -26,6 +39,7 @@ struct Doings {
     bool evacuates = false;            ///< its last goal is an evacuation's
     std::uint64_t tests = 0;           ///< how many tests were put to it
     SignedWay sign;
+    Visit visit;
     std::uint32_t circulation = no_place;                               ///< which of the rules' circulations it is in
     double circulates_until = std::numeric_limits<double>::infinity();  ///< seconds of the simulated clock
     int portals_left = std::numeric_limits<int>::max();                 ///< to reach while it circulates

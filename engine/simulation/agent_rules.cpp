@@ -8,6 +8,7 @@
 #include "engine/model/scene_states.h"
 #include "engine/simulation/orders.h"
 #include "engine/simulation/rules_crossings.h"
+#include "engine/model/server_states.h"
 
 #include <pedflux/exception.h>
 
@@ -24,12 +25,6 @@ bool goes_to_objects(AgentActionTypeId type) {
 
 /// Throws Exception for a kind of action that simulations do not follow.
 void require_followed(ActionPlan const& plan, ActionNode const& node) {
-    switch (node.type) {
-        case AgentActionTypeId::SEEK_PROCESS_START:
-            refuse("simulations of this engine have no servers yet, so nobody can seek the start of a process");
-        default:
-            break;
-    }
     if (node.style != NONE) engine::require_followed(*plan.styles[static_cast<std::size_t>(node.style)]);
 }
 
@@ -53,7 +48,6 @@ struct RequireAnswered {
             require_start(document, mentions.objects[objects[i]]);
         }
     }
-    void operator()(ask::Servers const&) const { refuse("simulations of this engine have no servers yet"); }
     template <class Question>
     void operator()(Question const&) const {}
 };
@@ -90,6 +84,7 @@ class Compiler {
             if (!access->enabled || !access->test) continue;
             on_behalf(*access, [&] { rules_.gate_tests[access->id] = compiled_test(*access->test); });
         }
+        for (auto const& server : plan_.servers) add(*document_.find<ServerState>(server.id));
         mention_places();
         begin_orders(rules_);
         return std::move(rules_);
@@ -253,9 +248,25 @@ class Compiler {
         rules_.any_at_surfaces = true;
     }
 
+    void add(ServerState const& server) {
+        ServerRules rules;
+        on_behalf(server, [&] {
+            if (server.access_required) rules.required = compiled_test(*server.access_required);
+            if (server.access_preferred) rules.preferred = compiled_test(*server.access_preferred);
+            for (auto const& rule : server.contact_time_rules) {
+                rules.contact_rules.emplace_back(compiled_test(*rule.test), law_of(*rule.duration));
+            }
+        });
+        if (server.contact_time) rules.contact_time = law_of(*server.contact_time);
+        rules.processed_action = compiled(server, server.processed_action);
+        rules.release_action = compiled(server, server.release_action);
+        rules_.servers.push_back(std::move(rules));
+    }
+
     void mention_places() {
         for (auto const& id : rules_.mentions.objects) {
             MentionedObject mentioned;
+            mentioned.server = server_of(plan_, id);
             auto const* const object = document_.find(id);
             if (object != nullptr && object->enabled && Population::is_place(*object)) {
                 mentioned.place = places_.of(id);
@@ -284,15 +295,19 @@ void require_followed(WaitStyle& style) {
     }
 }
 
+PlaceIndex place_of(Places& places, AgentActionTypeId action, GlobalId const& object) {
+    if (action == AgentActionTypeId::EVACUATE_ZONE) return places.outside_of(object);
+    if (action == AgentActionTypeId::SEEK_PROCESS_START) return places.server(object);
+    return places.of(object);
+}
+
 void resolve_places(AgentRules& rules, Places& places, std::size_t first_node) {
     rules.places.resize(rules.plan.objects.size(), no_place);
     for (auto i = first_node; i < rules.plan.nodes.size(); ++i) {
         auto const& node = rules.plan.nodes[i];
         if (!goes_to_objects(node.type)) continue;
         for (auto object = node.objects.first; object < node.objects.first + node.objects.count; ++object) {
-            auto const& id = rules.plan.objects[object];
-            rules.places[object] =
-                node.type == AgentActionTypeId::EVACUATE_ZONE ? places.outside_of(id) : places.of(id);
+            rules.places[object] = place_of(places, node.type, rules.plan.objects[object]);
         }
     }
 }

@@ -5,6 +5,7 @@
 #include "engine/simulation/floor_plan.h"
 #include "engine/simulation/places.h"
 #include "engine/simulation/volumes.h"
+#include "engine/simulation/servers.h"
 
 #include <pedflux/color.h>
 
@@ -94,6 +95,7 @@ struct MentionedObject {
     PlaceIndex place = no_place;
     std::size_t passageway = no_gate;
     std::size_t volume = no_volume;
+    std::uint32_t server = no_server;
 };
 
 /// Where the orders of programs begin in the lists of the plan, and how many there can be before done ones are
@@ -128,6 +130,7 @@ struct AgentRules {
     std::vector<Clearance> clearances;
     std::vector<BroadcastRules> broadcasts;
     std::vector<DispatchRules> dispatches;
+    std::vector<ServerRules> servers;  ///< of the plan
     bool any_at_surfaces = false;
     /// Where the ends of connections are that signs lead through.
     std::map<std::pair<navigation::RegionIndex, bool>, navigation::DestinationIndex> ends;
@@ -137,6 +140,8 @@ struct AgentRules {
 /// something of it.
 AgentRules agent_rules_of(Document const& document, FloorPlan const& plan, Places& places);
 
+/// The place that an action means by an object. Throws Exception for what is none.
+PlaceIndex place_of(Places& places, AgentActionTypeId action, GlobalId const& object);
 /// Finds the places that the plan's objects from the node on stand for. Throws Exception for what is none.
 void resolve_places(AgentRules& rules, Places& places, std::size_t first_node);
 

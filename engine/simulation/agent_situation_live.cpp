@@ -2,6 +2,7 @@
 
 #include "engine/geometry/checks.h"
 #include "engine/simulation/rules_run.h"
+#include "engine/simulation/rules_servers.h"
 
 #include <algorithm>
 #include <limits>
@@ -68,8 +69,9 @@ bool LiveSituation::is_gate_open(MentionIndex gate, GateStateDirection way) cons
 bool LiveSituation::is_active(MentionIndex event) const { return run_.timed->is_active(id(event)); }
 double LiveSituation::tally(MentionIndex tally) const { return run_.timed->tally(tally); }
 
-// Tests that ask for these are refused when a simulation is created.
-bool LiveSituation::is_server_open(MentionIndex, ServerAccessPoint) const { refuse("Simulations have no servers yet"); }
+bool LiveSituation::is_server_open(MentionIndex server, ServerAccessPoint point) const {
+    return is_open(run_, run_.rules.mentioned[server].server, point);
+}
 
 double LiveSituation::time(MentionIndex time) const {
     return clock_time(run_, run_.rules.mentions.times[time]).value_or(std::numeric_limits<double>::infinity());

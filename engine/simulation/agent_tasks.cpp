@@ -20,6 +20,7 @@ using engine::no_place;
 TaskType going_to(Here const& agent) {
     auto const goal = agent.person.goal;
     if (goal == no_place) return TaskType::NONE;
+    if (agent.run->places[goal].is_server()) return TaskType::SEEK_PROCESS_START;
     return agent.run->places[goal].is_portal() ? TaskType::SEEK_PORTAL : TaskType::SEEK_AREA;
 }
 

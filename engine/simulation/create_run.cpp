@@ -209,6 +209,7 @@ std::shared_ptr<LiveRun> create_run(Document const& document, RunSettings const&
         run->issues.emplace_back(IssueCategory::WARNING, "Nobody comes",
                                  "No enabled event of the project brings people into the simulation.");
     }
+    run->servers = live_servers_of(*run);
     run->timed = rules_of(*run, document, run->rules.mentions);
     run->timed->step();
     run->elevators = make_controllers(document);

@@ -140,6 +140,7 @@ class Maker {
             }
         }
         add_doorways();
+        plan_.servers = server_plans_of(document_, plan_);
         return std::move(plan_);
     }
 

@@ -4,6 +4,7 @@
 #include "engine/navigation/navigation_input.h"
 #include "engine/results/recorded_run.h"
 #include "engine/simulation/ground.h"
+#include "engine/simulation/server_plan.h"
 
 #include <pedflux/identifiers.h>
 
@@ -61,6 +62,7 @@ struct FloorPlan {
     std::vector<Passageway> passageways;  ///< those of the regions from floor_count on
     std::vector<Joint> joints;
     std::vector<Doorway> doorways;
+    std::vector<ServerPlan> servers;
 };
 
 /// Throws Exception in one sentence when something cannot be walked: a project without floors, a connection that

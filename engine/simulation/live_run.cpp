@@ -86,6 +86,7 @@ void take_out(LiveRun& run, Person::Fate fate, Walker& walker, bool through_port
     } else {
         run.crowd.remove(walker.body);
     }
+    leave_server(run, walker.agent);
     run.timed->is_at(walker);
     run.timed->went_out(walker.agent, through_portal ? run.places[person.goal].doorway : no_place);
     run.walker_of[walker.agent] = gone;

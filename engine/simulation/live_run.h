@@ -11,6 +11,7 @@
 #include "engine/simulation/places.h"
 #include "engine/simulation/population.h"
 #include "engine/simulation/route_classes.h"
+#include "engine/simulation/servers.h"
 
 #include <pedflux/agents.h>
 #include <pedflux/issue.h>
@@ -70,8 +71,9 @@ struct Walker {
     Point position;
     Point frame_start;  ///< where it was when the frame began
     Point direction;
-    double starts_at = 0;  ///< seconds; waits until then
-    double walked = 0;     ///< metres in this frame, along inclines
+    std::optional<Point> post;  ///< a point of its region where it goes straight, and stands
+    double starts_at = 0;       ///< seconds; waits until then
+    double walked = 0;          ///< metres in this frame, along inclines
     enum class Way : std::uint8_t { WALKS, STANDS, LOST, ARRIVED };
     Way way = Way::STANDS;
     RouteClassIndex route_class = 0;                       ///< of its wish
@@ -134,6 +136,7 @@ struct LiveRun : std::enable_shared_from_this<LiveRun> {
     std::vector<std::vector<std::uint32_t>> exits_of;  ///< of each region, the doorways on its edge that are exits
     std::vector<Point> doorway_outward;  ///< of length 1 where the doorway lies on an edge, otherwise (0, 0)
     std::vector<GateState> gates;        ///< of each passageway
+    std::vector<LiveServer> servers;     ///< of the plan
     std::unique_ptr<RulesRun> timed;     ///< triggers, and the events, tallies and gates that depend on them
 
     std::vector<std::shared_ptr<CarController>> elevators;

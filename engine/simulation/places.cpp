@@ -38,6 +38,13 @@ Places::Places(Document const& document, FloorPlan const& plan)
     for (std::size_t i = 0; i < plan.doorways.size(); ++i) {
         places_.push_back({plan.doorways[i].id, plan.doorways[i].title, static_cast<std::uint32_t>(i), {}});
     }
+    first_server_ = static_cast<PlaceIndex>(places_.size());
+    for (std::size_t i = 0; i < plan.servers.size(); ++i) {
+        Place server{plan.servers[i].id, plan.servers[i].title, no_place, {}};
+        server.server = static_cast<std::uint32_t>(i);
+        places_.push_back(std::move(server));
+        server_problems_.push_back(plan.servers[i].problem);
+    }
     for (navigation::RegionIndex region = 0; region < plan.surfaces.size(); ++region) {
         auto const& id = plan.surfaces[region].id;
         areas_.push_back({id, title_of(*document.find(id)), {region}});
@@ -49,7 +56,9 @@ Places::Places(Document const& document, FloorPlan const& plan)
 
 PlaceIndex Places::of(GlobalId const& object) {
     auto const is_object = [&](auto const& other) { return other.id.InternalEquals(object); };
-    auto const is_place = [&](Place const& other) { return !other.is_outside && is_object(other); };
+    auto const is_place = [&](Place const& other) {
+        return !other.is_outside && !other.is_server() && is_object(other);
+    };
     if (auto const place = std::ranges::find_if(places_, is_place); place != places_.end()) {
         return static_cast<PlaceIndex>(place - places_.begin());
     }
@@ -61,6 +70,16 @@ PlaceIndex Places::of(GlobalId const& object) {
     if (area->regions.empty()) refuse(area->title + " has no member that people can walk on");
     places_.push_back({area->id, area->title, no_place, area->regions});
     return static_cast<PlaceIndex>(places_.size() - 1);
+}
+
+PlaceIndex Places::server(GlobalId const& object) const {
+    auto const is_server = [&](Place const& place) { return place.is_server() && place.id.InternalEquals(object); };
+    auto const found = std::ranges::find_if(places_, is_server);
+    if (found == places_.end()) {
+        refuse("'" + GlobalId(object).GetString() + "' is no enabled server of the simulated project");
+    }
+    if (auto const& problem = server_problems_[found->server]; !problem.empty()) refuse(problem);
+    return static_cast<PlaceIndex>(found - places_.begin());
 }
 
 PlaceIndex Places::outside_of(GlobalId const& zone) {
@@ -89,6 +108,7 @@ navigation::RegionIndex Places::region_of(GlobalId const& object) const {
 navigation::Destination destination_of(Place const& place, FloorPlan const& plan) {
     navigation::Destination destination{place.title, {}, {}};
     if (place.is_portal()) destination.lines.push_back(plan.doorways[place.doorway].line);
+    if (place.is_server()) destination.lines = lines_to_go_to(plan.servers[place.server], plan);
     for (auto const region : place.regions) {
         for (auto const& polygon : plan.surfaces[region].walkable) destination.areas.push_back({region, polygon});
     }

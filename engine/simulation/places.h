@@ -18,7 +18,7 @@ class Document;
 using PlaceIndex = std::uint32_t;
 inline constexpr PlaceIndex no_place = std::numeric_limits<PlaceIndex>::max();
 
-/// Where people come from or go to: a portal, or an area of one or more regions.
+/// Where people come from or go to: a portal, a server, or an area of one or more regions.
 struct Place {
     GlobalId id;
     std::string title;
@@ -26,15 +26,17 @@ struct Place {
     std::vector<navigation::RegionIndex> regions;  ///< of an area
     navigation::DestinationIndex destination = navigation::none;
 
-    bool is_outside = false;  ///< of the object, which is a zone
+    bool is_outside = false;          ///< of the object, which is a zone
+    std::uint32_t server = no_place;  ///< its number in the floor plan
 
     bool is_portal() const { return doorway != no_place; }
+    bool is_server() const { return server != no_place; }
 };
 
 /// The places of a building. What is no portal becomes a place when somebody asks for it.
 class Places {
   public:
-    /// The portals, in the order of the plan's doorways.
+    /// The portals, in the order of the plan's doorways, and the servers.
     Places(Document const& document, FloorPlan const& plan);
 
     std::size_t size() const { return places_.size(); }
@@ -43,6 +45,9 @@ class Places {
 
     /// The place of an object: a portal, a floor, a connection or a zone that takes part. Throws Exception for others.
     PlaceIndex of(GlobalId const& object);
+    /// The place of a server that people can go to. Throws Exception for others.
+    PlaceIndex server(GlobalId const& object) const;
+    PlaceIndex place_of_server(std::uint32_t server) const { return first_server_ + server; }
     /// All regions that do not belong to a zone. Throws Exception when there are none.
     PlaceIndex outside_of(GlobalId const& zone);
     /// The region of a walkable object, or `none`.
@@ -58,6 +63,8 @@ class Places {
     std::vector<Place> places_;
     navigation::RegionIndex region_count_ = 0;
     std::vector<Area> areas_;  ///< all objects that can become places
+    PlaceIndex first_server_ = 0;
+    std::vector<std::string> server_problems_;  ///< why nobody can go to a server; empty when all is well
 };
 
 /// The place as routes know it.

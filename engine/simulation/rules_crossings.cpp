@@ -47,6 +47,9 @@ void Crossings::add_rules(Document const& document, FloorPlan const& plan, Place
                " is not part of simulations of this engine yet");
     };
     auto const kind = static_cast<TransitionType>(type_of(transition));
+    auto const add_server = [&](GlobalId const& id) {
+        rules.push_back({.kind = kind, .area = {}, .server = server_of(plan, id)});
+    };
     switch (kind) {
         case TransitionType::ANY_OF:
             for (auto const& child : children_of(transition)) add_rules(document, plan, places, *child, rules);
@@ -70,9 +73,9 @@ void Crossings::add_rules(Document const& document, FloorPlan const& plan, Place
             cordons_.push_back(cordon_line_of(document, state_of<CordonTransitionState>(transition).cordon));
             return;
         case TransitionType::ENTER_SERVER:
-            return refuse_kind(state_of<EnterServerTransitionState>(transition).server);
+            return add_server(state_of<EnterServerTransitionState>(transition).server);
         case TransitionType::EXIT_SERVER:
-            return refuse_kind(state_of<ExitServerTransitionState>(transition).server);
+            return add_server(state_of<ExitServerTransitionState>(transition).server);
     }
 }
 
@@ -129,27 +132,53 @@ std::vector<bool> Crossings::volumes_around(Vector point) const {
 void Crossings::came_in(std::uint32_t agent, Whereabouts const& now, std::uint32_t doorway) {
     trails_.resize(agent + 1);
     trails_[agent].now = now;
-    note({.from = {}, .to = now, .doorway = doorway});
+    note(Crossing{.from = {}, .to = now, .doorway = doorway});
 }
 
 void Crossings::move(std::uint32_t agent, Whereabouts const& now) {
     auto& trail = trails_[agent];
-    note({.before = trail.before, .from = trail.now, .to = now});
+    note(Crossing{.before = trail.before, .from = trail.now, .to = now});
     if (trail.now.region != now.region) trail.before = trail.now.region;
     trail.now = now;
 }
 
 void Crossings::went_out(std::uint32_t agent, std::uint32_t doorway) {
     if (!is_any()) return;
-    note({.before = trails_[agent].before, .from = trails_[agent].now, .to = {}, .doorway = doorway});
+    note(Crossing{.before = trails_[agent].before, .from = trails_[agent].now, .to = {}, .doorway = doorway});
 }
 
-void Crossings::note(Crossing const& crossing) {
+template <class SomeCrossing>
+void Crossings::note(SomeCrossing const& crossing) {
     for (std::size_t i = 0; i < transitions_.size(); ++i) {
         if (std::ranges::any_of(transitions_[i], [&](Rule const& rule) { return makes(rule, crossing); })) {
             ++next_counts_[i];
         }
     }
+}
+
+bool Crossings::makes(Rule const& rule, ServerCrossing const& crossing) {
+    auto const kind = crossing.enters ? TransitionType::ENTER_SERVER : TransitionType::EXIT_SERVER;
+    return rule.kind == kind && rule.server == crossing.server;
+}
+
+void Crossings::passed(ServerCrossing const& crossing) { note(crossing); }
+
+void Crossings::came_in(std::uint32_t agent, navigation::RegionIndex region, std::uint32_t doorway) {
+    if (!is_any()) return;
+    trails_.resize(agent + 1);
+    trails_[agent].now = region;
+    note(Crossing{.to = region, .doorway = doorway});
+}
+
+void Crossings::move(std::uint32_t agent, navigation::RegionIndex region) {
+    auto& trail = trails_[agent];
+    note(Crossing{.before = trail.before, .from = trail.now, .to = region});
+    trail = {trail.now, region};
+}
+
+void Crossings::went_out(std::uint32_t agent, std::uint32_t doorway) {
+    if (!is_any()) return;
+    note(Crossing{.before = trails_[agent].before, .from = trails_[agent].now, .doorway = doorway});
 }
 
 void Crossings::end_frame() {

@@ -46,6 +46,12 @@ struct Crossing {
     std::uint32_t doorway = no_place;  ///< of the portal through which it came in or left
 };
 
+/// Somebody enters a server or leaves it.
+struct ServerCrossing {
+    std::uint32_t server;
+    bool enters;
+};
+
 /// The transitions that rules count. Each crossing makes each transition at most once.
 class Crossings {
   public:
@@ -64,6 +70,7 @@ class Crossings {
         if (needs_space() || trails_[agent].now.region != now.region) move(agent, now);
     }
     void went_out(std::uint32_t agent, std::uint32_t doorway);
+    void passed(ServerCrossing const& crossing);
 
     /// Makes what happened since the last time the counts of the frame that ends.
     void end_frame();
@@ -75,6 +82,7 @@ class Crossings {
         RuleArea area;  ///< or the one that it comes from
         RuleArea other{};
         std::size_t cordon = 0;
+        std::uint32_t server = no_place;
     };
     struct Trail {
         navigation::RegionIndex before = navigation::none;
@@ -82,8 +90,10 @@ class Crossings {
     };
 
     void move(std::uint32_t agent, Whereabouts const& now);
-    void note(Crossing const& crossing);
+    template <class SomeCrossing>
+    void note(SomeCrossing const& crossing);
     bool makes(Rule const& rule, Crossing const& crossing) const;
+    static bool makes(Rule const& rule, ServerCrossing const& crossing);
     void add_rules(Document const& document, FloorPlan const& plan, Places& places, Transition const& transition,
                    std::vector<Rule>& rules);
 

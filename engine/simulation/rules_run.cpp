@@ -37,12 +37,13 @@ RuleMeasure measure_of(TallyMeasure const& measure, Document const& document, Li
         case TallyType::SURFACE_AREA:
             for (auto const object : measure.objects) add_area(mentions.objects[object]);
             break;
-        default: {
-            auto const* const object =
-                measure.objects.empty() ? nullptr : document.find(mentions.objects[measure.objects.front()]);
-            refuse("A tally of " + (object ? title_of(*object) : "servers") +
-                   " is not part of simulations of this engine yet");
-        }
+        default:
+            made.of_servers = measure.kind;
+            for (auto const object : measure.objects) {
+                auto const server = server_of(run.plan, mentions.objects[object]);
+                if (server != no_server) made.servers.push_back(server);
+            }
+            return made;
     }
     for (navigation::RegionIndex region = 0; region < counted.size(); ++region) {
         if (!counted[region]) continue;
@@ -74,6 +75,7 @@ std::unique_ptr<RulesRun> rules_of(LiveRun& run, Document const& document, Menti
         if (broadcast->enabled) compiled(*broadcast, [&] { return triggers.add_event(broadcast->id); });
     }
     auto gates = gate_rules_of(document, run.plan, run.rules, triggers);
+    auto servers = server_rules_of(document, run.plan, triggers);
     for (auto const* const change : document.objects<TallyChangeState>()) {
         if (!change->enabled) continue;
         plan.change_ranges.push_back(compiled(*change, [&] { return triggers.add(*change->range); }));
@@ -83,18 +85,23 @@ std::unique_ptr<RulesRun> rules_of(LiveRun& run, Document const& document, Menti
     for (auto const& measure : plan.tallies.measures) {
         plan.measures.push_back(measure_of(measure, document, run, mentions));
     }
-    for (auto const& object : mentions.objects) plan.passageways.push_back(passageway_of(run, object));
+    for (auto const& object : mentions.objects) {
+        plan.passageways.push_back(passageway_of(run, object));
+        plan.servers.push_back(server_of(run.plan, object));
+    }
     Crossings crossings(document, run.plan, run.places, mentions.transitions);
-    return std::make_unique<RulesRun>(run, std::move(plan), std::move(crossings), std::move(gates));
+    return std::make_unique<RulesRun>(run, std::move(plan), std::move(crossings), std::move(gates), std::move(servers));
 }
 
-RulesRun::RulesRun(LiveRun& run, RulesPlan plan, Crossings made_crossings, GateRules made_gates)
+RulesRun::RulesRun(LiveRun& run, RulesPlan plan, Crossings made_crossings, AccessRules made_gates,
+                   AccessRules made_servers)
     : run_(run),
       plan_(std::move(plan)),
       triggers_(plan_.triggers),
       tallies(plan_.tallies, run.seed),
       crossings(std::move(made_crossings)),
-      gates(std::move(made_gates)) {
+      gates(std::move(made_gates)),
+      servers(std::move(made_servers)) {
     for (auto const& event : plan_.triggers.events) events_.emplace(event.id, static_cast<EventIndex>(events_.size()));
     for (auto const event : plan_.sources) sources_.push_back({event});
     for (auto& waiting : run.newcomers.by_origin) {
@@ -114,6 +121,7 @@ void RulesRun::step() {
         if (moment(plan_.triggers.events[sources_[i].event].start).fires) start(i);
     }
     obey_gate_rules(run_);
+    obey_server_rules(run_);
     step_tallies();
 }
 
@@ -127,6 +135,7 @@ void RulesRun::step_tallies() {
         double value = measure.constant;
         if (measure.transition) value += static_cast<double>(crossings.count(*measure.transition));
         value += count_in(measure, population);
+        for (auto const server : measure.servers) value += server_number(run_, server, measure.of_servers);
         measures.push_back(value);
     }
     std::vector<RangeInFrame> ranges;
@@ -189,6 +198,10 @@ bool RulesRun::is_gate_open(MentionIndex gate, GateStateDirection way) const {
     if (passageway == no_passageway) return false;
     auto const& state = run_.gates[passageway];
     return way == GateStateDirection::BALL_TO_BOX ? state.ball_to_box : state.box_to_ball;
+}
+
+bool RulesRun::is_server_open(MentionIndex server, ServerAccessPoint point) const {
+    return is_open(run_, plan_.servers[server], point);
 }
 
 std::optional<EventIndex> RulesRun::event_of(GlobalId const& id) const {

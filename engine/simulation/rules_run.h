@@ -6,6 +6,7 @@
 #include "engine/simulation/live_run.h"
 #include "engine/simulation/rules_crossings.h"
 #include "engine/simulation/rules_gates.h"
+#include "engine/simulation/rules_servers.h"
 
 #include <cstdint>
 #include <limits>
@@ -15,14 +16,16 @@
 /// The project's rules while a simulation runs: triggers, the events that they start, tallies and gates.
 ///
 /// They are looked at once when the simulation begins and then at the end of each frame, in this order: triggers and
-/// ranges, which see tallies and gates as they were left; events that start; gates; tallies. What they say is in force
-/// in the next frame.
+/// ranges, which see tallies, gates and servers as they were left; events that start; gates and servers; tallies. What
+/// they say is in force in the next frame.
 namespace pedflux::engine {
 
 /// What a tally measures, as the simulation knows it.
 struct RuleMeasure {
     std::vector<navigation::RegionIndex> regions;  ///< whose people are counted
     std::vector<std::size_t> volumes;              ///< likewise
+    std::vector<std::uint32_t> servers;            ///< whose numbers are summed
+    TallyType of_servers{};                        ///< which number of the servers
     std::optional<MentionIndex> transition;
     double constant = 0;  ///< what never changes
 };
@@ -36,18 +39,20 @@ struct RulesPlan {
     std::vector<MomentIndex> change_ranges;  ///< of the tally plan's changes
     std::vector<RuleMeasure> measures;       ///< of the tally plan
     std::vector<std::size_t> passageways;    ///< of the mentioned objects; no_passageway for what is none
+    std::vector<std::uint32_t> servers;      ///< of the mentioned objects; no_server for what is none
     std::vector<EventIndex> sources;         ///< the enabled events with people, in the order of the project
 };
 
 class RulesRun final : public TriggerFacts {
   public:
-    RulesRun(LiveRun& run, RulesPlan plan, Crossings crossings, GateRules gates);
+    RulesRun(LiveRun& run, RulesPlan plan, Crossings crossings, AccessRules gates, AccessRules servers);
 
     /// The rules at the simulation's start, or at the end of a frame.
     void step();
 
     bool has_people(EventIndex event) const override;
     bool is_gate_open(MentionIndex gate, GateStateDirection way) const override;
+    bool is_server_open(MentionIndex server, ServerAccessPoint point) const override;
     double tally(MentionIndex tally) const override { return tallies.compared(tally); }
     std::int64_t transitions(MentionIndex transition) const override { return crossings.count(transition); }
 
@@ -96,7 +101,8 @@ class RulesRun final : public TriggerFacts {
   public:
     TallyRun tallies;
     Crossings crossings;
-    GateRules gates;
+    AccessRules gates;
+    AccessRules servers;
 
     TallyPlan const& tally_plan() const { return plan_.tallies; }
 };

@@ -21,6 +21,8 @@ using navigation::RouteStep;
 
 /// So near to a portal's line (metres) a person has reached it.
 constexpr double at_line = 0.05;
+/// So near to its post (metres) a person stands.
+constexpr double at_post = 0.15;
 /// So near to a line that leads on, people look beyond it.
 constexpr double look_beyond = 0.3;
 /// How much of a wide opening people share who come from one side, in metres.
@@ -121,6 +123,13 @@ void choose_way(LiveRun const& run, Walker& walker) {
         walker.way = Walker::Way::WALKS;
         return;
     }
+    if (walker.post) {
+        Point const way = *walker.post - walker.position;
+        if (length(way) < at_post) return;
+        walker.direction = unit(way);
+        walker.way = Walker::Way::WALKS;
+        return;
+    }
     if (walker.destination == navigation::none) return;
     auto const step = run.navigation.next(walker.region, walker.position, walker.destination, walker.hint);
     if (step.kind == RouteStep::Kind::ARRIVED) {
@@ -159,6 +168,7 @@ void say_lost(LiveRun& run, Walker const& walker) {
 void choose_ways(LiveRun& run) {
     act_all(run);
     show_gates(run);
+    step_servers(run);
     run.workers.for_ranges(run.walkers.size(), grain, [&](std::size_t first, std::size_t last) {
         for (auto i = first; i < last; ++i) choose_way(run, run.walkers[i]);
     });

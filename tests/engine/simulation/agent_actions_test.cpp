@@ -156,7 +156,7 @@ TEST(AgentTasks, ThatCannotBeDoneAreRefused) {
     EXPECT_THAT(refusal(std::make_shared<SeekPortalTask>(house.yard)), HasSubstr("no portal"));
     EXPECT_THAT(refusal(std::make_shared<SeekAreaTask>(house.east)), HasSubstr("no floor"));
     EXPECT_THAT(refusal(std::make_shared<SeekAreaTask>(GlobalId::Generate())), HasSubstr("no enabled portal"));
-    EXPECT_THAT(refusal(std::make_shared<SeekProcessStartTask>(house.east)), HasSubstr("servers"));
+    EXPECT_THAT(refusal(std::make_shared<SeekProcessStartTask>(house.east)), HasSubstr("no enabled server"));
     EXPECT_EQ(agent->GetCurrentTaskType(), TaskType::SEEK_PORTAL) << "and nothing has changed";
 }
 

@@ -2,7 +2,6 @@
 
 #include <pedflux/access_rules.h>
 #include <pedflux/agent_tests.h>
-#include <pedflux/servers.h>
 #include <pedflux/tallies.h>
 #include <pedflux/transitions.h>
 #include <pedflux/triggers.h>
@@ -270,16 +269,6 @@ TEST(Rules, WhatIsNotFollowedIsRefusedByName) {
          [](TwoRooms& scene) {
              scene.closing(std::make_shared<AllSimulationTriggerRange>())
                  ->SetAgentTest(std::make_shared<AlwaysTrueTest>());
-         }},
-        {"'Desk' is not part of simulations",
-         [](TwoRooms& scene) {
-             auto const desk = scene.project->CreateServer("Desk", {Vec3d(5, 0, 2), Vec3d(5, 0, 3)});
-             scene.total("Served", Transition::ServerEnter(desk->GetId()));
-         }},
-        {"Journey 'Walk': ServerStateTrigger: Server 'Desk'",
-         [](TwoRooms& scene) {
-             scene.walk(1, std::make_shared<ServerStateTrigger>(
-                               scene.project->CreateServer("Desk", {Vec3d(5, 0, 2), Vec3d(5, 0, 3)})->GetId()));
          }},
     };
     for (auto const& each : cases) {

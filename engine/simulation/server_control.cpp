@@ -1,0 +1,45 @@
+#include "engine/geometry/checks.h"
+#include "engine/simulation/rules_run.h"
+
+#include <pedflux/simulation.h>
+
+#include <optional>
+
+/// What programs do with the entrances and exits of servers.
+namespace pedflux {
+
+namespace {
+
+using engine::entrance_side;
+using engine::exit_side;
+using engine::LiveRun;
+
+std::uint32_t require_server(LiveRun const& run, GlobalId const& id) {
+    auto const server = server_of(run.plan, id);
+    if (server == engine::no_server) {
+        engine::refuse("'" + GlobalId(id).GetString() + "' is no enabled server of the simulated project");
+    }
+    return server;
+}
+
+void set_open(LiveRun& run, GlobalId const& id, std::size_t side, std::optional<bool> open) {
+    set_server_by_program(run, require_server(run, id), side, open);
+}
+
+bool is_open(LiveRun const& run, GlobalId const& id, std::size_t side) {
+    return run.servers[require_server(run, id)].open[side];
+}
+
+}  // namespace
+
+#define SIDE(Side, side)                                                                                        \
+    void Simulation::OpenServer##Side(GlobalId const& server) { set_open(*run_, server, side, true); }          \
+    void Simulation::CloseServer##Side(GlobalId const& server) { set_open(*run_, server, side, false); }        \
+    void Simulation::ResetServer##Side(GlobalId const& server) { set_open(*run_, server, side, std::nullopt); } \
+    bool Simulation::IsServer##Side##OpenToAll(GlobalId const& server) { return is_open(*run_, server, side); } \
+    bool Simulation::IsServer##Side##ClosedToAll(GlobalId const& server) { return !is_open(*run_, server, side); }
+
+SIDE(Entrance, entrance_side)
+SIDE(Exit, exit_side)
+
+}  // namespace pedflux
