@@ -82,6 +82,7 @@ class Interpreter {
         auto const& node = node_of(frame);
         bool const is_new = !frame.begun;
         frame.begun = true;
+        if (is_new) frame.began_in = stack_.advances;
         switch (node.type) {
             case AgentActionTypeId::DO_NOTHING:
                 return Progress::DONE;

@@ -27,6 +27,7 @@ struct ActionFrame {
     double until = std::numeric_limits<double>::infinity();  ///< seconds of the simulated clock
     std::uint64_t draw = 0;                                  ///< of the order of the children
     std::uint64_t turn_began = 0;                            ///< the call of `advance` in which the turn began
+    std::uint64_t began_in = 0;                              ///< the call of `advance` in which the action began
 };
 
 struct ActionStack {

@@ -18,6 +18,10 @@ std::string const& require_file(std::string const& path) {
     return path;
 }
 
+[[noreturn]] void refuse_damaged(std::string const& path, std::string const& what) {
+    refuse("The database of results '" + path + "' is damaged: " + what);
+}
+
 std::int64_t pragma(sqlite::Connection& connection, std::string const& name) {
     sqlite::Statement statement(connection, "PRAGMA " + name);
     return statement.step() ? statement.integer(0) : 0;
@@ -35,8 +39,14 @@ std::int64_t require_format(sqlite::Connection& connection) {
     return version;
 }
 
-[[noreturn]] void refuse_damaged(std::string const& path, std::string const& what) {
-    refuse("The database of results '" + path + "' is damaged: " + what);
+/// A last page that is cut would read as zeros.
+void require_whole(sqlite::Connection& connection) {
+    auto const bytes = pragma(connection, "page_count") * pragma(connection, "page_size");
+    auto const found = static_cast<std::int64_t>(std::filesystem::file_size(connection.path()));
+    if (found < bytes) {
+        refuse_damaged(connection.path(),
+                       "it has " + std::to_string(found) + " of " + std::to_string(bytes) + " bytes");
+    }
 }
 
 GlobalId id_of(std::string const& text) { return text.empty() ? GlobalId() : GlobalId(text); }
@@ -54,6 +64,7 @@ constexpr auto last_episode_kind = static_cast<std::int64_t>(EpisodeKind::AT_SER
 
 RunReader::RunReader(std::string const& path) : connection_(require_file(path), sqlite::Connection::Mode::READ) {
     format_ = require_format(connection_);
+    require_whole(connection_);
     read_meta();
     read_surfaces();
     read_agents();

@@ -334,6 +334,7 @@ void clear_zones(LiveRun& run) {
             person.doings.circulation = no_place;
             person.doings.wait_after.reset();
             person.doings.evacuates = true;
+            person.doings.wait_style = clearance.wait_style;
             walker.starts_at = run.seconds() + sample(clearance.wait, random);
             send_to_nearest(run, walker, clearance.exits);
         }
@@ -366,6 +367,7 @@ void instruct(LiveRun& run, Walker& walker) {
     if (profile != run.rules.profiles.end()) give(profile->second);
     if (event != run.rules.events.end()) {
         doings.evacuates = event->second.is_evacuation;
+        doings.wait_style = event->second.wait_style;
         give(event->second.initial_action);
         begin_circulation(run, person, event->second.circulation);
         for (auto const& [test, color] : event->second.colors) {
@@ -431,7 +433,7 @@ void order(LiveRun& run, Walker& walker, TaskOrder const& task, bool at_once) {
             refuse(run.places[place].title + " is no floor, connection or zone to go to");
         }
     }
-    if (task.style) require_followed(*task.style);
+    if (task.style) wait_rule_of(*task.style, run.rules.waits.spaces);
     if (has_many_orders(run.rules)) {
         std::vector<Doings*> all;
         for (auto const& each : run.walkers) all.push_back(&run.persons[each.agent].doings);

@@ -30,14 +30,37 @@ struct Visit {
     bool is_on() const { return stage != Stage::NOWHERE && stage != Stage::DONE; }
 };
 
+inline constexpr std::uint32_t no_wait_space = std::numeric_limits<std::uint32_t>::max();
+
+/// What tells one wait of an agent from the others.
+struct WaitKey {
+    int node = 0;
+    std::uint64_t began = 0;
+
+    bool operator==(WaitKey const&) const = default;
+};
+
+/// A wait that leads somewhere.
+struct Waiting {
+    std::optional<WaitKey> key;  ///< none: the agent does not wait, or just stands
+    bool walks = false;          ///< to its place
+    Point place;
+    navigation::RegionIndex region = navigation::none;
+    double gives_up_at = 0;                               ///< seconds after the start of the simulation
+    std::uint32_t space = no_wait_space;                  ///< in which it has its place
+    navigation::DestinationIndex way = navigation::none;  ///< to the space
+};
+
 struct Doings {
     ActionStack actions;
     std::optional<ActionTask> task;    ///< what takes its time now; none: it is on the way to its last goal
     PlaceIndex task_goal = no_place;   ///< where the task leads
     PlaceIndex last_goal = no_place;   ///< where it goes when there is nothing else to do, and leaves
     std::optional<double> wait_after;  ///< seconds to wait when the initial actions are done
-    bool evacuates = false;            ///< its last goal is an evacuation's
-    std::uint64_t tests = 0;           ///< how many tests were put to it
+    int wait_style = NONE;             ///< of the wait before it moves, in the action plan
+    Waiting waiting;
+    bool evacuates = false;   ///< its last goal is an evacuation's
+    std::uint64_t tests = 0;  ///< how many tests were put to it
     SignedWay sign;
     Visit visit;
     std::uint32_t circulation = no_place;                               ///< which of the rules' circulations it is in

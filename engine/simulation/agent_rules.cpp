@@ -6,9 +6,9 @@
 #include "engine/model/document.h"
 #include "engine/model/profile_state.h"
 #include "engine/model/scene_states.h"
+#include "engine/model/server_states.h"
 #include "engine/simulation/orders.h"
 #include "engine/simulation/rules_crossings.h"
-#include "engine/model/server_states.h"
 
 #include <pedflux/exception.h>
 
@@ -21,11 +21,6 @@ namespace {
 
 bool goes_to_objects(AgentActionTypeId type) {
     return type >= AgentActionTypeId::SEEK_AREA && type <= AgentActionTypeId::FOLLOW_SIGN;
-}
-
-/// Throws Exception for a kind of action that simulations do not follow.
-void require_followed(ActionPlan const& plan, ActionNode const& node) {
-    if (node.style != NONE) engine::require_followed(*plan.styles[static_cast<std::size_t>(node.style)]);
 }
 
 /// Throws Exception for an event whose start and activity simulations do not know.
@@ -55,7 +50,9 @@ struct RequireAnswered {
 class Compiler {
   public:
     Compiler(Document const& document, FloorPlan const& plan, Places& places)
-        : document_(document), plan_(plan), places_(places) {}
+        : document_(document), plan_(plan), places_(places) {
+        rules_.waits.spaces = wait_spaces_of(document, plan);
+    }
 
     AgentRules take() {
         for (auto const* const event : document_.objects<EventState>()) {
@@ -106,13 +103,11 @@ class Compiler {
             auto const first = rules_.plan.nodes.size();
             auto const first_time = rules_.plan.times.size();
             root = compile(rules_.plan, document_, *action);
-            for (auto node = first; node < rules_.plan.nodes.size(); ++node) {
-                require_followed(rules_.plan, rules_.plan.nodes[node]);
-            }
             for (auto time = first_time; time < rules_.plan.times.size(); ++time) {
                 require_known(rules_.plan.times[time]);
             }
             resolve_places(rules_, places_, first);
+            resolve_waits(rules_);
             while (rules_.tests.size() < rules_.plan.tests.size()) {
                 rules_.tests.push_back(compiled_test(*rules_.plan.tests[rules_.tests.size()]));
             }
@@ -147,7 +142,10 @@ class Compiler {
         }
         if (auto const* const evacuation = dynamic_cast<EvacuationState const*>(&event)) {
             rules.is_evacuation = true;
-            on_behalf(event, [&] { add_clearance(*evacuation); });
+            on_behalf(event, [&] {
+                rules.wait_style = compiled_style(*evacuation->pre_movement_wait_style);
+                add_clearance(*evacuation, rules.wait_style);
+            });
         }
         if (auto const* const circulate = dynamic_cast<CirculateState const*>(&event)) {
             on_behalf(event, [&] { rules.circulation = circulation_of(*circulate); });
@@ -155,11 +153,17 @@ class Compiler {
         rules_.events[event.id] = std::move(rules);
     }
 
-    void add_clearance(EvacuationState const& evacuation) {
-        engine::require_followed(*evacuation.pre_movement_wait_style);
+    int compiled_style(WaitStyle& style) {
+        rules_.plan.styles.push_back(style.Clone());
+        resolve_waits(rules_);
+        return static_cast<int>(rules_.plan.styles.size()) - 1;
+    }
+
+    void add_clearance(EvacuationState const& evacuation, int wait_style) {
         if (evacuation.zones.empty()) return;
         Clearance clearance{evacuation.id, {}, {}, {}};
         clearance.wait = law_of(*evacuation.pre_movement_wait);
+        clearance.wait_style = wait_style;
         for (auto const& zone : evacuation.zones) clearance.zones.push_back(places_.of(zone));
         for (auto const& exit : evacuation.population.destinations) {
             auto const place = places_.of(exit);
@@ -268,7 +272,8 @@ class Compiler {
             MentionedObject mentioned;
             mentioned.server = server_of(plan_, id);
             auto const* const object = document_.find(id);
-            if (object != nullptr && object->enabled && Population::is_place(*object)) {
+            if (mentioned.server == no_server && object != nullptr && object->enabled &&
+                Population::is_place(*object)) {
                 mentioned.place = places_.of(id);
                 auto const region = places_.region_of(id);
                 if (region != navigation::none && region >= plan_.floor_count) {
@@ -288,10 +293,10 @@ class Compiler {
 
 }  // namespace
 
-void require_followed(WaitStyle& style) {
-    auto const type = style.GetWaitStyleTypeId();
-    if (type == WaitStyleTypeId::ASSIGNED_WAIT_SPACE || type == WaitStyleTypeId::LOWEST_COST_WAIT_SPACE) {
-        refuse("simulations of this engine have no wait spaces yet; people stand still or spread out where they are");
+void resolve_waits(AgentRules& rules) {
+    auto const& styles = rules.plan.styles;
+    while (rules.waits.styles.size() < styles.size()) {
+        rules.waits.styles.push_back(wait_rule_of(*styles[rules.waits.styles.size()], rules.waits.spaces));
     }
 }
 

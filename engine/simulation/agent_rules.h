@@ -4,8 +4,9 @@
 #include "engine/behaviour/agent_test_plan.h"
 #include "engine/simulation/floor_plan.h"
 #include "engine/simulation/places.h"
-#include "engine/simulation/volumes.h"
 #include "engine/simulation/servers.h"
+#include "engine/simulation/volumes.h"
+#include "engine/simulation/wait_rules.h"
 
 #include <pedflux/color.h>
 
@@ -62,6 +63,7 @@ struct Clearance {
     std::vector<PlaceIndex> zones;
     std::vector<PlaceIndex> exits;
     Law wait;                ///< seconds before they walk
+    int wait_style = NONE;   ///< in the action plan
     std::size_t starts = 0;  ///< of the event, that were obeyed
 };
 
@@ -84,6 +86,7 @@ struct DispatchRules {
 struct EventRules {
     int initial_action = NONE;
     bool is_evacuation = false;
+    int wait_style = NONE;  ///< of the wait before they move, in the action plan
     std::vector<ColorChoice> colors;
     std::uint32_t circulation = no_place;  ///< in `AgentRules::circulations`
 };
@@ -117,6 +120,7 @@ struct AgentRules {
     OrderExtent orders;
     std::vector<PlaceIndex> places;  ///< of the plan's objects; no_place for those that nobody goes to
     std::vector<TestPlan> tests;     ///< of the plan's tests
+    WaitRules waits;
     Mentions mentions;
     std::vector<MentionedObject> mentioned;  ///< of the mentions' objects
     std::vector<VolumeMesh> volumes;
@@ -145,7 +149,7 @@ PlaceIndex place_of(Places& places, AgentActionTypeId action, GlobalId const& ob
 /// Finds the places that the plan's objects from the node on stand for. Throws Exception for what is none.
 void resolve_places(AgentRules& rules, Places& places, std::size_t first_node);
 
-/// Throws Exception for a style that simulations do not follow.
-void require_followed(WaitStyle& style);
+/// Compiles the plan's wait styles that are new. Throws Exception for wait spaces that take no part.
+void resolve_waits(AgentRules& rules);
 
 }  // namespace pedflux::engine

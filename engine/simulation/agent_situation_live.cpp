@@ -43,9 +43,9 @@ bool LiveSituation::entered_at(MentionIndex place) const {
 }
 
 bool LiveSituation::is_in(MentionIndex area) const {
-    auto const& [place, passageway, volume] = run_.rules.mentioned[area];
-    if (volume != no_volume) return contains(run_.rules.volumes[volume], point_in_space(run_, walker_));
-    return place != no_place && is_at(run_, walker_, place);
+    auto const& object = run_.rules.mentioned[area];
+    if (object.volume != no_volume) return contains(run_.rules.volumes[object.volume], point_in_space(run_, walker_));
+    return object.place != no_place && is_at(run_, walker_, object.place);
 }
 
 bool LiveSituation::holds(MentionIndex token) const {

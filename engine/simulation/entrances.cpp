@@ -7,6 +7,7 @@
 #include "engine/simulation/ways.h"
 
 #include <algorithm>
+#include <cmath>
 #include <tuple>
 
 namespace pedflux::engine {
@@ -17,6 +18,10 @@ namespace {
 constexpr std::uint64_t delay_streams = std::uint64_t{1} << 59;
 /// How far before a line people wait, in metres.
 constexpr double waiting_distance = 0.5;
+/// How far before it they wait who let others come out first, in metres.
+constexpr double yielding_distance = 1.5;
+/// So far beside the way out (metres) they step.
+constexpr double aside = 0.5;
 /// The clock's rounding, in seconds.
 constexpr double rounding = 1e-6;
 
@@ -104,15 +109,34 @@ double interval_at(LiveRun const& run, Entrance const& entrance, navigation::Con
     return entrance.interval_and_metre / length(run.plan.joints[joint].line);
 }
 
-bool is_admitted(LiveRun const& run, Entrance& entrance, Comer const& comer, std::span<Comer const> others) {
+bool is_admitted(LiveRun const& run, Entrance& entrance, Comer const& comer) {
     if (!comer.enters) return true;
-    if (must_yield(entrance, comer, others)) return false;
     double const interval = interval_at(run, entrance, run.walkers[comer.walker].ahead);
     if (interval == 0) return true;
     if (run.seconds() + rounding < entrance.next) return false;
     // People come at whole steps; what they came late by counts for the next one.
     entrance.next = std::max(entrance.next, run.seconds() - run.frame_length()) + interval;
     return true;
+}
+
+bool was_admitted(LiveRun const& run, Comer const& comer) {
+    auto const& walker = run.walkers[comer.walker];
+    Turn const& turn = run.entrances.turns[walker.agent];
+    return turn.admitted && turn.joint == walker.ahead && turn.enters == comer.enters;
+}
+
+/// Lets somebody stand, or make way for those who come out towards it: else they would face each other for ever.
+void hold(LiveRun& run, Comer const& comer, bool yields) {
+    auto& walker = run.walkers[comer.walker];
+    walker.way = Walker::Way::STANDS;
+    walker.direction = {};
+    if (!yields) return;
+    auto const& joint = run.plan.joints[walker.ahead];
+    Point const along = unit(joint.line.to - joint.line.from);
+    double const offset = dot(walker.position - at(joint.line, 0.5), along);
+    if (std::abs(offset) > length(joint.line) / 2 + aside) return;
+    walker.way = Walker::Way::WALKS;
+    walker.direction = unit((offset < 0 ? -1 : 1) * along + 0.5 * joint.to_floor);
 }
 
 }  // namespace
@@ -138,14 +162,16 @@ void hold_at_entrances(LiveRun& run) {
         auto const here = std::span(comers).subspan(first, last - first);
         auto& entrance = run.entrances.of[comers[first].passageway];
         for (auto const& comer : here) {
-            auto& walker = run.walkers[comer.walker];
-            if (comer.distance > waiting_distance) break;
-            Turn& turn = turn_of(run, comer);
-            if (turn.admitted) continue;
-            turn.admitted = run.seconds() + rounding >= turn.ready_at && is_admitted(run, entrance, comer, here);
-            if (turn.admitted) continue;
-            walker.way = Walker::Way::STANDS;
-            walker.direction = {};
+            if (was_admitted(run, comer)) continue;
+            bool const yields = comer.enters && must_yield(entrance, comer, here);
+            if (comer.distance > (yields ? yielding_distance : waiting_distance)) continue;
+            if (comer.distance <= waiting_distance) {
+                Turn& turn = turn_of(run, comer);
+                turn.admitted =
+                    !yields && run.seconds() + rounding >= turn.ready_at && is_admitted(run, entrance, comer);
+                if (turn.admitted) continue;
+            }
+            hold(run, comer, yields);
         }
         first = last;
     }

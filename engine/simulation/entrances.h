@@ -12,7 +12,7 @@
 /// What holds people up at the ends of connections: limits of flow, delays and priority.
 ///
 /// Whoever is on the way over an end stops half a metre before its line until it is let through. Of those who wait to
-/// enter a connection, the nearest to the line is let in first.
+/// enter a connection, the nearest to the line is let in first. Who lets others come out first steps aside for them.
 namespace pedflux::engine {
 
 class Document;

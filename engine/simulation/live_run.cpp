@@ -4,6 +4,7 @@
 #include "engine/simulation/agent_actions.h"
 #include "engine/simulation/recording.h"
 #include "engine/simulation/rules_run.h"
+#include "engine/simulation/waits.h"
 
 #include <pedflux/database.h>
 
@@ -76,6 +77,7 @@ void open_exit(LiveRun& run, PlaceIndex place) {
 void take_out(LiveRun& run, Person::Fate fate, Walker& walker, bool through_portal) {
     act_on_leaving(run, walker);
     auto& person = run.persons[walker.agent];
+    end_wait(run, walker);
     person.fate = fate;
     person.last_frame = run.frame;
     run.changes->deleted.push_back(person.face);
@@ -105,9 +107,9 @@ void stop(LiveRun& run) {
     for (auto const& person : run.persons) {
         auto const id_of = [&](PlaceIndex place) { return place == no_place ? GlobalId() : run.places[place].id; };
         bool const is_here = person.fate == Person::Fate::HERE;
-        agents.push_back({person.origin.profile, id_of(person.origin.origin), id_of(person.doings.last_goal), person.first_frame,
-                          is_here ? run.frame : person.last_frame, person.fate == Person::Fate::ARRIVED,
-                          person.origin.event});
+        agents.push_back({person.origin.profile, id_of(person.origin.origin), id_of(person.doings.last_goal),
+                          person.first_frame, is_here ? run.frame : person.last_frame,
+                          person.fate == Person::Fate::ARRIVED, person.origin.event});
     }
     run.writer->finish(agents, recorded_episodes(run));
     run.writer.reset();

@@ -62,6 +62,9 @@ struct Person {
     std::shared_ptr<Agent> face;
 };
 
+/// So near to its post (metres) a person stands.
+inline constexpr double at_post = 0.15;
+
 /// An agent as the steps see it. They stand in the order of the agents' numbers.
 struct Walker {
     std::uint32_t agent = 0;

@@ -31,11 +31,13 @@ void keep(std::vector<T>& list, std::vector<T>& rest, std::size_t first, int& nu
     number = static_cast<int>(list.size()) - 1;
 }
 
-template <class Visit>
-void for_each_node(std::span<Doings* const> all, Visit const& visit) {
+template <class Each>
+void for_each_node(std::span<Doings* const> all, Each const& each) {
     for (auto* const doings : all) {
-        for (auto& frame : doings->actions.frames) visit(frame.node);
-        if (doings->task) visit(doings->task->node);
+        for (auto& frame : doings->actions.frames) each(frame.node);
+        if (doings->task) each(doings->task->node);
+        if (doings->visit.stage != Visit::Stage::NOWHERE) each(doings->visit.task.node);
+        if (auto& wait = doings->waiting.key; wait && wait->node >= 0) each(wait->node);
     }
 }
 
@@ -83,6 +85,8 @@ void forget_done_orders(AgentRules& rules, Places& places, std::span<Doings* con
         if (is_order(node)) node = number_of(node);
     });
     resolve_places(rules, places, first.first_node);
+    rules.waits.styles.resize(first.first_style);
+    resolve_waits(rules);
     rules.orders.most = std::max(fewest_orders, 2 * (plan.nodes.size() - first.first_node));
 }
 
@@ -90,6 +94,7 @@ int add_order(AgentRules& rules, Places& places, TaskOrder const& order) {
     auto const first = rules.plan.nodes.size();
     int const node = compile(rules.plan, order);
     resolve_places(rules, places, first);
+    resolve_waits(rules);
     return node;
 }
 

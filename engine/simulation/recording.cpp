@@ -44,6 +44,8 @@ RecordedProject recorded_project_of(Document const& document, FloorPlan const& p
 AgentActivity activity_of(LiveRun const& run, Walker const& walker) {
     auto const& person = run.persons[walker.agent];
     auto const& doings = person.doings;
+    if (doings.visit.stage == Visit::Stage::QUEUES) return AgentActivity::QUEUING;
+    if (doings.visit.stage == Visit::Stage::IS_SERVED) return AgentActivity::SERVED;
     if (doings.task) {
         auto const& node = run.rules.plan.nodes[static_cast<std::size_t>(doings.task->node)];
         if (waits(node.type) || node.style != NONE) return AgentActivity::WAITING;

@@ -41,11 +41,6 @@ Crossings::Crossings(Document const& document, FloorPlan const& plan, Places& pl
 void Crossings::add_rules(Document const& document, FloorPlan const& plan, Places& places, Transition const& transition,
                           std::vector<Rule>& rules) {
     auto const area_of = [&](GlobalId const& id) { return rule_area_of(document, plan, places, id); };
-    auto const refuse_kind = [&](GlobalId const& id) {
-        auto const* const object = document.find(id);
-        refuse(std::string(node_of(transition).kind->name) + ": " + (object ? title_of(*object) : "its object") +
-               " is not part of simulations of this engine yet");
-    };
     auto const kind = static_cast<TransitionType>(type_of(transition));
     auto const add_server = [&](GlobalId const& id) {
         rules.push_back({.kind = kind, .area = {}, .server = server_of(plan, id)});
@@ -162,24 +157,6 @@ bool Crossings::makes(Rule const& rule, ServerCrossing const& crossing) {
 }
 
 void Crossings::passed(ServerCrossing const& crossing) { note(crossing); }
-
-void Crossings::came_in(std::uint32_t agent, navigation::RegionIndex region, std::uint32_t doorway) {
-    if (!is_any()) return;
-    trails_.resize(agent + 1);
-    trails_[agent].now = region;
-    note(Crossing{.to = region, .doorway = doorway});
-}
-
-void Crossings::move(std::uint32_t agent, navigation::RegionIndex region) {
-    auto& trail = trails_[agent];
-    note(Crossing{.before = trail.before, .from = trail.now, .to = region});
-    trail = {trail.now, region};
-}
-
-void Crossings::went_out(std::uint32_t agent, std::uint32_t doorway) {
-    if (!is_any()) return;
-    note(Crossing{.before = trails_[agent].before, .from = trails_[agent].now, .doorway = doorway});
-}
 
 void Crossings::end_frame() {
     std::swap(counts_, next_counts_);

@@ -1,5 +1,6 @@
 #include "engine/behaviour/random.h"
 #include "engine/simulation/agent_situation_live.h"
+#include "engine/simulation/recording.h"
 #include "engine/simulation/rules_run.h"
 #include "engine/simulation/servers.h"
 
@@ -42,6 +43,7 @@ class Desk {
             visit_of(*nearest).stage = Stage::QUEUES;
             visit_of(*nearest).at_head = -1;
             server_.line.push_back(*nearest);
+            begin_episode(run_, *nearest, EpisodeKind::AT_SERVER, plan_.id);
             coming.erase(nearest);
         }
         for (auto const agent : coming) send_to_end(agent);
@@ -208,6 +210,7 @@ void leave_server(LiveRun& run, std::uint32_t agent) {
     visit.stage = was_inside && server.has_served ? Stage::DONE : Stage::NOWHERE;
     if (was_in_line) {
         std::erase(server.line, agent);
+        end_episode(run, agent, EpisodeKind::AT_SERVER, run.plan.servers[visit.server].id);
         int const release = run.rules.servers[visit.server].release_action;
         if (release != NONE) start(doings.actions, release);
     }

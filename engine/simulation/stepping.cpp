@@ -8,6 +8,7 @@
 #include "engine/simulation/dispatches.h"
 #include "engine/simulation/recording.h"
 #include "engine/simulation/rules_run.h"
+#include "engine/simulation/waits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -21,8 +22,6 @@ using navigation::RouteStep;
 
 /// So near to a portal's line (metres) a person has reached it.
 constexpr double at_line = 0.05;
-/// So near to its post (metres) a person stands.
-constexpr double at_post = 0.15;
 /// So near to a line that leads on, people look beyond it.
 constexpr double look_beyond = 0.3;
 /// How much of a wide opening people share who come from one side, in metres.
@@ -130,8 +129,11 @@ void choose_way(LiveRun const& run, Walker& walker) {
         walker.way = Walker::Way::WALKS;
         return;
     }
-    if (walker.destination == navigation::none) return;
-    auto const step = run.navigation.next(walker.region, walker.position, walker.destination, walker.hint);
+    bool const goes_to_wait = person.doings.waiting.walks;
+    auto const destination = goes_to_wait ? person.doings.waiting.way : walker.destination;
+    if (destination == navigation::none) return;
+    auto const step = run.navigation.next(walker.region, walker.position, destination, walker.hint);
+    if (goes_to_wait && (step.kind == RouteStep::Kind::ARRIVED || step.kind == RouteStep::Kind::UNREACHABLE)) return;
     if (step.kind == RouteStep::Kind::ARRIVED) {
         walker.way = Walker::Way::ARRIVED;
         return;
@@ -140,14 +142,14 @@ void choose_way(LiveRun const& run, Walker& walker) {
         walker.way = Walker::Way::LOST;
         return;
     }
-    if (walker.starts_at > run.seconds() && !person.doings.task) return;
+    if (walker.starts_at > run.seconds() && !person.doings.task && !goes_to_wait) return;
     walker.way = Walker::Way::WALKS;
     Point const aim = aim_at(step.target, walker.position, person.origin.key);
     if (step.kind == RouteStep::Kind::CONNECTION) {
         walker.ahead = step.connection;
         Point const to_floor = run.plan.joints[step.connection].to_floor;
         walker.direction = over(walker.position, aim, step.forward ? to_floor : -1 * to_floor);
-    } else if (step.kind == RouteStep::Kind::GOAL && run.places[person.goal].is_portal()) {
+    } else if (!goes_to_wait && step.kind == RouteStep::Kind::GOAL && run.places[person.goal].is_portal()) {
         walker.direction = over(walker.position, aim, run.doorway_outward[run.places[person.goal].doorway]);
     } else {
         walker.direction = unit(aim - walker.position);
@@ -169,6 +171,7 @@ void choose_ways(LiveRun& run) {
     act_all(run);
     show_gates(run);
     step_servers(run);
+    attend_waits(run);
     run.workers.for_ranges(run.walkers.size(), grain, [&](std::size_t first, std::size_t last) {
         for (auto i = first; i < last; ++i) choose_way(run, run.walkers[i]);
     });
@@ -195,7 +198,8 @@ bool has_crossed(Segment line, Point from, Point to) {
 /// Whether the walker is at the line of the portal that it goes to, or crossed it in this step.
 bool has_reached_portal(LiveRun const& run, Walker const& walker, Point before) {
     auto const goal = run.persons[walker.agent].goal;
-    if (goal == no_place || !run.places[goal].is_portal()) return false;
+    if (goal == no_place || !run.places[goal].is_portal() || run.persons[walker.agent].doings.waiting.walks)
+        return false;
     auto const& line = run.plan.doorways[run.places[goal].doorway].line;
     if (line.region != walker.region || walker.way != Walker::Way::WALKS) return false;
     return distance(line.line, walker.position) < at_line || has_crossed(line.line, before, walker.position);

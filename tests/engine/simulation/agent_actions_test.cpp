@@ -300,13 +300,6 @@ TEST(RulesNotFollowed, AreRefusedByName) {
         std::string message;
     };
     for (auto const& [change, message] : std::vector<Case>{
-             {[](House const& house) {
-                  auto const space = house.project->CreateWaitSpace(
-                      "Bench", MeshGeometry::CreateFlatPolygon(0, {{1, 1}, {2, 1}, {2, 2}}));
-                  house.journey_with(
-                      std::make_shared<WaitForeverAction>(WaitStyle::LowestCostWaitSpace({space->GetId()})));
-              },
-              "'Journey': simulations of this engine have no wait spaces yet"},
              {[](House const& house) { house.project->CreateCirculate("Rounds"); }, "at least one portal"},
          }) {
         House const house;

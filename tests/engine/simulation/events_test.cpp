@@ -113,7 +113,7 @@ TEST(Dispatches, SendThoseOnWhoAreDone) {
         char const* name;
         std::function<void(Rooms&)> set;
         char const* left_by;
-        double seconds;  ///< in which people walk at 1 m/s
+        double seconds;  ///< in which people walk at 1 m/s, and turn round
     };
     auto const dispatch = [](Rooms& rooms, std::vector<GlobalId> const& sources, std::vector<GlobalId> const& sinks) {
         auto const created = rooms.project->CreateDispatch(rooms.numbered("Dispatch"), {0, 0, 0});
@@ -136,7 +136,7 @@ TEST(Dispatches, SendThoseOnWhoAreDone) {
              dispatch(rooms, {rooms.east}, {rooms.north});
              dispatch(rooms, {rooms.north}, {rooms.west});
          },
-         "West", way + 4.8 + 17.2},
+         "West", way + 4.8 + 17.2 + 2},
         {"from an area",
          [&](Rooms& rooms) {
              rooms.journey("Walk", rooms.west, rooms.right, 1, rooms.steady);

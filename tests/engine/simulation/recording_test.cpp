@@ -20,8 +20,8 @@ struct Recorded : testing::Test, Scene {
     Recorded() {
         hall = room("Hall", 0, 0, 20, 10)->GetId();
         shed = room("Shed", 0, 12, 20, 20)->GetId();
-        auto const link =
-            project->CreateLink("Passage", MeshGeometry::CreateFlatPolygon(0, {{4, 10}, {6, 10}, {6, 12}, {4, 12}}));
+        auto const link = project->CreateLink(
+            "Passage", MeshGeometry::CreateFlatPolygon(0, {{4, 10}, {5.5, 10}, {5.5, 12}, {4, 12}}));
         east = portal("East", 20, 4, 20, 6)->GetId();
         token = project->CreateToken("Token")->GetId();
         passage = link->GetId();

@@ -259,25 +259,5 @@ TEST(Rules, GatesOpenAndCloseInCyclesUnlessTheProgramSaysOtherwise) {
     EXPECT_EQ(closed, expected);
 }
 
-TEST(Rules, WhatIsNotFollowedIsRefusedByName) {
-    struct Case {
-        char const* message;
-        std::function<void(TwoRooms&)> draw;
-    };
-    std::vector<Case> const cases{
-        {"GateAccess 'Closing': gates that open and close by an agent test",
-         [](TwoRooms& scene) {
-             scene.closing(std::make_shared<AllSimulationTriggerRange>())
-                 ->SetAgentTest(std::make_shared<AlwaysTrueTest>());
-         }},
-    };
-    for (auto const& each : cases) {
-        TwoRooms scene;
-        each.draw(scene);
-        EXPECT_THAT(refusal_of([&] { Simulation::Create(scene.project, "Run", scene.database); }),
-                    HasSubstr(each.message));
-    }
-}
-
 }  // namespace
 }  // namespace pedflux

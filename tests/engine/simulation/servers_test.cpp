@@ -444,6 +444,7 @@ TEST(Servers, RunsAreTheSameWithAnyNumberOfThreads) {
         office.visitors(15, office.seek({office.desk, other}, {2, 1}));
         auto const simulation = office.simulate(7, threads);
         office.run_until_empty(*simulation, 200);
+        simulation->Stop();
         return hash_of(office.database);
     };
     EXPECT_EQ(run(1), run(3));
