@@ -28,6 +28,7 @@ constexpr Bound bounds[] = {
     {"passing_gap", &Locomotion::passing_gap, 0, 1},
     {"avoidance", &Locomotion::avoidance, 0, 10},
     {"oncoming_avoidance", &Locomotion::oncoming_avoidance, 0, 10},
+    {"overtaking_density", &Locomotion::overtaking_density, 0, 20},
     {"keep_right", &Locomotion::keep_right, -1, 1},
     {"side_speed", &Locomotion::side_speed, 0, 1},
     {"widest_turn", &Locomotion::widest_turn, 0, 10},

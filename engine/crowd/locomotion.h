@@ -29,6 +29,9 @@ struct Locomotion {
     double avoidance = 0.6;
     /// The same for an oncoming person, added to it.
     double oncoming_avoidance = 2.5;
+    /// Density felt, in persons per square metre, up to which a walker looks on which side walls leave room to
+    /// overtake.
+    double overtaking_density = 1.2;
     /// How far to the left of the middle an oncoming person still is passed on the right.
     double keep_right = 0.1;
     /// Share of the free speed at which a walker steps aside from oncoming people when there is no way forward.

@@ -1,6 +1,7 @@
 #include "engine/crowd/walls.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace pedflux::engine::crowd {
 
@@ -16,6 +17,22 @@ bool NearWalls::hide(float x, float z) const {
         if (from_side * to_side <= 0) return true;
     }
     return false;
+}
+
+Room room_beside(NearWalls const& walls, float forward_x, float forward_z) {
+    Room room;
+    for (std::uint32_t i = 0; i < walls.count; ++i) {
+        NearWalls::Line const& line = walls.lines[i];
+        float const from_ahead = forward_x * line.from_x + forward_z * line.from_z;
+        float const to_ahead = forward_x * line.to_x + forward_z * line.to_z;
+        if ((from_ahead > 0) == (to_ahead > 0)) continue;
+        float const from_right = forward_z * line.from_x - forward_x * line.from_z;
+        float const to_right = forward_z * line.to_x - forward_x * line.to_z;
+        float const right = from_right + from_ahead / (from_ahead - to_ahead) * (to_right - from_right);
+        float& side = right > 0 ? room.right : room.left;
+        side = std::min(side, std::abs(right));
+    }
+    return room;
 }
 
 void gather_walls(Surfaces const& surfaces, std::uint32_t cell, float x, float z, float reach, NearWalls& walls) {

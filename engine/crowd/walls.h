@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 
 namespace pedflux::engine::crowd {
 
@@ -31,6 +32,13 @@ struct NearWalls {
     /// Whether a wall stands between the place and the point at (x, z) from it.
     bool hide(float x, float z) const;
 };
+
+/// Metres from a place to the nearest walls straight to the right and to the left of a direction.
+struct Room {
+    float right = std::numeric_limits<float>::max();
+    float left = std::numeric_limits<float>::max();
+};
+Room room_beside(NearWalls const& walls, float forward_x, float forward_z);
 
 /// The walls that a place sees within `reach` metres; `cell` is the place's own.
 void gather_walls(Surfaces const& surfaces, std::uint32_t cell, float x, float z, float reach, NearWalls& walls);

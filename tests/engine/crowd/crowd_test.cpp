@@ -232,6 +232,21 @@ TEST(Crowd, PersonalSpaceSlowsFollowersAndTheSideBiasDecidesTheSide) {
     }
 }
 
+TEST(Crowd, WalkersOvertakeWhereWallsLeaveRoom) {
+    // A slow walker beside a wall, a faster one behind it and still nearer to the wall.
+    for (bool const wall_to_the_right : {true, false}) {
+        Plan plan;
+        plan.regions.push_back(rectangle({0, 0}, {60, 2}));
+        Crowd crowd(plan);
+        auto const off_wall = [&](double metres) { return wall_to_the_right ? metres : 2 - metres; };
+        AgentIndex const slow = add(crowd, {8, off_wall(0.5)}, {1, 0});
+        AgentIndex const fast = add(crowd, {5, off_wall(0.45)}, {1, 0});
+        crowd.set_speed(slow, 0.6);
+        walk(crowd, 150);
+        EXPECT_GT(crowd.position(fast).x, crowd.position(slow).x + 0.5) << wall_to_the_right;
+    }
+}
+
 TEST(Crowd, FlowOnStairsIsWhatWeidmannFound) {
     SpeedLaw const law((Locomotion()));
     struct Case {
