@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -61,14 +62,26 @@ std::string export_list() {
     return joined(lines, "");
 }
 
-/// Writes the Java sources and the list of them that the Java compiler reads.
+/// Removes files that were written before and no longer are. Returns whether there were any.
+bool remove_others(std::filesystem::path const& folder, std::set<std::filesystem::path> const& written) {
+    std::vector<std::filesystem::path> others;
+    for (auto const& entry : std::filesystem::directory_iterator(folder)) {
+        if (!written.contains(entry.path())) others.push_back(entry.path());
+    }
+    for (auto const& other : others) std::filesystem::remove(other);
+    return !others.empty();
+}
+
+/// Writes the Java sources and the list of them that the Java compiler reads. The list is new when any source is.
 void write_java(std::filesystem::path const& output, Surface const& surface, Names const& names) {
     std::filesystem::path const package = output / "java/com/kelvar/pedflux";
-    std::filesystem::remove_all(package);  // no proxy may stay of a class that is gone
+    std::set<std::filesystem::path> sources;
     std::string list;
+    bool any_new = false;
     auto const write = [&](std::string const& name, std::string const& source) {
         std::filesystem::path const path = package / (name + ".java");
-        write_file(path, source);
+        any_new = write_file(path, source) || any_new;
+        sources.insert(path);
         list += fill("\"$1\"\n", {path.string()});
     };
     write("pedfluxJNI", module_class(manifest::exports(), surface));
@@ -78,6 +91,7 @@ void write_java(std::filesystem::path const& output, Surface const& surface, Nam
         if (name != "Exception") write(name, proxy(one, surface, names));
     }
     for (auto const& [name, declared] : surface.enumerations) write(name, enumeration(name, declared, names));
+    if (remove_others(package, sources) || any_new) std::filesystem::remove(output / "sources.txt");
     write_file(output / "sources.txt", list);
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
 
 namespace pedflux::java {
@@ -55,12 +56,16 @@ std::string upper_words(std::string_view text) {
     return result;
 }
 
-void write_file(std::filesystem::path const& path, std::string_view text) {
+bool write_file(std::filesystem::path const& path, std::string_view text) {
+    if (std::ifstream there(path, std::ios::binary); there) {
+        if (std::string(std::istreambuf_iterator<char>(there), {}) == text) return false;
+    }
     std::filesystem::create_directories(path.parent_path());
     std::ofstream file(path, std::ios::binary);
     file << text;
     file.close();
     if (!file) throw std::runtime_error("cannot write " + path.string());
+    return true;
 }
 
 }  // namespace pedflux::java

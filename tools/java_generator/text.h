@@ -21,7 +21,8 @@ std::string indented(std::string_view text);
 std::string lower_first(std::string text);
 std::string upper_words(std::string_view text);
 
-/// Writes a file, making its directory first. Throws std::runtime_error when it cannot.
-void write_file(std::filesystem::path const& path, std::string_view text);
+/// Writes a file, making its directory first. A file that has this text already is left as it is, so that the build
+/// does not go on from it. Returns whether it was written. Throws std::runtime_error when it cannot.
+bool write_file(std::filesystem::path const& path, std::string_view text);
 
 }  // namespace pedflux::java
