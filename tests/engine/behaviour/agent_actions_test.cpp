@@ -333,7 +333,7 @@ TEST_F(AgentActions, ReferToObjectsOfTheRightKind) {
     };
     auto const before = written(named->GetAgentAction());
     for (auto const& [action, message] : cases) {
-        EXPECT_THAT(refusal([&] { named->SetAgentAction(action); }), HasSubstr(message));
+        EXPECT_THAT(refusal([&, &given = action] { named->SetAgentAction(given); }), HasSubstr(message));
         EXPECT_EQ(written(named->GetAgentAction()), before);
     }
 

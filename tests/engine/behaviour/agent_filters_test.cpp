@@ -228,7 +228,7 @@ TEST_F(AgentFilters, RefuseWhatMakesNoSense) {
         {[] { AtTransitionFilter(std::shared_ptr<Transition>()); }, "transition must be given, not empty"},
         {[] { InTripFilter(std::shared_ptr<Trip>()); }, "trip must be given, not empty"},
         {[] { IsEverFilter(std::shared_ptr<AgentFilter>()); }, "isEverFilter must be given, not empty"},
-        {[] { TokenFilter(GlobalId::INVALID); }, "the identifier of a token, not the invalid identifier"},
+        {[] { TokenFilter{GlobalId::INVALID}; }, "the identifier of a token, not the invalid identifier"},
     };
     for (auto const& [action, message] : cases) EXPECT_THAT(refusal(action), HasSubstr(message));
 }
@@ -255,7 +255,7 @@ TEST_F(AgentFilters, ReferToObjectsOfTheRightKind) {
     };
     auto const before = written(named->GetAgentFilter());
     for (auto const& [filter, message] : cases) {
-        EXPECT_THAT(refusal([&] { named->SetAgentFilter(filter); }), HasSubstr(message));
+        EXPECT_THAT(refusal([&, &given = filter] { named->SetAgentFilter(given); }), HasSubstr(message));
         EXPECT_EQ(written(named->GetAgentFilter()), before);
     }
 

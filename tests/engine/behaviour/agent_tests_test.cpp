@@ -177,7 +177,7 @@ TEST_F(AgentTests, RefuseWhatMakesNoSense) {
              CreatedByTest(std::vector{journey, journey});
          },
          "a list of different objects, not one with"},
-        {[] { InAreaTest(GlobalId::INVALID); }, "InAreaTest: areas.0 must be the identifier of"},
+        {[] { InAreaTest{GlobalId::INVALID}; }, "InAreaTest: areas.0 must be the identifier of"},
         {[&] { TokenTest(token, static_cast<LogicQuantifier>(3)); }, "ALL_OF (0), ANY_OF (1), NONE_OF (2), not 3"},
         {[&] {
              GateStateTest(link, LogicQuantifier::ALL_OF, GateStateDirection::BOTH_WAYS, static_cast<AgentAccess>(9));
@@ -216,7 +216,7 @@ TEST_F(AgentTests, ReferToObjectsOfTheRightKind) {
     };
     auto const before = written(named->GetAgentTest());
     for (auto const& [test, message] : cases) {
-        EXPECT_THAT(refusal([&] { named->SetAgentTest(test); }), HasSubstr(message));
+        EXPECT_THAT(refusal([&, &given = test] { named->SetAgentTest(given); }), HasSubstr(message));
         EXPECT_EQ(written(named->GetAgentTest()), before);
     }
 

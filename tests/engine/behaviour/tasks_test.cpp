@@ -20,7 +20,7 @@ TEST(Tasks, AreRefusedWithoutGoalStyleOrSense) {
              SeekPortalTask({goal, goal}, true);
          },
          "SeekPortalTask: goal 1 is"},
-        {[&] { FollowSignTask(GlobalId::INVALID); }, "FollowSignTask: goal 0 is the invalid identifier"},
+        {[&] { FollowSignTask{GlobalId::INVALID}; }, "FollowSignTask: goal 0 is the invalid identifier"},
         {[&] { WaitForDurationTask(-1, standing); }, "WaitForDurationTask: seconds must be at least 0, not -1"},
         {[&] { WaitUntilTimeTask(-7, standing); }, "WaitUntilTimeTask: seconds must be at least 0, not -7"},
         {[&] { WaitForeverTask(std::shared_ptr<WaitStyle>()); }, "WaitForeverTask: the wait style must be given"},
