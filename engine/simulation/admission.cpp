@@ -2,6 +2,7 @@
 
 #include "engine/behaviour/random.h"
 #include "engine/geometry/plan.h"
+#include "engine/simulation/random_streams.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,7 +20,6 @@ constexpr int tries_at_portal = 6;
 constexpr int tries_in_area = 60;
 /// Distance of neighbouring places of an ordered placement (metres).
 constexpr double slot_width = 0.55;
-constexpr std::uint64_t placement_streams = std::uint64_t{1} << 42;
 
 std::uint64_t key_of(navigation::RegionIndex region, std::int64_t column, std::int64_t row) {
     auto const part = [](std::int64_t value) { return static_cast<std::uint64_t>(value) & 0xffffff; };
@@ -134,7 +134,7 @@ bool Occupancy::is_free(navigation::RegionIndex region, Point place, double radi
 
 std::optional<Spot> spot_for(LiveRun const& run, Newcomer const& newcomer, Occupancy const& occupancy) {
     Place const& place = run.places[newcomer.origin];
-    Random random(run.seed, placement_streams + (static_cast<std::uint64_t>(run.frame) << 32) + newcomer.key);
+    Random random(run.seed, streams::of_placement + (static_cast<std::uint64_t>(run.frame) << 32) + newcomer.key);
     return place.is_portal() ? spot_at_portal(run, place.doorway, newcomer, occupancy, random)
                              : spot_in_area(run, place, newcomer, occupancy, random);
 }

@@ -5,6 +5,7 @@
 #include "engine/geometry/checks.h"
 #include "engine/simulation/agent_situation_live.h"
 #include "engine/simulation/orders.h"
+#include "engine/simulation/random_streams.h"
 #include "engine/simulation/rules_run.h"
 
 #include <algorithm>
@@ -15,9 +16,6 @@ namespace pedflux::engine {
 
 namespace {
 
-/// Streams of random numbers of what people circulate for, apart from those of events and persons.
-constexpr std::uint64_t circulation_streams = std::uint64_t{1} << 62;
-constexpr std::uint64_t clearance_streams = std::uint64_t{1} << 61;
 constexpr double without_end = std::numeric_limits<double>::infinity();
 
 double clock(LiveRun const& run) { return run.start_time + run.seconds(); }
@@ -230,7 +228,7 @@ PlaceIndex next_portal(LiveRun const& run, Person const& person) {
     auto const& doings = person.doings;
     auto portals = run.rules.circulations[doings.circulation].portals;
     if (portals.size() > 1) std::erase(portals, doings.portal);
-    Random random(run.seed, circulation_streams + (std::uint64_t{doings.portals_drawn} << 32) + person.origin.key);
+    Random random(run.seed, streams::of_circulation + (std::uint64_t{doings.portals_drawn} << 32) + person.origin.key);
     return portals[random.below(static_cast<std::uint32_t>(portals.size()))];
 }
 
@@ -272,7 +270,7 @@ void begin_circulation(LiveRun const& run, Person& person, std::uint32_t circula
     if (circulation == no_place) return;
     auto& doings = person.doings;
     auto const& rules = run.rules.circulations[circulation];
-    Random random(run.seed, circulation_streams - 1 - person.origin.key);
+    Random random(run.seed, streams::of_circulation - 1 - person.origin.key);
     doings.circulation = circulation;
     doings.portal = person.origin.origin;
     if (rules.count) doings.portals_left = static_cast<int>(std::lround(sample(*rules.count, random)));
@@ -328,7 +326,7 @@ void clear_zones(LiveRun& run) {
             bool const is_inside =
                 std::ranges::any_of(clearance.zones, [&](PlaceIndex zone) { return is_at(run, walker, zone); });
             if (!is_inside || person.origin.event.InternalEquals(clearance.event)) continue;
-            Random random(run.seed, clearance_streams + (std::uint64_t{starts - 1} << 32) + person.origin.key);
+            Random random(run.seed, streams::of_clearances + (std::uint64_t{starts - 1} << 32) + person.origin.key);
             person.doings.actions.frames.clear();
             person.doings.task.reset();
             person.doings.circulation = no_place;

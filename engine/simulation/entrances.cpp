@@ -4,6 +4,7 @@
 #include "engine/behaviour/random.h"
 #include "engine/model/document.h"
 #include "engine/simulation/live_run.h"
+#include "engine/simulation/random_streams.h"
 #include "engine/simulation/ways.h"
 
 #include <algorithm>
@@ -14,8 +15,6 @@ namespace pedflux::engine {
 
 namespace {
 
-/// Streams of random numbers of delays, apart from those of events and persons.
-constexpr std::uint64_t delay_streams = std::uint64_t{1} << 59;
 /// How far before a line people wait, in metres.
 constexpr double waiting_distance = 0.5;
 /// How far before it they wait who let others come out first, in metres.
@@ -84,8 +83,8 @@ Turn& turn_of(LiveRun& run, Comer const& comer) {
     auto const& law = comer.enters ? entrance.entry_delay : entrance.exit_delay;
     turn = {walker.ahead, comer.enters, false, run.seconds(), turn.number + 1};
     if (law) {
-        Random random(run.seed,
-                      delay_streams + (std::uint64_t{turn.number} << 32) + run.persons[walker.agent].origin.key);
+        Random random(run.seed, streams::of_delays_at_connections + (std::uint64_t{turn.number} << 32) +
+                                    run.persons[walker.agent].origin.key);
         turn.ready_at += sample(*law, random);
     }
     return turn;

@@ -6,6 +6,7 @@
 #include "engine/geometry/checks.h"
 #include "engine/model/document.h"
 #include "engine/model/profile_state.h"
+#include "engine/simulation/random_streams.h"
 #include "engine/simulation/route_classes.h"
 
 #include <algorithm>
@@ -14,10 +15,6 @@
 namespace pedflux::engine {
 
 namespace {
-
-/// Streams of random numbers: those of events and those of persons never meet.
-constexpr std::uint64_t event_streams = std::uint64_t{1} << 40;
-constexpr std::uint64_t wait_streams = std::uint64_t{1} << 41;
 
 double side_of(AgentDirectionBias bias) {
     switch (bias) {
@@ -43,7 +40,7 @@ class Planner {
     }
 
     void add(EventState const& event) try {
-        Random const random(seed_, event_streams + (std::uint64_t{start_} << 20) + source_);
+        Random const random(seed_, streams::of_events + (std::uint64_t{start_} << 20) + source_);
         Schedule const schedule = compile_schedule(event.population, document_.settings.population_multiplier, random);
         std::vector<PlaceIndex> origins;
         std::vector<PlaceIndex> destinations;
@@ -65,7 +62,7 @@ class Planner {
                 person.destination = destinations[static_cast<std::size_t>(arrival.destination)];
             }
             if (evacuation && evacuation->pre_movement_wait) {
-                Random wait(seed_, wait_streams + key);
+                Random wait(seed_, streams::of_pre_movement_times + key);
                 person.wait = sample(*evacuation->pre_movement_wait, wait);
             }
             newcomers_.by_origin.resize(places_.size());

@@ -7,6 +7,7 @@
 #include "engine/model/network_state.h"
 #include "engine/model/profile_state.h"
 #include "engine/simulation/live_run.h"
+#include "engine/simulation/random_streams.h"
 #include "engine/simulation/ways.h"
 
 #include <algorithm>
@@ -16,8 +17,6 @@ namespace pedflux::engine {
 
 namespace {
 
-/// Streams of random numbers of costs, apart from those of events and persons.
-constexpr std::uint64_t cost_streams = std::uint64_t{1} << 60;
 constexpr double least_climbing = 0.01;
 constexpr double most_climbing = 100;
 
@@ -84,7 +83,7 @@ double climbing_of(ProfileState const& profile, std::uint64_t seed, std::uint32_
     Law const horizontal = law_of(*profile.horizontal_cost);
     Law const vertical = law_of(*profile.vertical_cost);
     auto const varies = [](Law const& law) { return minimum(law) < maximum(law); };
-    Random random(seed, cost_streams + key);
+    Random random(seed, streams::of_costs + key);
     double const level = std::max(sample(horizontal, random), 1e-9);
     double const climbing = std::clamp(sample(vertical, random) / level, least_climbing, most_climbing);
     return varies(horizontal) || varies(vertical) ? std::exp2(std::round(2 * std::log2(climbing)) / 2) : climbing;

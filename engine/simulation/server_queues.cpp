@@ -1,5 +1,6 @@
 #include "engine/behaviour/random.h"
 #include "engine/simulation/agent_situation_live.h"
+#include "engine/simulation/random_streams.h"
 #include "engine/simulation/recording.h"
 #include "engine/simulation/rules_run.h"
 #include "engine/simulation/servers.h"
@@ -11,9 +12,6 @@
 namespace pedflux::engine {
 
 namespace {
-
-/// Streams of random numbers of contact times, apart from those of events and persons.
-constexpr std::uint64_t contact_streams = std::uint64_t{1} << 59;
 
 /// From so far (metres) people who come go straight to the end of the line when they see it.
 constexpr double sees_line = 8;
@@ -148,7 +146,7 @@ class Desk {
     double contact_time(std::uint32_t agent) {
         auto const& rules = run_.rules.servers[number_];
         auto& person = run_.persons[agent];
-        Random random(run_.seed, contact_streams + (person.doings.visit.draws++ << 32) + person.origin.key);
+        Random random(run_.seed, streams::of_contact_times + (person.doings.visit.draws++ << 32) + person.origin.key);
         for (auto const& [test, law] : rules.contact_rules) {
             if (passes(test, LiveSituation(run_, walker_of(agent), person.doings.tests++))) return sample(law, random);
         }

@@ -2,6 +2,7 @@
 
 #include "engine/behaviour/random.h"
 #include "engine/simulation/agent_situation_live.h"
+#include "engine/simulation/random_streams.h"
 #include "engine/simulation/rules_run.h"
 
 #include <algorithm>
@@ -12,8 +13,6 @@ namespace pedflux::engine {
 
 namespace {
 
-/// Streams of random numbers of the choices of servers, apart from those of events and persons.
-constexpr std::uint64_t choice_streams = std::uint64_t{1} << 60;
 /// How many stand behind the end of a line at most.
 constexpr std::size_t most_behind = 100;
 
@@ -108,7 +107,7 @@ std::optional<std::uint32_t> choose_server(LiveRun& run, Walker const& walker, s
     std::vector<double> chances;
     for (auto const candidate : candidates) chances.push_back(weights.empty() ? 1 : weights[candidate]);
     if (std::ranges::none_of(chances, [](double chance) { return chance > 0; })) return server_at(candidates.front());
-    Random random(run.seed, choice_streams + (person.doings.visit.draws++ << 32) + person.origin.key);
+    Random random(run.seed, streams::of_server_choices + (person.doings.visit.draws++ << 32) + person.origin.key);
     return server_at(candidates[draw_weighted(chances, random)]);
 }
 

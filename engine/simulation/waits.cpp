@@ -2,6 +2,7 @@
 
 #include "engine/behaviour/random.h"
 #include "engine/geometry/components.h"
+#include "engine/simulation/random_streams.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,8 +12,6 @@ namespace pedflux::engine {
 
 namespace {
 
-/// Streams of random numbers of the wait spaces that are drawn.
-constexpr std::uint64_t wait_streams = std::uint64_t{1} << 60;
 /// Between the bodies of those who wait in a wait space (metres).
 constexpr double body_gap = 0.1;
 /// Those who spread out want this distance between middles (metres): from there on people count as apart from
@@ -203,7 +202,8 @@ bool go_to_space(LiveRun& run, Walker const& walker, WaitRule const& rule, WaitK
     if (!rule.weights.empty()) {
         if (std::ranges::none_of(rule.weights, [](double weight) { return weight > 0; })) return false;
         auto const node = static_cast<std::uint64_t>(key.node - before_moving);
-        Random random(mixed(run.seed + wait_streams) + run.persons[walker.agent].origin.key, mixed(node) + key.began);
+        Random random(mixed(run.seed + streams::of_wait_spaces) + run.persons[walker.agent].origin.key,
+                      mixed(node) + key.began);
         return take_place(run, walker, rule.spaces[draw_weighted(rule.weights, random)]);
     }
     struct Choice {
