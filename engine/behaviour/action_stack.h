@@ -24,6 +24,8 @@ struct ActionFrame {
     int step = 0;                                            ///< children or turns done
     int turns = 0;                                           ///< to do, of a count
     int goal = ANY_GOAL;                                     ///< of the node's objects
+    int station = NONE;                                      ///< of a process, the place where the agent goes in it
+    int passed = NONE;                                       ///< of a process, the place where the agent was last
     double until = std::numeric_limits<double>::infinity();  ///< seconds of the simulated clock
     std::uint64_t draw = 0;                                  ///< of the order of the children
     std::uint64_t turn_began = 0;                            ///< the call of `advance` in which the turn began

@@ -4,6 +4,7 @@
 #include "engine/behaviour/task_order.h"
 #include "engine/geometry/checks.h"
 #include "engine/simulation/agent_situation_live.h"
+#include "engine/simulation/dispatches.h"
 #include "engine/simulation/orders.h"
 #include "engine/simulation/random_streams.h"
 #include "engine/simulation/rules_run.h"
@@ -104,6 +105,8 @@ class LiveScene : public ActionScene {
     }
     PlaceIndex goal_of(ActionNode const& node, ActionTask const& task);
     bool has_passed(PlaceIndex goal);
+    std::optional<PlaceIndex> first_station(ActionNode const& node, ActionTask const& task);
+    void go_on(ActionFrame& process, PlaceIndex station);
     bool is_through(ActionNode const& node, ActionTask const& task);
 
     LiveRun& run_;
@@ -150,22 +153,44 @@ bool LiveScene::has_passed(PlaceIndex goal) {
     return at_far_end;
 }
 
-/// Whether it has been served, or may use none of the servers; they see to the rest.
+std::optional<PlaceIndex> LiveScene::first_station(ActionNode const& node, ActionTask const& task) {
+    auto const starts = std::span(run_.rules.places).subspan(node.objects.first, node.objects.count);
+    auto const drawn = static_cast<std::size_t>(std::max(task.goal, 0));
+    auto const start = choose_start(run_, walker_, starts, drawn, run_.rules.plan.weights_of(node));
+    if (!start || !run_.places[*start].is_dispatch()) return start;
+    return sink_for(run_, walker_, run_.rules.dispatches[run_.places[*start].dispatch], no_place);
+}
+
+/// Goes to a station: a portal or area becomes its last goal, and so does what follows on a last goal that it passed.
+void LiveScene::go_on(ActionFrame& process, PlaceIndex station) {
+    auto const last = doings_.last_goal;
+    bool const leads_from_last =
+        last != no_place && (run_.places[last].is_server() || last == static_cast<PlaceIndex>(process.passed));
+    if (leads_from_last || !run_.places[station].is_server()) doings_.last_goal = station;
+    process.station = static_cast<int>(station);
+}
+
+/// Whether it has come through all stations of a process, or may use none of its servers; they see to the rest.
 bool LiveScene::is_through(ActionNode const& node, ActionTask const& task) {
-    auto& visit = doings_.visit;
-    if (visit.stage == Visit::Stage::DONE && visit.task == task) {
-        visit.stage = Visit::Stage::NOWHERE;
-        return true;
+    auto& process = doings_.actions.frames.back();
+    for (;;) {
+        if (process.station == NONE) {
+            auto const next = process.passed == NONE
+                                  ? first_station(node, task)
+                                  : next_station(run_, walker_, static_cast<PlaceIndex>(process.passed));
+            if (!next) return true;
+            go_on(process, *next);
+        }
+        auto const station = static_cast<PlaceIndex>(process.station);
+        doings_.task_goal = station;
+        if (run_.places[station].is_server()) {
+            auto const& visit = doings_.visit;
+            if (!visit.is_on() || visit.task != task) visit_server(run_, walker_, run_.places[station].server, task);
+            return false;
+        }
+        if (!is_at(run_, walker_, station)) return false;
+        process.passed = std::exchange(process.station, NONE);
     }
-    if (!visit.is_on() || visit.task != task) {
-        auto const starts = std::span(run_.rules.places).subspan(node.objects.first, node.objects.count);
-        auto const drawn = static_cast<std::size_t>(std::max(task.goal, 0));
-        auto const server = choose_server(run_, walker_, starts, drawn, run_.rules.plan.weights_of(node));
-        if (!server) return true;
-        visit_server(run_, walker_, *server, task);
-    }
-    doings_.task_goal = run_.places.place_of_server(visit.server);
-    return false;
 }
 
 void LiveScene::happen(ActionNode const& node) {
@@ -311,10 +336,9 @@ void act(LiveRun& run, Walker& walker) {
     if (doings.circulation == no_place) head_for(run, walker, doings.last_goal);
 }
 
-void send_to_nearest(LiveRun& run, Walker& walker, std::span<PlaceIndex const> goals) {
-    auto& doings = run.persons[walker.agent].doings;
-    doings.last_goal = nearest_of(run, walker, goals);
-    head_for(run, walker, doings.last_goal);
+void send_to(LiveRun& run, Walker& walker, PlaceIndex goal) {
+    run.persons[walker.agent].doings.last_goal = goal;
+    head_for(run, walker, goal);
 }
 
 void clear_zones(LiveRun& run) {
@@ -334,7 +358,7 @@ void clear_zones(LiveRun& run) {
             person.doings.evacuates = true;
             person.doings.wait_style = clearance.wait_style;
             walker.starts_at = run.seconds() + sample(clearance.wait, random);
-            send_to_nearest(run, walker, clearance.exits);
+            send_to(run, walker, nearest_of(run, walker, clearance.exits));
         }
     }
 }
@@ -420,7 +444,7 @@ void act_on_leaving(LiveRun& run, Walker& walker) {
 void order(LiveRun& run, Walker& walker, TaskOrder const& task, bool at_once) {
     for (auto const& goal : task.goals) {
         if (task.kind == TaskKind::SEEK_PROCESS_START) {
-            run.places.server(goal);
+            run.places.process_start(goal);
             continue;
         }
         auto const place = run.places.of(goal);

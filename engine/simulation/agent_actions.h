@@ -4,8 +4,6 @@
 
 #include <pedflux/color.h>
 
-#include <span>
-
 /// Agents who do what actions and tasks tell them.
 namespace pedflux::engine {
 
@@ -28,8 +26,8 @@ void act_on_crossing(LiveRun& run, Walker const& walker, navigation::RegionIndex
 /// once. What takes time is dropped.
 void act_on_leaving(LiveRun& run, Walker& walker);
 
-/// Makes the easiest of the goals somebody's last one, and sends it there.
-void send_to_nearest(LiveRun& run, Walker& walker, std::span<PlaceIndex const> goals);
+/// Makes a place somebody's last goal, and sends it there.
+void send_to(LiveRun& run, Walker& walker, PlaceIndex goal);
 
 /// Whether somebody who arrives stays, as it has something else to do.
 inline bool stays_on_arrival(Person const& person) {

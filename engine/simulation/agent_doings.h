@@ -19,15 +19,15 @@ struct SignedWay {
 
 /// An agent's way to a server, through its queue and out of it.
 struct Visit {
-    enum class Stage : std::uint8_t { NOWHERE, COMES, QUEUES, IS_SERVED, DONE };
+    enum class Stage : std::uint8_t { NOWHERE, COMES, QUEUES, IS_SERVED };
 
     Stage stage = Stage::NOWHERE;
     ActionTask task{};         ///< that sends it there
-    std::uint32_t server = 0;  ///< unless the stage is NOWHERE or DONE
+    std::uint32_t server = 0;  ///< unless the stage is NOWHERE
     double at_head = 0;  ///< seconds since which it has been next, and near enough to be served; below 0: it is not
     std::uint64_t draws = 0;  ///< numbers drawn for choices of servers and contact times
 
-    bool is_on() const { return stage != Stage::NOWHERE && stage != Stage::DONE; }
+    bool is_on() const { return stage != Stage::NOWHERE; }
 };
 
 inline constexpr std::uint32_t no_wait_space = std::numeric_limits<std::uint32_t>::max();

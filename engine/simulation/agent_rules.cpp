@@ -74,7 +74,7 @@ class Compiler {
             if (broadcast->enabled) add(*broadcast);
         }
         for (auto const* const dispatch : document_.objects<DispatchState>()) {
-            if (dispatch->enabled) on_behalf(*dispatch, [&] { add(*dispatch); });
+            if (dispatch->enabled) add(*dispatch);
         }
         rules_.volumes = volumes_of(document_);
         for (auto const* const access : document_.objects<GateAccessState>()) {
@@ -210,17 +210,17 @@ class Compiler {
         auto const add_stations = [&](std::vector<GlobalId> const& stations, std::vector<PlaceIndex>& places) {
             for (auto const& id : stations) {
                 auto const* const object = document_.find(id);
-                if (object != nullptr && object->kind->type == ObjectType::SERVER) {
-                    refuse(title_of(*object) +
-                           " is a server; people are sent on between portals and areas only so far");
-                }
-                if (object != nullptr && object->enabled) places.push_back(places_.of(id));
+                if (object == nullptr || !object->enabled) continue;
+                bool const is_server = object->kind->type == ObjectType::SERVER;
+                places.push_back(is_server ? places_.server(id) : places_.of(id));
             }
         };
-        add_stations(dispatch.sources, rules.sources);
-        add_stations(dispatch.sinks, rules.sinks);
-        if (rules.sources.empty()) return;
+        on_behalf(dispatch, [&] {
+            add_stations(dispatch.sources, rules.sources);
+            add_stations(dispatch.sinks, rules.sinks);
+        });
         for (auto const sink : rules.sinks) places_[sink].destination = 0;  // a route is wanted
+        rules.process = compiled(dispatch, std::make_shared<SeekProcessStartAction>(std::vector{dispatch.id}, false));
         rules_.dispatches.push_back(std::move(rules));
     }
 
@@ -302,7 +302,7 @@ void resolve_waits(AgentRules& rules) {
 
 PlaceIndex place_of(Places& places, AgentActionTypeId action, GlobalId const& object) {
     if (action == AgentActionTypeId::EVACUATE_ZONE) return places.outside_of(object);
-    if (action == AgentActionTypeId::SEEK_PROCESS_START) return places.server(object);
+    if (action == AgentActionTypeId::SEEK_PROCESS_START) return places.process_start(object);
     return places.of(object);
 }
 

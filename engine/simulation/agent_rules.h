@@ -80,6 +80,7 @@ struct BroadcastRules {
 struct DispatchRules {
     std::vector<PlaceIndex> sources;
     std::vector<PlaceIndex> sinks;
+    int process = NONE;  ///< to go through what begins at a sink that is a server; in the action plan
 };
 
 /// What an event tells its agents.
@@ -133,8 +134,8 @@ struct AgentRules {
     std::vector<CirculationRules> circulations;
     std::vector<Clearance> clearances;
     std::vector<BroadcastRules> broadcasts;
-    std::vector<DispatchRules> dispatches;
-    std::vector<ServerRules> servers;  ///< of the plan
+    std::vector<DispatchRules> dispatches;  ///< the enabled ones, in the order of the project
+    std::vector<ServerRules> servers;       ///< of the plan
     bool any_at_surfaces = false;
     /// Where the ends of connections are that signs lead through.
     std::map<std::pair<navigation::RegionIndex, bool>, navigation::DestinationIndex> ends;

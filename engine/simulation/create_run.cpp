@@ -72,7 +72,7 @@ void mark_goals(Places& places, Newcomers const& newcomers, AgentRules const& ru
         for (auto const place : choices) places[place].destination = wanted;
     }
     for (auto const place : rules.places) {
-        if (place != no_place) places[place].destination = wanted;
+        if (place != no_place && !places[place].is_dispatch()) places[place].destination = wanted;
     }
     for (auto const& goal : extra_goals) places[places.of(goal)].destination = wanted;
 }

@@ -1,5 +1,6 @@
 #include "engine/simulation/places.h"
 
+#include "engine/behaviour/event_states.h"
 #include "engine/geometry/checks.h"
 #include "engine/model/document.h"
 #include "engine/model/lists.h"
@@ -38,12 +39,18 @@ Places::Places(Document const& document, FloorPlan const& plan)
     for (std::size_t i = 0; i < plan.doorways.size(); ++i) {
         places_.push_back({plan.doorways[i].id, plan.doorways[i].title, static_cast<std::uint32_t>(i), {}});
     }
-    first_server_ = static_cast<PlaceIndex>(places_.size());
     for (std::size_t i = 0; i < plan.servers.size(); ++i) {
         Place server{plan.servers[i].id, plan.servers[i].title, no_place, {}};
         server.server = static_cast<std::uint32_t>(i);
         places_.push_back(std::move(server));
         server_problems_.push_back(plan.servers[i].problem);
+    }
+    std::uint32_t number = 0;
+    for (auto const* const state : document.objects<DispatchState>()) {
+        if (!state->enabled) continue;
+        Place dispatch{state->id, title_of(*state), no_place, {}};
+        dispatch.dispatch = number++;
+        places_.push_back(std::move(dispatch));
     }
     for (navigation::RegionIndex region = 0; region < plan.surfaces.size(); ++region) {
         auto const& id = plan.surfaces[region].id;
@@ -57,7 +64,7 @@ Places::Places(Document const& document, FloorPlan const& plan)
 PlaceIndex Places::of(GlobalId const& object) {
     auto const is_object = [&](auto const& other) { return other.id.InternalEquals(object); };
     auto const is_place = [&](Place const& other) {
-        return !other.is_outside && !other.is_server() && is_object(other);
+        return !other.is_outside && !other.is_server() && !other.is_dispatch() && is_object(other);
     };
     if (auto const place = std::ranges::find_if(places_, is_place); place != places_.end()) {
         return static_cast<PlaceIndex>(place - places_.begin());
@@ -76,10 +83,16 @@ PlaceIndex Places::server(GlobalId const& object) const {
     auto const is_server = [&](Place const& place) { return place.is_server() && place.id.InternalEquals(object); };
     auto const found = std::ranges::find_if(places_, is_server);
     if (found == places_.end()) {
-        refuse("'" + GlobalId(object).GetString() + "' is no enabled server of the simulated project");
+        refuse("'" + GlobalId(object).GetString() + "' is no enabled server or dispatch of the simulated project");
     }
     if (auto const& problem = server_problems_[found->server]; !problem.empty()) refuse(problem);
     return static_cast<PlaceIndex>(found - places_.begin());
+}
+
+PlaceIndex Places::process_start(GlobalId const& object) const {
+    auto const is_meant = [&](Place const& place) { return place.is_dispatch() && place.id.InternalEquals(object); };
+    auto const found = std::ranges::find_if(places_, is_meant);
+    return found == places_.end() ? server(object) : static_cast<PlaceIndex>(found - places_.begin());
 }
 
 PlaceIndex Places::outside_of(GlobalId const& zone) {

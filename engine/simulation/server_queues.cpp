@@ -173,16 +173,20 @@ class Desk {
     LiveServer& server_;
 };
 
-bool is_doing(Doings const& doings, int node) {
-    return std::ranges::any_of(doings.actions.frames, [&](ActionFrame const& frame) { return frame.node == node; });
+/// The process that a visit belongs to; none when the agent does something else instead.
+ActionFrame* process_of(Doings& doings) {
+    auto& frames = doings.actions.frames;
+    auto const is_process = [&](ActionFrame const& frame) { return frame.node == doings.visit.task.node; };
+    auto const found = std::find_if(frames.rbegin(), frames.rend(), is_process);
+    return found == frames.rend() ? nullptr : &*found;
 }
 
 /// Whether a visitor still is to go through its server. Who has been served does something else there meanwhile.
-bool goes_on(LiveRun const& run, std::uint32_t agent) {
-    auto const& doings = run.persons[agent].doings;
+bool goes_on(LiveRun& run, std::uint32_t agent) {
+    auto& doings = run.persons[agent].doings;
     auto const& server = run.servers[doings.visit.server];
     bool const stays = server.has_served && server.serves && server.line.front() == agent;
-    return stays ? is_doing(doings, doings.visit.task.node) : doings.task == doings.visit.task;
+    return stays ? process_of(doings) != nullptr : doings.task == doings.visit.task;
 }
 
 }  // namespace
@@ -205,7 +209,11 @@ void leave_server(LiveRun& run, std::uint32_t agent) {
     run.walkers[run.walker_of[agent]].post.reset();
     bool const was_in_line = visit.stage != Stage::COMES;
     bool const was_inside = visit.stage == Stage::IS_SERVED;
-    visit.stage = was_inside && server.has_served ? Stage::DONE : Stage::NOWHERE;
+    visit.stage = Stage::NOWHERE;
+    if (auto* const process = process_of(doings)) {
+        if (was_inside && server.has_served) process->passed = process->station;
+        process->station = NONE;
+    }
     if (was_in_line) {
         std::erase(server.line, agent);
         end_episode(run, agent, EpisodeKind::AT_SERVER, run.plan.servers[visit.server].id);
@@ -225,7 +233,6 @@ void step_servers(LiveRun& run) {
     for (auto const& walker : run.walkers) {
         auto& doings = run.persons[walker.agent].doings;
         auto& visit = doings.visit;
-        if (visit.stage == Stage::DONE && !is_doing(doings, visit.task.node)) visit.stage = Stage::NOWHERE;
         if (visit.is_on() && !goes_on(run, walker.agent)) leave_server(run, walker.agent);
         if (visit.stage == Stage::COMES) coming[visit.server].push_back(walker.agent);
     }

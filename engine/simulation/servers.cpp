@@ -56,6 +56,19 @@ void narrow(Candidates& candidates, std::function<bool(std::size_t)> const& is_t
     if (!left.empty()) candidates = std::move(left);
 }
 
+/// Whether a station takes people at once, as far as it is known from afar.
+bool has_room(LiveRun const& run, PlaceIndex station) {
+    auto const& place = run.places[station];
+    if (place.is_dispatch()) {
+        return std::ranges::any_of(run.rules.dispatches[place.dispatch].sinks,
+                                   [&](PlaceIndex sink) { return has_room(run, sink); });
+    }
+    if (!place.is_server()) return true;
+    auto const& server = run.servers[place.server];
+    auto const& capacity = run.plan.servers[place.server].capacity;
+    return server.open[entrance_side] && (!capacity || server.visitors < *capacity);
+}
+
 }  // namespace
 
 std::vector<LiveServer> live_servers_of(LiveRun const& run) {
@@ -82,33 +95,39 @@ double server_number(LiveRun const& run, std::uint32_t number, TallyType kind) {
     }
 }
 
-std::optional<std::uint32_t> choose_server(LiveRun& run, Walker const& walker, std::span<PlaceIndex const> places,
-                                           std::size_t drawn, std::span<double const> weights) {
+std::size_t visitors_of(LiveRun const& run, PlaceIndex place) {
+    return run.places[place].is_server() ? run.servers[run.places[place].server].visitors : 0;
+}
+
+Candidates best_stations(LiveRun& run, Walker const& walker, std::span<PlaceIndex const> stations) {
     auto& person = run.persons[walker.agent];
-    auto const server_at = [&](std::size_t candidate) { return run.places[places[candidate]].server; };
-    auto const passes_test = [&](std::optional<TestPlan> const& test) {
-        return test && passes(*test, LiveSituation(run, walker, person.doings.tests++));
+    using Test = std::optional<TestPlan> ServerRules::*;
+    auto const passes_test = [&](PlaceIndex station, Test kind, bool otherwise) {
+        if (!run.places[station].is_server()) return otherwise;
+        auto const& test = run.rules.servers[run.places[station].server].*kind;
+        return test ? passes(*test, LiveSituation(run, walker, person.doings.tests++)) : otherwise;
     };
-    Candidates candidates;
-    for (std::size_t i = 0; i < places.size(); ++i) {
-        auto const& required = run.rules.servers[server_at(i)].required;
-        if (!required || passes_test(required)) candidates.push_back(i);
+    Candidates best;
+    for (std::size_t i = 0; i < stations.size(); ++i) {
+        if (passes_test(stations[i], &ServerRules::required, true)) best.push_back(i);
     }
+    narrow(best, [&](std::size_t i) { return has_room(run, stations[i]); });
+    narrow(best, [&](std::size_t i) { return passes_test(stations[i], &ServerRules::preferred, false); });
+    return best;
+}
+
+std::optional<PlaceIndex> choose_start(LiveRun& run, Walker const& walker, std::span<PlaceIndex const> starts,
+                                       std::size_t drawn, std::span<double const> weights) {
+    auto const candidates = best_stations(run, walker, starts);
     if (candidates.empty()) return std::nullopt;
-    narrow(candidates, [&](std::size_t candidate) {
-        auto const& server = run.servers[server_at(candidate)];
-        auto const& capacity = run.plan.servers[server_at(candidate)].capacity;
-        return server.open[entrance_side] && (!capacity || server.visitors < *capacity);
-    });
-    narrow(candidates,
-           [&](std::size_t candidate) { return passes_test(run.rules.servers[server_at(candidate)].preferred); });
     // What was drawn among all keeps its chance; otherwise the others share it.
-    if (std::ranges::find(candidates, drawn) != candidates.end()) return server_at(drawn);
+    if (std::ranges::find(candidates, drawn) != candidates.end()) return starts[drawn];
     std::vector<double> chances;
     for (auto const candidate : candidates) chances.push_back(weights.empty() ? 1 : weights[candidate]);
-    if (std::ranges::none_of(chances, [](double chance) { return chance > 0; })) return server_at(candidates.front());
+    if (std::ranges::none_of(chances, [](double chance) { return chance > 0; })) return starts[candidates.front()];
+    auto& person = run.persons[walker.agent];
     Random random(run.seed, streams::of_server_choices + (person.doings.visit.draws++ << 32) + person.origin.key);
-    return server_at(candidates[draw_weighted(chances, random)]);
+    return starts[candidates[draw_weighted(chances, random)]];
 }
 
 }  // namespace pedflux::engine

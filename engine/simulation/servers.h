@@ -55,18 +55,24 @@ std::vector<LiveServer> live_servers_of(LiveRun const& run);
 /// What a kind of server tally says of a server.
 double server_number(LiveRun const& run, std::uint32_t server, TallyType kind);
 
-/// Chooses among process starts for an agent: those whose required test it passes; of these those that are open and
-/// have room, if any; of these those whose preferred test it passes, if any; of these one by the weights. None when it
-/// may use none of the servers.
+/// How many are at a server or on the way there; nobody for another place.
+std::size_t visitors_of(LiveRun const& run, PlaceIndex place);
+
+/// Those of some stations that an agent goes to rather than to others: of the servers those whose required test it
+/// passes; of these those that are open and have room, if any; of these those whose preferred test it passes, if any.
+/// What is no server has no tests, but always room; a dispatch has as much as its sinks.
+std::vector<std::size_t> best_stations(LiveRun& run, Walker const& walker, std::span<PlaceIndex const> stations);
+
+/// Chooses among process starts for an agent: of the best, one by the weights. None when it may use none of them.
 /// @param drawn the one that was drawn among all by the weights
 /// @param weights one for each place, or none for equal chances
-std::optional<std::uint32_t> choose_server(LiveRun& run, Walker const& walker, std::span<PlaceIndex const> places,
-                                           std::size_t drawn, std::span<double const> weights);
+std::optional<PlaceIndex> choose_start(LiveRun& run, Walker const& walker, std::span<PlaceIndex const> starts,
+                                       std::size_t drawn, std::span<double const> weights);
 
 /// Sends somebody to a server; it leaves the one that it was at.
 void visit_server(LiveRun& run, Walker const& walker, std::uint32_t server, ActionTask const& task);
-/// Takes a visitor away from its server: it leaves the line, and does what the server says on release. Nothing happens
-/// to others.
+/// Takes a visitor away from its server: it leaves the line, and does what the server says on release. Who has been
+/// served has passed this station of its process. Nothing happens to others.
 void leave_server(LiveRun& run, std::uint32_t agent);
 
 /// Lets people come to the servers, be served and leave them.

@@ -205,6 +205,11 @@ bool has_reached_portal(LiveRun const& run, Walker const& walker, Point before) 
     return distance(line.line, walker.position) < at_line || has_crossed(line.line, before, walker.position);
 }
 
+/// Whether a server is the last goal, and nothing is left to do there. Who goes there has to be served until then.
+bool was_served_at_the_end(LiveRun const& run, Person const& person) {
+    return person.goal != no_place && run.places[person.goal].is_server() && !person.doings.has_something_to_do();
+}
+
 /// Whether the walker was pushed out through an exit. The line of an exit is open to all, as the crowd does not know
 /// who is to leave there.
 bool is_outside(LiveRun const& run, Walker const& walker, Point before) {
@@ -243,7 +248,8 @@ void note_positions(LiveRun& run) {
         walker.position = run.crowd.position(walker.body);
         walker.walked += length_factor * distance(before, walker.position);
         note_region(run, walker, before);
-        bool const arrived = walker.way == Walker::Way::ARRIVED || has_reached_portal(run, walker, before);
+        bool const arrived = walker.way == Walker::Way::ARRIVED || has_reached_portal(run, walker, before) ||
+                             was_served_at_the_end(run, person);
         if (!arrived || stays_on_arrival(person) || send_on(run, walker)) {
             if (is_outside(run, walker, before)) {
                 run.crowd.place(walker.body, before, walker.region);

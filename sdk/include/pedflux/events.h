@@ -178,8 +178,9 @@ class PEDFLUX_API Broadcast : public SimObject {
     void ClearZone();
 };
 
-/// Sends people on: who has reached one of the sources as its goal, or stands there without one, goes to the sink that is
-/// the easiest to reach. Both are servers, portals, floors, connections or zones; a new dispatch has none.
+/// Sends people on: who has been served at one of the sources, has reached it as its goal, or stands there without one,
+/// goes to the easiest sink: of several servers to the one with the fewest people, otherwise to the nearest. Both are
+/// servers, portals, floors, connections or zones; a new dispatch has none.
 class PEDFLUX_API Dispatch : public SimObject {
   public:
     using SimObject::SimObject;

@@ -324,9 +324,9 @@ TEST(Events, ThatRulesCannotWaitForAreRefusedByName) {
     };
     auto const dispatch = [](Rooms& rooms) { return rooms.project->CreateDispatch("Queue", {0, 0, 0}); };
     std::vector<Case> const cases{
-        {"Dispatch 'Queue': Server 'Desk' is a server",
+        {"Dispatch 'Queue': Server 'Desk' stands on no walkable surface",
          [&](Rooms& rooms) {
-             dispatch(rooms)->SetSource(rooms.project->CreateServer("Desk", {Vec3d(5, 0, 2), Vec3d(5, 0, 3)})->GetId());
+             dispatch(rooms)->SetSink(rooms.project->CreateServer("Desk", {Vec3d(5, 9, 2), Vec3d(5, 9, 3)})->GetId());
          }},
         {"Journey 'Walk 1': Dispatch 'Queue' has no start",
          [&](Rooms& rooms) {

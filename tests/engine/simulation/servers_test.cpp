@@ -1,14 +1,7 @@
-#include "tests/engine/simulation/scene.h"
+#include "tests/engine/simulation/office.h"
 
-#include <pedflux/access_rules.h>
-#include <pedflux/agent_actions.h>
 #include <pedflux/agent_tests.h>
-#include <pedflux/servers.h>
-#include <pedflux/tallies.h>
 #include <pedflux/tasks.h>
-#include <pedflux/transitions.h>
-#include <pedflux/triggers.h>
-#include <pedflux/wait_styles.h>
 
 #include <algorithm>
 #include <cmath>
@@ -19,63 +12,6 @@ namespace {
 
 using testing::HasSubstr;
 using Access = ServerAccessPoint;
-
-std::shared_ptr<Trigger> after(int seconds) { return std::make_shared<SimulationStartTrigger>(seconds); }
-std::shared_ptr<Distribution> seconds(double value) { return Distribution::CreateConstant(value); }
-
-void step_to(Simulation& simulation, double seconds) {
-    while (simulation.GetClock()->GetCurrentSecond() < seconds - 1e-9) simulation.Step();
-}
-
-/// A hall of 30 by 12 m that people cross from west to east, and a desk in it along whose line they queue westwards.
-struct Office : Scene {
-    Office() {
-        hall = room("Hall", 0, 0, 30, 12)->GetId();
-        west = portal("West", 0, 4, 0, 8)->GetId();
-        east = portal("East", 30, 4, 30, 8)->GetId();
-        desk = server("Desk", 6);
-        token = project->CreateToken("Token")->GetId();
-        project->SetDurationInSeconds(600);
-    }
-
-    /// Its head is at x = 20 m, its line 7 m long.
-    std::shared_ptr<Server> server(std::string const& name, double z) const {
-        auto created = project->CreateServer(name, std::vector{Vec3d(20, 0, z), Vec3d(13, 0, z)});
-        created->SetContactTime(seconds(5));
-        return created;
-    }
-    std::shared_ptr<AgentAction> seek(std::vector<std::shared_ptr<Server>> const& servers,
-                                      std::vector<double> const& weights = {}) const {
-        std::vector<GlobalId> ids;
-        for (auto const& each : servers) ids.push_back(each->GetId());
-        if (weights.empty()) return std::make_shared<SeekProcessStartAction>(ids, false);
-        return std::make_shared<SeekProcessStartAction>(ids, weights, false);
-    }
-    /// People who are to be served; they come one after the other at the west.
-    std::shared_ptr<Journey> visitors(double count, std::shared_ptr<AgentAction> const& action = nullptr) const {
-        auto created = journey("Visitors " + std::to_string(project->GetJourneys().size()), west, east, count, walker);
-        created->SetInitialAction(action ? action : seek({desk}));
-        return created;
-    }
-    GlobalId tally(std::shared_ptr<Tally> const& measured) const {
-        auto object = project->CreateTallyObject("Tally " + std::to_string(project->GetTallyObjects().size()));
-        object->SetTallyValueByCount(measured);
-        return object->GetId();
-    }
-    /// A tally object of how many have made a transition.
-    GlobalId total(std::shared_ptr<Transition> const& transition) const {
-        auto object = project->CreateTallyObject("Tally " + std::to_string(project->GetTallyObjects().size()));
-        object->SetTallyValueByAggregateSumOverTime(std::make_shared<TransitionTally>(transition));
-        return object->GetId();
-    }
-    GlobalId served(std::shared_ptr<Server> const& server) const {
-        return total(Transition::ServerExit(server->GetId()));
-    }
-
-    GlobalId hall, west, east, token;
-    GlobalId walker = walkers("Walker", 1.3)->GetId();
-    std::shared_ptr<Server> desk;
-};
 
 TEST(Servers, ServeOneAfterTheOtherInTheirContactTime) {
     Office office;
