@@ -257,7 +257,7 @@ TEST(Crowd, FlowOnStairsIsWhatWeidmannFound) {
         double most = 0;
         auto const factor = static_cast<float>(it.speed / 1.34);
         for (double density = 0.1; density < 5.4; density += 0.1) {
-            double const share{law.share(static_cast<float>(density), factor)};
+            auto const share = static_cast<double>(law.share(static_cast<float>(density), factor));
             most = std::max(most, density * it.speed * share);
         }
         EXPECT_NEAR(most, it.capacity, 0.08 * it.capacity) << "per metre and second at " << it.speed << " m/s";

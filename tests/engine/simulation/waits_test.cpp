@@ -93,19 +93,18 @@ TEST(Waits, PeopleStandStillOrSpreadOutNearby) {
         double most_apart;
         double farthest;
     };
-    for (auto const& [style, least_apart, most_apart, farthest] :
-         {Case{WaitStyle::StandStill(), 0.5, 0.7, 0.2}, Case{WaitStyle::SpreadOut(), 0.9, 2, 5.3}}) {
-        auto const places = [&, style = style] {
+    for (Case const& each : {Case{WaitStyle::StandStill(), 0.5, 0.7, 0.2}, Case{WaitStyle::SpreadOut(), 0.9, 2, 5.3}}) {
+        auto const places = [&] {
             Hall const hall;
             auto const simulation = hall.simulate_empty();
-            auto const people = hall.crowd(*simulation, 12, style);
+            auto const people = hall.crowd(*simulation, 12, each.style);
             std::vector<Vec3d> found;
             for (auto const& one : people) found.push_back(one->GetPosition());
             step_for(*simulation, 25);
-            EXPECT_GT(closest(people), least_apart);
-            EXPECT_LT(closest(people), most_apart);
+            EXPECT_GT(closest(people), each.least_apart);
+            EXPECT_LT(closest(people), each.most_apart);
             for (std::size_t i = 0; i < people.size(); ++i) {
-                EXPECT_LT(distance(found[i], people[i]->GetPosition()), farthest);
+                EXPECT_LT(distance(found[i], people[i]->GetPosition()), each.farthest);
                 EXPECT_LT(people[i]->GetSpeed(), 0.05) << "and stays there";
                 found[i] = people[i]->GetPosition();
             }
