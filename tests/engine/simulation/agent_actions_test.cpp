@@ -272,7 +272,9 @@ TEST(Circulation, GoesFromPortalToPortalForCountTimeOrDuration) {
         double seconds;
     };
     auto const number = [](double value) { return Distribution::CreateConstant(value); };
+    auto const time = [](double seconds) { return TimeReference::AfterSimulationStart(static_cast<int>(seconds)); };
     double const leg = 20 / 1.25;  // the portals are opposite each other
+    int const whole = 100;
     for (auto const& [circulate, seconds] : std::vector<Case>{
              {[&](Circulate& rounds) { rounds.CirculateForCount(number(0)); }, leg},
              {[&](Circulate& rounds) { rounds.CirculateForCount(number(4)); }, 5 * leg},
@@ -281,8 +283,14 @@ TEST(Circulation, GoesFromPortalToPortalForCountTimeOrDuration) {
               3 * leg},
              {[&](Circulate& rounds) { rounds.CirculateForCountOrDuration(number(1), number(2 * leg + 4), true); },
               3 * leg},
+             {[&](Circulate& rounds) { rounds.CirculateUntilTime(time(2 * leg + 4)); }, 3 * leg},
+             {[&](Circulate& rounds) { rounds.CirculateUntilTimeOrCount(time(9 * leg), number(2), false); }, 3 * leg},
+             {[&](Circulate& rounds) { rounds.CirculateUntilTimeOrCount(time(2 * leg + 4), number(1), true); },
+              3 * leg},
+             {[&](Circulate& rounds) { rounds.CirculateEntireSimulation(); }, whole},
          }) {
         House const house;
+        house.project->SetDurationInSeconds(whole);
         auto const rounds = house.project->CreateCirculate("Rounds");
         rounds->SetPopulationSource(
             std::make_shared<CountPopulationSource>(std::vector{house.west}, std::vector{house.east}, 1.0));

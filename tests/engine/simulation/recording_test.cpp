@@ -3,6 +3,8 @@
 #include <pedflux/access_rules.h>
 #include <pedflux/agent_actions.h>
 #include <pedflux/agent_filters.h>
+#include <pedflux/timetables.h>
+#include <pedflux/transitions.h>
 #include <pedflux/wait_styles.h>
 
 namespace pedflux {
@@ -29,7 +31,7 @@ struct Recorded : testing::Test, Scene {
         auto const whole = project->CreateZone("Everything", {hall, shed});
         whole->SetMembershipType(ZoneMembershipStrategy::BASE_MEMBERS_AND_CONNECTIONS);
         everything = whole->GetId();
-        auto const steady = walkers("Steady", 1.25)->GetId();
+        steady = walkers("Steady", 1.25)->GetId();
         auto const stand =
             std::make_shared<WaitForDurationAction>(Distribution::CreateConstant(5), WaitStyle::StandStill());
         std::vector<std::shared_ptr<AgentAction>> const actions{std::make_shared<AddTokensAction>(token), stand,
@@ -50,7 +52,7 @@ struct Recorded : testing::Test, Scene {
     }
     std::shared_ptr<Database> run() const { return Database::Open(database); }
 
-    GlobalId hall, shed, passage, rooms, everything, east, token, journey_id;
+    GlobalId hall, shed, passage, rooms, everything, east, token, journey_id, steady;
     std::shared_ptr<AgentFilterObject> named;
 };
 
@@ -59,6 +61,7 @@ TEST_F(Recorded, FiltersPickThosePeopleInEachFrame) {
     auto const of_journey = std::make_shared<CreatedByFilter>(journey_id);
     auto const holding = AgentFilter::HoldingToken(token);
     auto const waiting = doing(AgentActivity::WAITING);
+    auto const out_of_shed = std::make_shared<Trip>(shed, hall, TripBoundaryMethod::ENTER, TripBoundaryMethod::ENTER);
     struct Case {
         GlobalId floor;
         double seconds;
@@ -83,6 +86,20 @@ TEST_F(Recorded, FiltersPickThosePeopleInEachFrame) {
         {shed, 3, AgentFilter::Negated(of_journey)->And(AgentFilter::ExitedAt(east)), 2},
         {hall, 3, AgentFilter::AnyOf({holding->And(waiting), std::make_shared<SpeedFilter>(2, 9)}), 3},
         {hall, 3, nullptr, 3},
+        {hall, 3, std::make_shared<AllAgentsFilter>(), 3},
+        {shed, 3, std::make_shared<ProfileFilter>(steady), 2},
+        {shed, 3, std::make_shared<ProfileFilter>(GlobalId::Generate()), 0},
+        {shed, 3, std::make_shared<EnteredAtFilter>(shed), 2},
+        {hall, 3, std::make_shared<EnteredAtFilter>(shed), 0},
+        {hall, 3, std::make_shared<EndStateFilter>(AgentStateAtSimulationEnd::EXITED), 3},
+        {hall, 3, std::make_shared<EndStateFilter>(AgentStateAtSimulationEnd::FAILED), 0},
+        {hall, 3, std::make_shared<ProximityFilter>(100, true), 3},
+        {hall, 3, std::make_shared<ProximityFilter>(0.1, true), 0},
+        {shed, 3, AgentFilter::InTrip(out_of_shed), 2},
+        {hall, 3, AgentFilter::InTrip(out_of_shed), 0},
+        {shed, 3, AgentFilter::InArea(passage), 0},
+        {shed, 3, AgentFilter::IsEver(AgentFilter::InArea(passage)), 2},
+        {hall, 3, AgentFilter::IsEver(AgentFilter::InArea(passage)), 0},
     };
     for (std::size_t i = 0; i < cases.size(); ++i) {
         auto const& [floor, seconds, filter, expected] = cases[i];
@@ -103,6 +120,17 @@ TEST_F(Recorded, ZonesHaveTheConnectionsThatTheyHadInTheSimulation) {
     EXPECT_GT(in_passage, 0);
     EXPECT_EQ(in_rooms, 0);
     EXPECT_EQ(in_everything, in_passage);
+}
+
+TEST_F(Recorded, TransitionsAreMadeInOneFrame) {
+    auto const stored = run();
+    auto const comes = std::make_shared<AtTransitionFilter>(Transition::AreaEnter(passage));
+    int made = 0;
+    for (int frame = 1; frame <= stored->GetLastFrame(); ++frame) {
+        made += stored->GetFloorPopulation(passage, frame, comes);
+        EXPECT_EQ(stored->GetFloorPopulation(shed, frame, comes), 0);
+    }
+    EXPECT_EQ(made, 2) << "each of those who came out of the shed, once";
 }
 
 TEST_F(Recorded, ChangedFiltersAreJudgedAnew) {

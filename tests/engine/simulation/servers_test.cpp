@@ -1,5 +1,6 @@
 #include "tests/engine/simulation/office.h"
 
+#include <pedflux/agent_filters.h>
 #include <pedflux/agent_tests.h>
 #include <pedflux/tasks.h>
 
@@ -370,6 +371,29 @@ TEST(Servers, WhereNobodyCanGoIsRefusedByName) {
         EXPECT_THAT(refusal_of([&] { Simulation::Create(office.project, "Run", office.database); }),
                     HasSubstr(each.message));
     }
+}
+
+TEST(Servers, StoredRunsTellWhoWasThere) {
+    Office const office;
+    office.visitors(6);
+    auto const queue = office.tally(std::make_shared<ServerQueueTally>(office.desk->GetId()));
+    auto const simulation = office.simulate();
+    step_to(*simulation, 26);
+    auto const waiting = static_cast<int>(simulation->GetTallyValue(queue));
+    int const frame = simulation->GetCurrentFrame();
+    ASSERT_GE(waiting, 2);
+    office.run_until_empty(*simulation, 90);
+    simulation->Stop();
+    auto const stored = Database::Open(office.database);
+    auto const count = [&](std::shared_ptr<AgentFilter> const& filter) {
+        return stored->GetFloorPopulation(office.hall, frame, filter);
+    };
+    EXPECT_EQ(count(std::make_shared<AtServerFilter>(office.desk->GetId())), waiting + 1);
+    EXPECT_EQ(count(std::make_shared<ActivityFilter>(AgentActivity::QUEUING)), waiting);
+    EXPECT_EQ(count(std::make_shared<ActivityFilter>(AgentActivity::SERVED)), 1);
+    EXPECT_GE(count(std::make_shared<LocalDensityFilter>(0.3, 99)), waiting) << "who queues stands close";
+    EXPECT_LT(count(std::make_shared<LocalDensityFilter>(0.3, 99)), count(nullptr));
+    EXPECT_EQ(count(AgentFilter::IsEver(std::make_shared<AtServerFilter>(office.desk->GetId()))), count(nullptr));
 }
 
 TEST(Servers, RunsAreTheSameWithAnyNumberOfThreads) {
