@@ -104,6 +104,18 @@ TEST(Actions, OfEveryKindTakeTheirTimeAndWay) {
         {"wait for ever", [](Rooms&) { return forever(); }, 60},
         {"wait until", [&](Rooms&) { return std::make_shared<WaitUntilTimeAction>(clock(5), WaitStyle::StandStill()); },
          way + 5},
+        {"wait until a time of day",
+         [](Rooms& r) {
+             auto const time = TimeReference::Absolute(r.project->GetStartTimeInSeconds() + 6);
+             return std::make_shared<WaitUntilTimeAction>(time, WaitStyle::StandStill());
+         },
+         way + 6},
+        {"wait until before the end",
+         [](Rooms&) {
+             return std::make_shared<WaitUntilTimeAction>(TimeReference::BeforeSimulationEnd(53),
+                                                          WaitStyle::StandStill());
+         },
+         way + 7},
         {"wait while",
          [](Rooms&) { return std::make_shared<WaitWhileTestTrueAction>(before(6), WaitStyle::StandStill()); }, way + 6},
         {"named",

@@ -291,6 +291,23 @@ TEST(Servers, AccessRulesCloseThemInCycles) {
     EXPECT_NEAR(simulation->GetTallyValue(state_tally->GetId()), 60, 2) << "a trigger saw it closed for 60 s";
 }
 
+TEST(Servers, AccessRulesKeepPeopleIn) {
+    Office office;
+    auto const access = office.project->CreateServerAccess("Locked in");
+    access->SetServers({office.desk->GetId()});
+    access->SetCommandToClose(Access::EXIT);
+    access->SetTriggerRange(std::make_shared<OverDurationTriggerRange>(after(0), 40));
+    office.visitors(1);
+    auto const entered = office.total(Transition::ServerEnter(office.desk->GetId()));
+    auto const left = office.served(office.desk);
+    auto const simulation = office.simulate();
+    step_to(*simulation, 39);
+    EXPECT_EQ(simulation->GetTallyValue(entered), 1);
+    EXPECT_EQ(simulation->GetTallyValue(left), 0);
+    step_to(*simulation, 41);
+    EXPECT_EQ(simulation->GetTallyValue(left), 1);
+}
+
 TEST(Servers, ActionsAskWhetherTheyAreOpen) {
     for (bool const is_open : {true, false}) {
         Office office;
