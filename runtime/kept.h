@@ -1,5 +1,12 @@
 #pragma once
 
+/// The leak checker knows the buffers by the name of the function that makes them.
+#ifdef __SANITIZE_ADDRESS__
+#define PEDFLUX_INLINED [[gnu::noinline]]
+#else
+#define PEDFLUX_INLINED [[gnu::always_inline]] inline
+#endif
+
 namespace pedflux::jni {
 
 /// A new buffer that is never released: the strings and primitive vectors built from Java arguments.
@@ -9,8 +16,10 @@ namespace pedflux::jni {
 /// the bytes that the program passed in. Vectors of objects are not kept: they hold references of their own, and an
 /// identifier or an object must not outlive its owner unseen. Inlined, since the call would show beside so little work.
 template <class T, class... Arguments>
-[[gnu::always_inline]] inline T const& keep(Arguments... arguments) {
+PEDFLUX_INLINED T const& keep(Arguments... arguments) {
     return *new T(arguments...);
 }
 
 }  // namespace pedflux::jni
+
+#undef PEDFLUX_INLINED
