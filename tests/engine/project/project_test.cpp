@@ -46,7 +46,7 @@ TEST(ClosedProject, RefusesAllAndDetachesItsObjects) {
     EXPECT_REFUSED(project->GetObjects(), "closed");
     EXPECT_REFUSED(project->CreateProfile("Adults"), "closed");
     EXPECT_REFUSED(project->SetFrameRate(3), "closed");
-    EXPECT_REFUSED(project->Save("/tmp/x"), "closed");
+    EXPECT_REFUSED(project->Save("closed.pedflux"), "closed");
     EXPECT_EQ(stair->GetName(), "Stair");
     EXPECT_EQ(stair->GetLocalAgentMaxSpeedUp(), 0.6);
     EXPECT_FALSE(stair->HasBank());
