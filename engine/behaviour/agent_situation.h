@@ -64,6 +64,7 @@ struct FilterSituation : AgentFacts {
     virtual bool is_at(MentionIndex server) const = 0;
     /// Whether the agent makes the transition in this step.
     virtual bool makes(MentionIndex transition) const = 0;
+    // NOLINTNEXTLINE(bugprone-virtual-near-miss): a trip is another thing than an area.
     virtual bool is_on(MentionIndex trip) const = 0;
     /// Metres per second.
     virtual double speed() const = 0;

@@ -29,7 +29,7 @@ inline Point bound_behind(Site const& corner, Onward const& onward) { return 2 *
 /// given is per site of the region: the metres to walk from it, how the way goes on, and the metres to walk from a
 /// point of a gate without entering this gate.
 /// @param metre what a metre of plan counts as, in metres
-Lists<SiteView> views_to(RegionMap const& region, double metre, std::span<double const> rest, std::span<Onward const> onward,
-                         std::span<double const> rest_after);
+Lists<SiteView> views_to(RegionMap const& region, double metre, std::span<double const> rest,
+                         std::span<Onward const> onward, std::span<double const> rest_after);
 
 }  // namespace pedflux::engine::navigation

@@ -1,7 +1,7 @@
 #include "engine/behaviour/distribution_face.h"
 #include "engine/geometry/vector.h"
-#include "engine/model/document.h"
 #include "engine/model/cordon_direction.h"
+#include "engine/model/document.h"
 #include "engine/model/goal_lines.h"
 #include "engine/model/lists.h"
 #include "engine/model/properties.h"
@@ -151,9 +151,7 @@ CordonDirection Cordon::GetCordonDirection() { return get(*this, &CordonState::d
 void Cordon::SetCordonDirection(CordonDirection direction) { set(*this, &CordonState::direction, direction); }
 bool Cordon::IsDirectionInverted() { return get(*this, &CordonState::inverted); }
 void Cordon::SetDirectionInverted(bool inverted) { set(*this, &CordonState::inverted, inverted); }
-Vec3d Cordon::GetDirectionVector() {
-    return engine::value_of(engine::direction_of(state_of<CordonState>(*this)));
-}
+Vec3d Cordon::GetDirectionVector() { return engine::value_of(engine::direction_of(state_of<CordonState>(*this))); }
 bool Cordon::WillCountInDirection(Vec3d const& direction) {
     engine::check_value(owner_of(state_of<CordonState>(*this)), "direction", direction, engine::NoRule{});
     auto const across = engine::vector_of(GetDirectionVector());

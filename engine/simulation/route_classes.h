@@ -43,6 +43,7 @@ struct RouteWish {
     double climbing = 1;                ///< what a metre on stairs and slopes counts as, in metres on the level
     std::vector<std::uint32_t> closed;  ///< ways into passageways that rules close to the person, see way_into()
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): the linter takes what the compiler writes for code.
     auto operator<=>(RouteWish const&) const = default;
 };
 

@@ -147,8 +147,8 @@ class PEDFLUX_API ColorMap2d : public Map2d {
 
 class ColorFunction;
 
-/// A map of numbers, in the unit of the query. The value of a pixel that the map does not have is NaN, and so is that of
-/// one about which the query can say nothing; in a picture of the map both are transparent.
+/// A map of numbers, in the unit of the query. The value of a pixel that the map does not have is NaN, and so is that
+/// of one about which the query can say nothing; in a picture of the map both are transparent.
 class PEDFLUX_API ValueMap2d : public Map2d {
   public:
     /// Used by the library. One value for each pixel of the raster; the colour function may be empty.

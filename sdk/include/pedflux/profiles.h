@@ -44,8 +44,8 @@ class PEDFLUX_API Profile : public SimObject {
     std::shared_ptr<Distribution> GetHorizontalCostDistribution();
     /// @param cost 0 or more
     void SetHorizontalCostDistribution(std::shared_ptr<Distribution> const& cost);
-    /// The cost of a second of walking on stairs and slopes. 1 unless set. Routes weigh metres: one on stairs and slopes
-    /// counts as much as this cost over the horizontal one, from 0.01 to 100.
+    /// The cost of a second of walking on stairs and slopes. 1 unless set. Routes weigh metres: one on stairs and
+    /// slopes counts as much as this cost over the horizontal one, from 0.01 to 100.
     std::shared_ptr<Distribution> GetVerticalCostDistribution();
     /// @param cost 0 or more
     void SetVerticalCostDistribution(std::shared_ptr<Distribution> const& cost);

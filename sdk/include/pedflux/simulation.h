@@ -215,8 +215,8 @@ class PEDFLUX_API Simulation {
     /// Sets a tally object back to its default value.
     void ResetTallyValue(GlobalId const& tally);
 
-    /// The car of an elevator, by its identifier or name. Throws Exception when the simulated project has none such that
-    /// is enabled.
+    /// The car of an elevator, by its identifier or name. Throws Exception when the simulated project has none such
+    /// that is enabled.
     std::shared_ptr<ElevatorCar> GetElevatorCar(GlobalId const& elevator);
     std::shared_ptr<ElevatorCar> GetElevatorCar(std::string const& elevator);
 
