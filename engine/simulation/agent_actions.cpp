@@ -8,6 +8,7 @@
 #include "engine/simulation/orders.h"
 #include "engine/simulation/random_streams.h"
 #include "engine/simulation/rules_run.h"
+#include "engine/simulation/ways.h"
 
 #include <algorithm>
 #include <cmath>
@@ -23,19 +24,8 @@ double clock(LiveRun const& run) { return run.start_time + run.seconds(); }
 
 bool is_portal(LiveRun const& run, PlaceIndex place) { return place != no_place && run.places[place].is_portal(); }
 
-/// The nearest place by the way to walk; the first when no way leads to any.
 PlaceIndex nearest_of(LiveRun& run, Walker const& walker, std::span<PlaceIndex const> places) {
-    PlaceIndex best = places.front();
-    double least = without_end;
-    for (auto const place : places) {
-        auto const way =
-            run.navigation.distance(walker.region, walker.position, destination_at(run, place, walker.route_class));
-        if (way && *way < least) {
-            least = *way;
-            best = place;
-        }
-    }
-    return best;
+    return nearest_place(run, {walker.region, walker.position}, walker.route_class, places);
 }
 
 /// Where a connection's end leads out of it. The end is at the connection's joints there.

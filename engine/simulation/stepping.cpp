@@ -9,6 +9,7 @@
 #include "engine/simulation/recording.h"
 #include "engine/simulation/rules_run.h"
 #include "engine/simulation/waits.h"
+#include "engine/simulation/ways.h"
 
 #include <algorithm>
 #include <cmath>
@@ -38,21 +39,11 @@ void require_running(LiveRun const& run) {
     if (run.stopped) refuse("The simulation was stopped and takes no more frames");
 }
 
-/// The nearest of the places a person may choose from; the first when no way leads to any.
-PlaceIndex choice_of(LiveRun& run, Newcomer const& newcomer, Spot const& spot) {
+/// Where a newcomer goes: the nearest of the places that it may choose from.
+PlaceIndex goal_of(LiveRun& run, Newcomer const& newcomer, Spot const& spot) {
     if (newcomer.choices == no_place) return newcomer.destination;
-    auto const people = class_of(run, wish_of(run, newcomer));
-    auto const& choices = run.newcomers.choices[newcomer.choices];
-    PlaceIndex best = choices.front();
-    double least = std::numeric_limits<double>::infinity();
-    for (auto const place : choices) {
-        auto const way = run.navigation.distance(spot.region, spot.place, destination_at(run, place, people));
-        if (way && *way < least) {
-            least = *way;
-            best = place;
-        }
-    }
-    return best;
+    return nearest_place(run, {spot.region, spot.place}, class_of(run, wish_of(run, newcomer)),
+                         run.newcomers.choices[newcomer.choices]);
 }
 
 void say_crowded(LiveRun& run, PlaceIndex origin) {
@@ -72,7 +63,7 @@ void let_in_from(LiveRun& run, PlaceIndex origin, Occupancy& occupancy) {
         auto const spot = spot_for(run, newcomer, occupancy);
         if (!spot) return say_crowded(run, origin);
         occupancy.add(spot->region, spot->place, newcomer.radius);
-        newcomer.destination = choice_of(run, newcomer, *spot);
+        newcomer.destination = goal_of(run, newcomer, *spot);
         auto const agent = enter(run, newcomer, spot->region, spot->place);
         Place const& place = run.places[origin];
         if (place.is_portal()) {

@@ -36,6 +36,20 @@ std::optional<Point> direction_to(LiveRun const& run, Standpoint const& from,
     return unit(step.aim - from.point);
 }
 
+PlaceIndex nearest_place(LiveRun& run, Standpoint const& from, RouteClassIndex people,
+                         std::span<PlaceIndex const> places) {
+    PlaceIndex best = places.front();
+    double least = std::numeric_limits<double>::infinity();
+    for (auto const place : places) {
+        auto const way = run.navigation.distance(from.region, from.point, destination_at(run, place, people));
+        if (way && *way < least) {
+            least = *way;
+            best = place;
+        }
+    }
+    return best;
+}
+
 std::optional<WayToNext> way_to_next(LiveRun const& run, Standpoint const& from,
                                      navigation::DestinationIndex destination) {
     auto const direction = direction_to(run, from, destination);

@@ -4,6 +4,7 @@
 #include "engine/simulation/surroundings.h"
 
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace pedflux::engine {
@@ -26,6 +27,10 @@ navigation::ConnectionIndex joint_at(LiveRun const& run, navigation::RegionIndex
 
 /// The direction in which the way to a destination starts.
 std::optional<Point> direction_to(LiveRun const& run, Standpoint const& from, navigation::DestinationIndex destination);
+
+/// The nearest of some places by the way to walk; the first when no way leads to any.
+PlaceIndex nearest_place(LiveRun& run, Standpoint const& from, RouteClassIndex people,
+                         std::span<PlaceIndex const> places);
 
 /// The nearest point of the region at most so far away from which a way leads to the destination.
 std::optional<Point> nearest_with_way(LiveRun const& run, navigation::RegionIndex region, Point point, double reach,

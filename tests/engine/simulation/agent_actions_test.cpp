@@ -73,11 +73,6 @@ struct House : Scene {
     GlobalId hall, yard, passage, west, east, north, token, steady;
 };
 
-void step_for(Simulation& simulation, double seconds) {
-    double const end = simulation.GetClock()->GetCurrentSecond() + seconds;
-    while (simulation.GetClock()->GetCurrentSecond() < end - 1e-6) simulation.Step();
-}
-
 TEST(AgentTasks, ComeBeforeTheGoalOneAfterTheOther) {
     House const house;
     auto const simulation = house.empty_simulation();

@@ -57,10 +57,6 @@ std::array<std::set<int>, count> users_of(Simulation& simulation, std::array<Glo
     return users;
 }
 
-void step_to(Simulation& simulation, double seconds) {
-    while (simulation.GetClock()->GetCurrentSecond() < seconds) simulation.Step();
-}
-
 TEST(Networks, PeopleTakeTheMembersOfTheirNetworkAlone) {
     struct Case {
         char const* name;

@@ -10,7 +10,6 @@
 
 namespace pedflux {
 
-inline std::shared_ptr<Trigger> after(int seconds) { return std::make_shared<SimulationStartTrigger>(seconds); }
 inline std::shared_ptr<TriggerRange> span(int from, int seconds) {
     return std::make_shared<OverDurationTriggerRange>(after(from), seconds);
 }
@@ -49,9 +48,5 @@ struct Rooms : Scene {
     GlobalId left, right, link, west, east, north, steady, counter;
     mutable int names = 0;
 };
-
-inline void step_to(Simulation& simulation, double seconds) {
-    while (simulation.GetClock()->GetCurrentSecond() < seconds - 1e-6) simulation.Step();
-}
 
 }  // namespace pedflux

@@ -57,12 +57,6 @@ struct TwoRooms : Scene {
     std::shared_ptr<Portal> east;
 };
 
-std::shared_ptr<Trigger> after(int seconds) { return std::make_shared<SimulationStartTrigger>(seconds); }
-
-void step_to(Simulation& simulation, double seconds) {
-    while (simulation.GetClock()->GetCurrentSecond() < seconds) simulation.Step();
-}
-
 /// The first moment (seconds) at which somebody is there; the end if nobody comes.
 double first_arrival(Simulation& simulation, double most) {
     while (simulation.GetAllAgents().empty() && simulation.GetClock()->GetCurrentSecond() < most) simulation.Step();

@@ -86,6 +86,16 @@ double Scene::run_until_empty(Simulation& simulation, double most) const {
     return simulation.GetClock()->GetCurrentSecond();
 }
 
+void step_to(Simulation& simulation, double seconds) {
+    while (simulation.GetClock()->GetCurrentSecond() < seconds - 1e-6) simulation.Step();
+}
+
+void step_for(Simulation& simulation, double seconds) {
+    step_to(simulation, simulation.GetClock()->GetCurrentSecond() + seconds);
+}
+
+std::shared_ptr<Trigger> after(int seconds) { return std::make_shared<SimulationStartTrigger>(seconds); }
+
 std::string refusal_of(std::function<void()> const& action) {
     try {
         action();

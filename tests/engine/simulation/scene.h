@@ -11,6 +11,7 @@
 #include <pedflux/scene.h>
 #include <pedflux/simulation.h>
 #include <pedflux/simulation_run.h>
+#include <pedflux/triggers.h>
 
 #include <cstdint>
 #include <filesystem>
@@ -53,6 +54,13 @@ class Scene {
     std::shared_ptr<Project> const project;
     std::string const database;
 };
+
+/// Steps up to a second of the simulation, or so many seconds on.
+void step_to(Simulation& simulation, double seconds);
+void step_for(Simulation& simulation, double seconds);
+
+/// So many seconds after the start of the simulation.
+std::shared_ptr<Trigger> after(int seconds);
 
 /// The message of the exception that an action throws, or that it threw none.
 std::string refusal_of(std::function<void()> const& action);

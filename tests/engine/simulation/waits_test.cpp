@@ -63,11 +63,6 @@ struct Hall : Scene {
     GlobalId hall, east, steady, bench_id, lounge_id;
 };
 
-void step_for(Simulation& simulation, double seconds) {
-    double const end = simulation.GetClock()->GetCurrentSecond() + seconds;
-    while (simulation.GetClock()->GetCurrentSecond() < end - 1e-6) simulation.Step();
-}
-
 double distance(Vec3d a, Vec3d b) { return std::hypot(a.GetX() - b.GetX(), a.GetZ() - b.GetZ()); }
 
 /// Metres between the two who are the closest.
