@@ -8,7 +8,8 @@ import com.sun.management.OperatingSystemMXBean;
 import java.lang.management.ManagementFactory;
 
 /**
- * What the proxies add to bare handles: closed one by one, closed by a scope, or left to the collector. What the
+ * What the proxies add to bare handles: closed one by one, left to the collector, or closed by a scope. A scope stands
+ * beside bare handles that are released as late, since objects that are alive together cost the allocator more. What the
  * collector and the releasing thread do meanwhile shows in the time of all threads.
  */
 final class ProxyBenchmark {
@@ -22,9 +23,12 @@ final class ProxyBenchmark {
     static void run(Subjects subjects, int rounds) {
         System.out.printf("%n%-34s %12s %12s %12s %8s%n", "proxies (ns)", "median", "undisturbed", "all threads", "ratio");
         compare(rounds, sharedResult(subjects));
+        compare(rounds, sharedResultsTogether(subjects));
         compare(rounds, valueResult(subjects));
+        compare(rounds, valueResultsTogether(subjects));
         System.out.printf("%n%-34s %12s %12s %12s %8s%n", "frame of 10,000 objects (ns)", "median", "undisturbed", "all threads", "ratio");
         compare(rounds, frame());
+        compare(rounds, frameTogether());
     }
 
     /** Each way beside the first one. */
@@ -67,16 +71,34 @@ final class ProxyBenchmark {
                 }
                 return calls;
             }),
-            new Way("shared result, in a scope", calls -> {
+            new Way("shared result, left", calls -> {
+                for (int call = 0; call < calls; ++call) proxy.getPopulationArrival();
+                return calls;
+            }),
+        };
+    }
+
+    private static Way[] sharedResultsTogether(Subjects subjects) {
+        long source = subjects.source;
+        CountPopulationSource proxy = new CountPopulationSource();
+        long[] handles = new long[SCOPE];
+        return new Way[] {
+            new Way("1000 shared, bare handles", calls -> {
+                for (int call = 0; call < calls; call += SCOPE) {
+                    int made = Math.min(SCOPE, calls - call);
+                    for (int index = 0; index < made; ++index) {
+                        handles[index] = pedfluxJNI.CountPopulationSource_getPopulationArrival(source, null);
+                    }
+                    for (int index = made - 1; index >= 0; --index) pedfluxJNI.delete_PopulationArrival(handles[index]);
+                }
+                return calls;
+            }),
+            new Way("1000 shared, in a scope", calls -> {
                 for (int call = 0; call < calls; call += SCOPE) {
                     try (Scope scope = new Scope()) {
                         for (int inner = call; inner < Math.min(call + SCOPE, calls); ++inner) proxy.getPopulationArrival();
                     }
                 }
-                return calls;
-            }),
-            new Way("shared result, left", calls -> {
-                for (int call = 0; call < calls; ++call) proxy.getPopulationArrival();
                 return calls;
             }),
         };
@@ -96,16 +118,32 @@ final class ProxyBenchmark {
                 for (int call = 0; call < calls; ++call) proxy.getCenter().close();
                 return calls;
             }),
-            new Way("value result, in a scope", calls -> {
+            new Way("value result, left", calls -> {
+                for (int call = 0; call < calls; ++call) proxy.getCenter();
+                return calls;
+            }),
+        };
+    }
+
+    private static Way[] valueResultsTogether(Subjects subjects) {
+        long box = subjects.box;
+        var proxy = new com.kelvar.pedflux.BoundingBox3d();
+        long[] handles = new long[SCOPE];
+        return new Way[] {
+            new Way("1000 values, bare handles", calls -> {
+                for (int call = 0; call < calls; call += SCOPE) {
+                    int made = Math.min(SCOPE, calls - call);
+                    for (int index = 0; index < made; ++index) handles[index] = pedfluxJNI.BoundingBox3d_getCenter(box, null);
+                    for (int index = made - 1; index >= 0; --index) pedfluxJNI.delete_Vec3d(handles[index]);
+                }
+                return calls;
+            }),
+            new Way("1000 values, in a scope", calls -> {
                 for (int call = 0; call < calls; call += SCOPE) {
                     try (Scope scope = new Scope()) {
                         for (int inner = call; inner < Math.min(call + SCOPE, calls); ++inner) proxy.getCenter();
                     }
                 }
-                return calls;
-            }),
-            new Way("value result, left", calls -> {
-                for (int call = 0; call < calls; ++call) proxy.getCenter();
                 return calls;
             }),
         };
@@ -133,17 +171,35 @@ final class ProxyBenchmark {
                 }
                 return calls;
             }),
+            new Way("left to the collector", calls -> {
+                for (int call = 0; call < calls; ++call) {
+                    for (SimObject object : pedfluxJNI.Selection_getSelectedObjects(selection, null)) object.getId();
+                }
+                return calls;
+            }),
+        };
+    }
+
+    private static Way[] frameTogether() {
+        long selection = Subjects.selection(FRAME);
+        long[] ids = new long[FRAME];
+        return new Way[] {
+            new Way("bare handles, until its end", calls -> {
+                for (int call = 0; call < calls; ++call) {
+                    long[] objects = Twins.selectedHandles(selection, null);
+                    for (int index = 0; index < objects.length; ++index) ids[index] = pedfluxJNI.SimObject_getId(objects[index], null);
+                    for (int index = objects.length - 1; index >= 0; --index) {
+                        pedfluxJNI.delete_GlobalId(ids[index]);
+                        pedfluxJNI.delete_SimObject(objects[index]);
+                    }
+                }
+                return calls;
+            }),
             new Way("in a scope", calls -> {
                 for (int call = 0; call < calls; ++call) {
                     try (Scope scope = new Scope()) {
                         for (SimObject object : pedfluxJNI.Selection_getSelectedObjects(selection, null)) object.getId();
                     }
-                }
-                return calls;
-            }),
-            new Way("left to the collector", calls -> {
-                for (int call = 0; call < calls; ++call) {
-                    for (SimObject object : pedfluxJNI.Selection_getSelectedObjects(selection, null)) object.getId();
                 }
                 return calls;
             }),

@@ -305,8 +305,18 @@ static $1[] checked($1[] objects, String name) {
 )",
                            {class_.name});
         }
-        source += fill("\n@Override\nvoid forget() {\n    swigCPtr = 0;\n$1}\n",
-                       {class_.base.empty() ? "" : "    super.forget();\n"});
+        source += fill(R"(
+@Override
+void release(long handle) {
+    pedfluxJNI.delete_$1(handle);
+}
+
+@Override
+void forget() {
+    swigCPtr = 0;
+$2}
+)",
+                       {class_.name, class_.base.empty() ? "" : "    super.forget();\n"});
         return indented(source);
     }
 

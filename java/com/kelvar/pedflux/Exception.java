@@ -46,6 +46,11 @@ public class Exception extends RuntimeException implements AutoCloseable {
 
     private final class Native extends NativeObject {
         @Override
+        void release(long handle) {
+            pedfluxJNI.delete_Exception(handle);
+        }
+
+        @Override
         void forget() {
             swigCPtr = 0;
         }

@@ -47,6 +47,9 @@ public abstract class NativeObject implements AutoCloseable {
         }
     }
 
+    /** Releases the handle that this proxy was made with. Each class has its own, which the compiler can inline. */
+    abstract void release(long handle);
+
     /** Sets the handle fields of all levels to 0. */
     abstract void forget();
 
@@ -59,7 +62,7 @@ public abstract class NativeObject implements AutoCloseable {
         if (owner != null) {
             long handle = owner.take(slot);
             if (handle == 0) return;
-            ReleaseTable.release(owner.type, handle);
+            release(handle);
         }
         forget();
         for (BaseHandle base = baseHandles; base != null; base = base.next) base.release();
