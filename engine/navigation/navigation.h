@@ -59,6 +59,8 @@ struct RouteStep {
     /// What may be aimed at instead, all of it in sight when it was first aimed at: the passable part of the goal or
     /// connection, or the line that leads from the corner across the way.
     Segment target;
+    /// At a corner: the next point of the way after it.
+    Point onward;
     /// Metres still to walk, costs of connections included.
     double distance = 0;
     /// The connection that is crossed next when its kind is CONNECTION, otherwise `none`.

@@ -85,6 +85,7 @@ RouteStep Question::to_corner(RouteHint const& hint) const {
     Site const& corner = site(hint.aimed);
     step.kind = RouteStep::Kind::CORNER;
     step.aim = corner.point;
+    step.onward = onward(hint.aimed).point;
     step.target = {corner.point, hint.spread_in_sight ? corner.spread_end : corner.point};
     step.distance = walk_to(corner.point) + hint.rest;
     if (squared_length(place_.point - step.aim) <= touching * touching) {

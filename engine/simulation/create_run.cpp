@@ -166,7 +166,8 @@ LiveRun::LiveRun(LiveRunInput&& input)
       crowd(crowd_plan(plan, navigation), {}, input.threads),
       workers(input.threads),
       rules(std::move(input.rules)),
-      newcomers(std::move(input.newcomers)) {}
+      newcomers(std::move(input.newcomers)),
+      throng(plan) {}
 
 LiveRun::~LiveRun() {
     try {

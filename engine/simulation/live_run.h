@@ -8,6 +8,7 @@
 #include "engine/simulation/agent_rules.h"
 #include "engine/simulation/entrances.h"
 #include "engine/simulation/floor_plan.h"
+#include "engine/simulation/lanes.h"
 #include "engine/simulation/places.h"
 #include "engine/simulation/population.h"
 #include "engine/simulation/route_classes.h"
@@ -82,6 +83,7 @@ struct Walker {
     RouteClassIndex route_class = 0;                       ///< of its wish
     navigation::ConnectionIndex ahead = navigation::none;  ///< the joint that its way crosses next, in sight
     navigation::RouteHint hint;
+    Lane lane;
 };
 
 /// Agents and the surface or place that they came to or went from.
@@ -154,6 +156,7 @@ struct LiveRun : std::enable_shared_from_this<LiveRun> {
     std::size_t waiting_to_enter = 0;
     std::vector<Person> persons;
     std::vector<Walker> walkers;
+    Throng throng;
     std::vector<std::uint32_t> walker_of;  ///< of each person, its place among the walkers while it is here
 
     // The time.

@@ -25,10 +25,6 @@ using navigation::RouteStep;
 constexpr double at_line = 0.05;
 /// So near to a line that leads on, people look beyond it.
 constexpr double look_beyond = 0.3;
-/// How much of a wide opening people share who come from one side, in metres.
-constexpr double widest_spread = 3;
-/// How far from the ends of an opening people aim, in metres: a body and a hand's breadth.
-constexpr double beside_post = 0.3;
 /// Slower than this (metres per second) a person stands.
 constexpr double standing = 0.1;
 constexpr double running = 2.5;
@@ -81,21 +77,6 @@ bool is_due(LiveRun const& run, PlaceIndex origin) {
     return next < waiting.size() && waiting[next].due <= run.seconds();
 }
 
-/// Where to walk on an opening: straight on where that leads into it. Those who come from beside it would all aim at
-/// its near post; each has an own share of the width instead, the nearer the less. Shares of people who come one after
-/// the other lie far apart: they are the multiples of the golden ratio.
-Point aim_at(Segment opening, Point position, std::uint32_t key) {
-    Point const nearest = nearest_point(opening, position);
-    double const length = distance(opening.from, opening.to);
-    double const from_start = distance(opening.from, nearest);
-    double const from_post = std::min(from_start, length - from_start);
-    if (from_post >= beside_post || length < 4 * beside_post) return nearest;
-    double const spread = std::min({length - beside_post, widest_spread, distance(nearest, position) / 2});
-    double const turns = key * (std::numbers::phi - 1);
-    double const inwards = (turns - std::floor(turns)) * spread;
-    return at(opening, (from_start < length / 2 ? inwards : length - inwards) / length);
-}
-
 /// Where to walk to get over a line that leads on.
 Point over(Point position, Point aim, Point across) {
     return distance(position, aim) < look_beyond ? unit(aim - position + look_beyond * across) : unit(aim - position);
@@ -135,7 +116,7 @@ void choose_way(LiveRun const& run, Walker& walker) {
     }
     if (walker.starts_at > run.seconds() && !person.doings.task && !goes_to_wait) return;
     walker.way = Walker::Way::WALKS;
-    Point const aim = aim_at(step.target, walker.position, person.origin.key);
+    Point const aim = aim_on(step, walker, person.origin.key, run.throng, run.seconds());
     if (step.kind == RouteStep::Kind::CONNECTION) {
         walker.ahead = step.connection;
         Point const to_floor = run.plan.joints[step.connection].to_floor;
@@ -163,6 +144,7 @@ void choose_ways(LiveRun& run) {
     show_gates(run);
     step_servers(run);
     attend_waits(run);
+    run.throng.count(run.walkers);
     run.workers.for_ranges(run.walkers.size(), grain, [&](std::size_t first, std::size_t last) {
         for (auto i = first; i < last; ++i) choose_way(run, run.walkers[i]);
     });

@@ -215,7 +215,7 @@ TEST(Saving, DamagedForeignAndNewerFilesAreRefusedWithTheReason) {
          "Stair 'Stair': localAgentBodyRadius must be greater than 0 and at most 2 m, not -1"},
         {with(file, [&](Json& f) { f["objects"][stair]["perimeters"] = {someone}; }),
          "which no object of the project has"},
-        {with(file, [&](Json& f) { f["objects"][stair]["perimeters"] = {f["objects"][0]["id"]}; }),
+        {with(file, [&](Json& f) { f["objects"][stair]["perimeters"] = Json::array({f["objects"][0]["id"]}); }),
          "a perimeter, not that of Floor"},
         {with(file, [&](Json& f) { f["objects"][stair]["priority"]["direction"] = "BOTH_WAYS"; }), "one direction"},
         {with(file, [&](Json& f) { f["objects"][stair].erase("geometry"); }), "geometry must be a mesh, not empty"},

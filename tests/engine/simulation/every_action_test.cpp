@@ -189,7 +189,7 @@ TEST(Actions, OfEveryKindTakeTheirTimeAndWay) {
         rooms.project->SetDurationInSeconds(60);
         rooms.walk()->SetInitialAction(each.action(rooms));
         auto const simulation = rooms.simulate();
-        EXPECT_NEAR(rooms.run_until_empty(*simulation, 60), each.seconds, 0.8) << each.name;
+        EXPECT_NEAR(rooms.run_until_empty(*simulation, 60), each.seconds, 0.9) << each.name;
         EXPECT_EQ(rooms.counted(*simulation), each.counted) << each.name;
     }
 }
