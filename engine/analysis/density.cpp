@@ -53,7 +53,8 @@ void DensityField::find_area_around() {
     auto const sum = [&](int center, int count, auto const& value) {
         float total = 0;
         for (int i = std::max(0, center - reach_); i <= std::min(count - 1, center + reach_); ++i) {
-            total += weights[static_cast<std::size_t>(i - center + reach_)] * value(i);
+            int const offset = i - center + reach_;
+            total += weights[static_cast<std::size_t>(offset)] * value(i);
         }
         return total;
     };

@@ -70,7 +70,10 @@ GlobalId id_of(Here const& agent, engine::PlaceIndex place, std::string const& w
 
 engine::WayToNext way_from(Here const& agent, Standpoint const& from) {
     id_of(agent, agent.person.goal, "goal");
-    auto const way = way_to_next(*agent.run, from, agent.walker.destination);
+    bool const by_detour = takes_detour(*agent.run, agent.walker, agent.walker.destination);
+    auto const& detour = agent.walker.detour;
+    auto way = way_to_next(*agent.run, from, by_detour ? detour.way : agent.walker.destination);
+    if (way && by_detour) way->connection = detour.joint;
     if (!way) {
         refuse("No way leads agent " + std::to_string(agent.walker.agent) + " to " +
                agent.run->places[agent.person.goal].title);

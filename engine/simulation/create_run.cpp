@@ -3,6 +3,7 @@
 #include "engine/geometry/checks.h"
 #include "engine/model/document.h"
 #include "engine/model/simulation_run_state.h"
+#include "engine/navigation/openings.h"
 #include "engine/simulation/recording.h"
 #include "engine/simulation/rules_run.h"
 #include "engine/transport/car.h"
@@ -120,19 +121,19 @@ void find_shutters(LiveRun& run) {
     run.joint_shutters.resize(run.plan.joints.size());
     run.doorway_shutters.resize(run.plan.doorways.size());
     run.doorway_outward.resize(run.plan.doorways.size());
-    std::vector<std::size_t> doorway_of(run.navigation.destination_count(), run.plan.doorways.size());
-    for (PlaceIndex place = 0; place < run.places.size(); ++place) {
-        auto const& portal = run.places[place];
-        if (portal.is_portal()) doorway_of[portal.destination] = portal.doorway;
-    }
     for (navigation::RegionIndex region = 0; region < run.plan.surfaces.size(); ++region) {
         auto const& walls = run.navigation.walls(region);
         for (std::size_t wall = 0; wall < walls.size(); ++wall) {
             if (walls[wall].connection != navigation::none) {
                 run.joint_shutters[walls[wall].connection].push_back({region, wall});
             } else if (walls[wall].destination != navigation::none) {
-                auto const doorway = doorway_of[walls[wall].destination];
-                if (doorway < run.plan.doorways.size()) run.doorway_shutters[doorway].push_back({region, wall});
+                // Several portals may lie on a wall; each opens it.
+                for (std::size_t doorway = 0; doorway < run.plan.doorways.size(); ++doorway) {
+                    auto const& line = run.plan.doorways[doorway].line;
+                    bool const lies_on = line.region == region && distance(line.line, at(walls[wall].segment, 0.5)) <=
+                                                                      navigation::line_tolerance;
+                    if (lies_on) run.doorway_shutters[doorway].push_back({region, wall});
+                }
             }
         }
     }
@@ -188,6 +189,7 @@ std::shared_ptr<LiveRun> create_run(Document const& document, RunSettings const&
     run->project = document.copy();
     run->routes = route_classes_of(document, run->plan);
     run->entrances = entrances_of(document, run->plan);
+    run->detours = detours_of(run->plan);
     run->seed = settings.seed;
     run->frame_rate = document.settings.frame_rate;
     run->start_time = document.settings.start_time;

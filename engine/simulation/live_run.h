@@ -6,6 +6,7 @@
 #include "engine/results/run_writer.h"
 #include "engine/simulation/agent_doings.h"
 #include "engine/simulation/agent_rules.h"
+#include "engine/simulation/detours.h"
 #include "engine/simulation/entrances.h"
 #include "engine/simulation/floor_plan.h"
 #include "engine/simulation/lanes.h"
@@ -84,6 +85,7 @@ struct Walker {
     navigation::ConnectionIndex ahead = navigation::none;  ///< the joint that its way crosses next, in sight
     navigation::RouteHint hint;
     Lane lane;
+    Detour detour;
 };
 
 /// Agents and the surface or place that they came to or went from.
@@ -150,6 +152,7 @@ struct LiveRun : std::enable_shared_from_this<LiveRun> {
     AgentRules rules;  ///< what they are told to do
     RouteClasses routes;
     Entrances entrances;
+    Detours detours;
     Newcomers newcomers;
     std::vector<std::size_t> next_newcomer;  ///< of each place, in its list
     std::vector<std::uint32_t> entered_at;   ///< of each doorway, how many came in

@@ -123,7 +123,9 @@ Newcomer person_of(Document const& document, GlobalId const& profile, std::uint6
     person.side_bias = side_of(state.direction_bias);
     person.avatar = state.avatar;
     person.network = state.network;
-    person.climbing = climbing_of(state, seed, key);
+    auto const costs = costs_of(state, seed, key);
+    person.climbing = costs.climbing;
+    person.waiting = costs.waiting;
     return person;
 }
 

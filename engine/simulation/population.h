@@ -31,6 +31,7 @@ struct Newcomer {
     double side_bias = 0;
     std::optional<GlobalId> network;  ///< none: all ways
     double climbing = 1;              ///< what a metre on stairs and slopes counts as on its routes, in metres
+    double waiting = 1;               ///< what a second in a queue counts as, in seconds of walking
     GlobalId event;                   ///< that brings it; invalid for those whom a program asked for
     GlobalId profile;
     std::optional<GlobalId> avatar;

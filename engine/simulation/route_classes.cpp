@@ -18,7 +18,7 @@ namespace pedflux::engine {
 namespace {
 
 constexpr double least_climbing = 0.01;
-constexpr double most_climbing = 100;
+constexpr double most_expensive = 100;
 
 bool names_no_floor(NetworkState const& network, Document const& document) {
     auto const* const only = std::get_if<OnlyMembers>(&network.members);
@@ -79,14 +79,16 @@ RouteClasses route_classes_of(Document const& document, FloorPlan const& plan) {
     return routes;
 }
 
-double climbing_of(ProfileState const& profile, std::uint64_t seed, std::uint32_t key) {
+RouteCosts costs_of(ProfileState const& profile, std::uint64_t seed, std::uint32_t key) {
     Law const horizontal = law_of(*profile.horizontal_cost);
     Law const vertical = law_of(*profile.vertical_cost);
     auto const varies = [](Law const& law) { return minimum(law) < maximum(law); };
     Random random(seed, streams::of_costs + key);
     double const level = std::max(sample(horizontal, random), 1e-9);
-    double const climbing = std::clamp(sample(vertical, random) / level, least_climbing, most_climbing);
-    return varies(horizontal) || varies(vertical) ? std::exp2(std::round(2 * std::log2(climbing)) / 2) : climbing;
+    double const climbing = std::clamp(sample(vertical, random) / level, least_climbing, most_expensive);
+    double const waiting = std::min(sample(law_of(*profile.queue_cost), random) / level, most_expensive);
+    bool const climbing_varies = varies(horizontal) || varies(vertical);
+    return {climbing_varies ? std::exp2(std::round(2 * std::log2(climbing)) / 2) : climbing, waiting};
 }
 
 NetworkIndex require_network(LiveRun const& run, GlobalId const& id) {

@@ -69,10 +69,16 @@ struct RouteClasses {
 /// them, restricts connections alone: people walk on all floors.
 RouteClasses route_classes_of(Document const& document, FloorPlan const& plan);
 
-/// What a metre on stairs and slopes counts as to a person of the profile, in metres on the level: the vertical cost
-/// over the horizontal one, from 0.01 to 100. Costs that vary are drawn for each person and rounded to powers of the
-/// square root of 2, so that few classes arise.
-double climbing_of(ProfileState const& profile, std::uint64_t seed, std::uint32_t key);
+/// What a person weighs ways by, against a metre or second of walking on the level.
+struct RouteCosts {
+    double climbing = 1;  ///< a metre on stairs and slopes
+    double waiting = 1;   ///< a second in a queue
+};
+
+/// The vertical and the queue cost of a person of the profile over the horizontal one, from 0.01 and 0 to 100. Costs
+/// that vary are drawn for each person; that of climbing is rounded to powers of the square root of 2, so that few
+/// classes arise.
+RouteCosts costs_of(ProfileState const& profile, std::uint64_t seed, std::uint32_t key);
 
 /// Throws Exception unless the simulated project has the network.
 NetworkIndex require_network(LiveRun const& run, GlobalId const& network);

@@ -82,6 +82,17 @@ Point over(Point position, Point aim, Point across) {
     return distance(position, aim) < look_beyond ? unit(aim - position + look_beyond * across) : unit(aim - position);
 }
 
+/// The next step of a detour: to its joint, and over it.
+RouteStep step_over(LiveRun const& run, Walker& walker) {
+    auto step = run.navigation.next(walker.region, walker.position, walker.detour.way, walker.hint);
+    if (step.kind == RouteStep::Kind::GOAL || step.kind == RouteStep::Kind::ARRIVED) {
+        step.kind = RouteStep::Kind::CONNECTION;
+        step.connection = walker.detour.joint;
+        step.forward = false;
+    }
+    return step;
+}
+
 /// Looks up the way of one walker. Writes nothing but the walker.
 void choose_way(LiveRun const& run, Walker& walker) {
     auto const& person = run.persons[walker.agent];
@@ -104,7 +115,9 @@ void choose_way(LiveRun const& run, Walker& walker) {
     bool const goes_to_wait = person.doings.waiting.walks;
     auto const destination = goes_to_wait ? person.doings.waiting.way : walker.destination;
     if (destination == navigation::none) return;
-    auto const step = run.navigation.next(walker.region, walker.position, destination, walker.hint);
+    auto const step = takes_detour(run, walker, destination)
+                          ? step_over(run, walker)
+                          : run.navigation.next(walker.region, walker.position, destination, walker.hint);
     if (goes_to_wait && (step.kind == RouteStep::Kind::ARRIVED || step.kind == RouteStep::Kind::UNREACHABLE)) return;
     if (step.kind == RouteStep::Kind::ARRIVED) {
         walker.way = Walker::Way::ARRIVED;
@@ -145,6 +158,7 @@ void choose_ways(LiveRun& run) {
     step_servers(run);
     attend_waits(run);
     run.throng.count(run.walkers);
+    review_detours(run);
     run.workers.for_ranges(run.walkers.size(), grain, [&](std::size_t first, std::size_t last) {
         for (auto i = first; i < last; ++i) choose_way(run, run.walkers[i]);
     });
@@ -207,6 +221,7 @@ void note_region(LiveRun& run, Walker& walker, Point before) {
     if (walker.region >= run.plan.floor_count) person.previous_connection = walker.region;
     auto const left = std::exchange(walker.region, region);
     run.timed->is_at(walker);
+    count_passed(run, left, region, before);
     act_on_crossing(run, walker, left);
 }
 

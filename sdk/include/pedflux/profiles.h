@@ -49,7 +49,7 @@ class PEDFLUX_API Profile : public SimObject {
     std::shared_ptr<Distribution> GetVerticalCostDistribution();
     /// @param cost 0 or more
     void SetVerticalCostDistribution(std::shared_ptr<Distribution> const& cost);
-    /// The cost of a second of waiting in a queue. 1 unless set.
+    /// The cost of a second of waiting in a queue, before a connection that leads on from a floor. 1 unless set.
     std::shared_ptr<Distribution> GetQueueCostDistribution();
     /// @param cost 0 or more
     void SetQueueCostDistribution(std::shared_ptr<Distribution> const& cost);

@@ -34,6 +34,13 @@ struct TwoWays : Scene {
         return journey("Walk", west->GetId(), east->GetId(), count, profile->GetId());
     }
 
+    /// More a second than the ramp lets in.
+    std::shared_ptr<Journey> rush(double count) const {
+        auto const in = portal("Wide in", 0, 1, 0, 9)->GetId();
+        auto const out = portal("Wide out", 24, 1, 24, 19)->GetId();
+        return journey("Rush", in, out, count, profile->GetId());
+    }
+
     std::shared_ptr<Floor> left;
     std::shared_ptr<Floor> right;
     std::shared_ptr<Ramp> near;
@@ -206,6 +213,53 @@ TEST(Networks, RoutesCountStairsAndSlopesByTheCostsOfTheProfile) {
         EXPECT_EQ(users[0].size(), by_ramp) << horizontal << " " << vertical;
         EXPECT_EQ(users[1].size(), by_stair) << horizontal << " " << vertical;
     }
+}
+
+TEST(Networks, PeopleGoRoundAQueueAsFarAsWaitingCostsThem) {
+    struct Case {
+        char const* name;
+        double queue_cost;
+        double count;
+        std::size_t least;  ///< who take the farther way
+        std::size_t most;
+    };
+    std::vector<Case> const cases{
+        {"few", 1, 10, 0, 0},
+        {"waiting counts as walking", 1, 200, 30, 100},
+        {"waiting counts double", 2, 200, 60, 110},
+        {"waiting costs nothing", 0, 200, 0, 0},
+    };
+    std::map<std::string, double> seconds;
+    for (auto const& each : cases) {
+        SCOPED_TRACE(each.name);
+        TwoWays scene;
+        scene.profile->SetQueueCostDistribution(Distribution::CreateConstant(each.queue_cost));
+        scene.rush(each.count);
+        auto const simulation = scene.simulate();
+        auto const users = users_of<2>(*simulation, {scene.near->GetId(), scene.far->GetId()});
+        seconds[each.name] = simulation->GetClock()->GetCurrentSecond();
+        RecordProperty(each.name, std::to_string(users[1].size()) + " in " + std::to_string(seconds[each.name]));
+        EXPECT_GE(users[1].size(), each.least);
+        EXPECT_LE(users[1].size(), each.most);
+        EXPECT_EQ(users[0].size() + users[1].size(), static_cast<std::size_t>(each.count)) << "nobody takes both";
+    }
+    EXPECT_LT(seconds["waiting counts as walking"], 0.85 * seconds["waiting costs nothing"]);
+}
+
+TEST(Networks, WhoGoesRoundAQueueComesBackWhenThatWayCloses) {
+    TwoWays scene;
+    scene.far->SetGated(true);
+    scene.project->SetDurationInSeconds(400);
+    scene.rush(200);
+    auto const simulation = scene.simulate();
+    std::size_t by_far = 0;
+    while (by_far < 5) {
+        by_far += simulation->Step().GetAgentsThatEntered(scene.far->GetId()).size();
+        ASSERT_FALSE(simulation->IsDone());
+    }
+    simulation->CloseGate(scene.far->GetId());
+    scene.run_until_empty(*simulation, 400);
+    EXPECT_THAT(simulation->GetIssues(), IsEmpty());
 }
 
 TEST(Networks, AGateThatClosesLetsThoseInsideWalkOff) {

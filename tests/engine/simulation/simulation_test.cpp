@@ -310,6 +310,23 @@ TEST(Runs, NobodyIsPushedOutThroughTheExitOfOthers) {
     EXPECT_EQ(by_side, 1);
 }
 
+TEST(Runs, PortalsThatLieOnEachOtherAreWaysOutFullyEach) {
+    Scene const scene;
+    scene.room("Room", 0, 0, 10, 10);
+    auto const in = scene.portal("In", 0, 0, 0, 10);
+    auto const narrow = scene.portal("Narrow", 10, 4, 10, 6);
+    auto const wide = scene.portal("Wide", 10, 0, 10, 10);
+    scene.journey("By the wide one", in->GetId(), wide->GetId(), 20);
+    auto const simulation = scene.simulate();
+    std::size_t out = 0;
+    while (!simulation->IsDone() && simulation->GetCurrentFrame() < 200) {
+        auto summary = simulation->Step();
+        out += summary.GetAgentsThatExited(wide->GetId()).size();
+        EXPECT_THAT(summary.GetAgentsThatExited(narrow->GetId()), IsEmpty());
+    }
+    EXPECT_EQ(out, 20U);
+}
+
 TEST(Runs, PeopleComeInAsTheEntranceHasRoom) {
     Scene const scene;
     scene.room("Corridor", 0, 0, 20, 2);
