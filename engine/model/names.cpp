@@ -14,14 +14,14 @@ namespace {
 /// surrogates and numbers beyond U+10FFFF are none (RFC 3629).
 std::optional<char32_t> next_code_point(std::string_view& text) {
     struct Form {
-        unsigned char mask, lead;
         std::size_t length;
         char32_t least;
+        unsigned char mask, lead;
     };
     constexpr Form FORMS[] = {
-        {0x80, 0x00, 1, 0}, {0xe0, 0xc0, 2, 0x80}, {0xf0, 0xe0, 3, 0x800}, {0xf8, 0xf0, 4, 0x10000}};
+        {1, 0, 0x80, 0x00}, {2, 0x80, 0xe0, 0xc0}, {3, 0x800, 0xf0, 0xe0}, {4, 0x10000, 0xf8, 0xf0}};
     auto const lead = static_cast<unsigned char>(text.front());
-    for (auto const& [mask, bits, length, least] : FORMS) {
+    for (auto const& [length, least, mask, bits] : FORMS) {
         if ((lead & mask) != bits) continue;
         if (text.size() < length) return std::nullopt;
         char32_t code = lead & static_cast<unsigned char>(~mask);

@@ -89,7 +89,7 @@ std::string text_member(Json const& json, char const* name, Reading& reading) {
 void require_format(Json const& json) {
     auto const format = json.is_object() ? json.find("format") : json.end();
     if (format == json.end() || *format != FILE_FORMAT) {
-        throw Exception("the file is not a pedflux project: it does not begin with \"format\": \"" +
+        throw Exception(R"(the file is not a pedflux project: it does not begin with "format": ")" +
                         std::string(FILE_FORMAT) + "\"");
     }
     auto const version = json.find("version");

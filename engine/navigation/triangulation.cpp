@@ -18,6 +18,7 @@ namespace {
 struct Knot {
     std::int64_t x = 0;
     std::int64_t z = 0;
+    // NOLINTNEXTLINE(modernize-use-nullptr): the linter takes what the compiler writes for code.
     auto operator<=>(Knot const&) const = default;
 };
 

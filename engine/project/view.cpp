@@ -16,7 +16,6 @@ namespace pedflux {
 using engine::BookmarkState;
 using engine::Document;
 using engine::document_of;
-using engine::text_of;
 using engine::ViewState;
 
 namespace engine {

@@ -42,7 +42,8 @@ std::vector<double> fractions_to_try(AgentInitialPlacement placement, double lin
             break;
         case AgentInitialPlacement::CENTER:
             for (int i = 0; i < slots; ++i) {
-                double const offset = (i + 1) / 2 * (i % 2 == 0 ? 1.0 : -1.0);
+                int const slots_aside = (i + 1) / 2;
+                double const offset = i % 2 == 0 ? slots_aside : -slots_aside;
                 fractions.push_back(std::clamp(0.5 + offset * slot_width / line_length, 0.0, 1.0));
             }
             break;

@@ -24,7 +24,6 @@ using engine::Person;
 using engine::Point;
 using engine::refuse;
 using engine::Standpoint;
-using engine::Walker;
 
 constexpr double degrees_per_radian = 180 / std::numbers::pi;
 constexpr double longest_look = 100;

@@ -184,7 +184,7 @@ std::shared_ptr<LiveRun> create_run(Document const& document, RunSettings const&
     auto newcomers = newcomers_of(document, places, settings.seed);
     auto rules = agent_rules_of(document, plan, places);
     mark_goals(places, newcomers, rules, settings.extra_goals);
-    auto const run = std::make_shared<LiveRun>(
+    auto run = std::make_shared<LiveRun>(
         LiveRunInput{std::move(plan), std::move(places), std::move(newcomers), std::move(rules), settings.threads});
     run->project = document.copy();
     run->routes = route_classes_of(document, run->plan);

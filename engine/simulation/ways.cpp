@@ -79,10 +79,11 @@ std::optional<Point> nearest_with_way(LiveRun const& run, navigation::RegionInde
     if (has_way(point)) return point;
     Point const walkable = run.navigation.nearest_walkable(region, point);
     if (distance(walkable, point) <= reach && run.navigation.reachable(region, walkable, destination)) return walkable;
-    for (double ring = ring_width; ring <= reach; ring += ring_width) {
+    auto const rings = static_cast<int>(reach / ring_width + 1e-9);
+    for (int ring = 1; ring <= rings; ++ring) {
         for (int i = 0; i < ring_places; ++i) {
             double const angle = 2 * std::numbers::pi * i / ring_places;
-            Point const place = point + ring * Point{std::cos(angle), std::sin(angle)};
+            Point const place = point + ring * ring_width * Point{std::cos(angle), std::sin(angle)};
             if (has_way(place)) return place;
         }
     }

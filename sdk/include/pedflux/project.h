@@ -14,6 +14,7 @@ class Project;
 
 namespace engine {
 class Document;
+// NOLINTNEXTLINE(readability-redundant-declaration): the friend below needs it, and this header knows no other.
 Document& document_of(Project const& project);
 }  // namespace engine
 
