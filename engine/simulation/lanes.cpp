@@ -38,7 +38,7 @@ double length_through(Throng const& throng, navigation::RegionIndex region, Poin
     double length = 0;
     for (int piece = 0; piece < pieces; ++piece) {
         double const density = throng.density(region, from + ((piece + 0.5) / pieces) * (to - from));
-        length += whole / pieces / std::max(double{law.share(static_cast<float>(density))}, least_share);
+        length += whole / pieces / std::max(static_cast<double>(law.share(static_cast<float>(density))), least_share);
     }
     return length;
 }
