@@ -50,7 +50,7 @@ void note_enumeration(manifest::Type const& type, Surface& surface) {
 std::string const& Method::comment() const { return declared ? declared->comment : no_comment; }
 
 std::string Method::parameter_name(std::size_t index) const {
-    std::string const name = declared ? java_parameter(declared->parameters[index].name) : "";
+    std::string name = declared ? java_parameter(declared->parameters[index].name) : "";
     if (!name.empty()) return name;
     return exported->parameters.size() == 1 ? "argument" : "argument" + std::to_string(index + 1);
 }
