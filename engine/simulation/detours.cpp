@@ -27,7 +27,7 @@ constexpr double worthwhile_metres = 2;
 /// joint are measured through its middle.
 constexpr double same_share = 0.05;
 constexpr double same_metres = 2;
-/// So many people who walk at less than half of their speed make it worth while to look.
+/// More people than this who walk at less than half of their speed make it worth while to look.
 constexpr int few = 4;
 
 constexpr double without_end = std::numeric_limits<double>::infinity();
@@ -35,15 +35,14 @@ constexpr double without_end = std::numeric_limits<double>::infinity();
 /// A way on from the floor for one person.
 struct Option {
     std::size_t joint;  ///< among those of the floor
-    double to;          ///< metres as the person counts them, to the joint and behind it
-    double beyond;
+    double to;          ///< metres to it, as the person counts them
+    double beyond;      ///< metres behind it
 
     double whole() const { return to + beyond; }
 };
 
 struct Chooser {
     std::size_t walker;
-    navigation::DestinationIndex destination;
     std::vector<Option> options;
     std::size_t shortest = 0;  ///< among the options
     std::size_t present = 0;
@@ -91,10 +90,10 @@ class Review {
     }
 
     void add(std::size_t walker) {
-        auto& body = run_.walkers[walker];
+        auto const& body = run_.walkers[walker];
         auto const direct = run_.navigation.distance(floor_, body.position, body.destination);
         if (!direct) return;
-        Chooser chooser{walker, body.destination, {}};
+        Chooser chooser{walker, {}};
         for (std::size_t i = 0; i < joints_.size(); ++i) {
             if (auto const option = option_over(i, body)) chooser.options.push_back(*option);
         }
@@ -194,7 +193,7 @@ class Review {
         walker.detour = {};
         if (best == chooser.shortest) return;
         auto const joint = joints_[taken.joint];
-        walker.detour = {joint, floor_, chooser.destination, way_over(joint, walker.route_class)};
+        walker.detour = {joint, floor_, walker.destination, way_over(joint, walker.route_class)};
     }
 
     LiveRun& run_;
