@@ -36,10 +36,10 @@ if(PEDFLUX_SANITIZE)
     target_link_options(pedflux_build INTERFACE -fsanitize=address,undefined)
 endif()
 
-# pedflux_component(NAME <dependencies>...): the object library of every .cpp file in the current folder. A component sees
-# only the components that it names, so the direction of knowledge is checked by the compiler.
+# pedflux_component(NAME <dependencies>...): the library of every .cpp file in the current folder and the folders in it. Which
+# folder may include which is written in engine/rooms.txt and checked by the lint.
 function(pedflux_component name)
-    file(GLOB sources CONFIGURE_DEPENDS *.cpp)
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS *.cpp)
     if(NOT sources)
         add_library(${name} INTERFACE)
         target_link_libraries(${name} INTERFACE pedflux_build ${ARGN})

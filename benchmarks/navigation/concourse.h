@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/geometry/plan_polygons.h"
+#include "engine/geometry/polygons.h"
 #include "engine/navigation/navigation.h"
 
 /// A station's size of plan, drawn by arithmetic: 252 m by 250 m (63,000 square metres) with 1,200 corners.

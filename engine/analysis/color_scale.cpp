@@ -1,7 +1,7 @@
 #include "engine/analysis/color_scale.h"
 
 #include "engine/analysis/map_query_states.h"
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 #include "engine/results/level_of_service.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "engine/analysis/encounters.h"
 
-#include "engine/analysis/closeness.h"
+#include "engine/analysis/proximity.h"
 #include "engine/analysis/table_builder.h"
 
 #include <algorithm>
@@ -24,21 +24,21 @@ struct Encounter {
 using Pair = std::pair<std::uint32_t, std::uint32_t>;
 
 /// All that last long enough, in the order of their starts and then of the persons.
-std::vector<Encounter> encounters_of(AskedRun& asked, OfEncounters const& query) {
-    Closeness const closeness(asked.reader(), query.distance, query.ignore_obstacles);
+std::vector<Encounter> encounters_of(QueryContext& context, OfEncounters const& query) {
+    Proximity const proximity(context.reader(), query.distance, query.ignore_obstacles);
     std::map<Pair, Encounter> open;
     std::vector<Encounter> found;
     auto const close = [&](Encounter const& encounter) {
-        if (asked.seconds(encounter.last + 1 - encounter.first) >= query.min_duration) found.push_back(encounter);
+        if (context.seconds(encounter.last + 1 - encounter.first) >= query.min_duration) found.push_back(encounter);
     };
-    auto const [first, last] = asked.range();
+    auto const [first, last] = context.range();
     for (int frame = first; frame <= last; ++frame) {
-        auto const persons = asked.reader().frame(frame);
-        for (auto const& [i, j] : closeness.pairs(persons)) {
+        auto const persons = context.reader().frame(frame);
+        for (auto const& [i, j] : proximity.pairs(persons)) {
             Encounter const now{persons[i].agent, persons[j].agent, frame, frame};
             auto const [known, is_new] = open.try_emplace({now.a, now.b}, now);
             auto& encounter = known->second;
-            if (!is_new && asked.seconds(frame - encounter.last - 1) > query.max_gap) {
+            if (!is_new && context.seconds(frame - encounter.last - 1) > query.max_gap) {
                 close(encounter);
                 encounter = now;
             }
@@ -52,12 +52,12 @@ std::vector<Encounter> encounters_of(AskedRun& asked, OfEncounters const& query)
 
 }  // namespace
 
-std::shared_ptr<TableData const> encounters(AskedRun& asked) {
-    auto const& query = dynamic_cast<OfEncounters const&>(asked.query());
-    auto const selected = asked.selected();
-    auto found = encounters_of(asked, query);
+std::shared_ptr<TableData const> encounters(QueryContext& context) {
+    auto const& query = dynamic_cast<OfEncounters const&>(context.query());
+    auto const selected = context.selected();
+    auto found = encounters_of(context, query);
     std::erase_if(found, [&](Encounter const& one) { return !selected[one.a] || !selected[one.b]; });
-    auto const duration = [&](Encounter const& one) { return asked.seconds(one.last + 1 - one.first); };
+    auto const duration = [&](Encounter const& one) { return context.seconds(one.last + 1 - one.first); };
 
     if (query.view == AgentProximityTableViewType::BY_AGENT) {
         struct Sum {
@@ -82,12 +82,12 @@ std::shared_ptr<TableData const> encounters(AskedRun& asked) {
     }
 
     bool const one_way = query.view == AgentProximityTableViewType::ONE_WAY_INTERACTIONS;
-    auto const subjects = one_way ? asked.selected_by(query.subjects) : selected;
-    auto const targets = one_way ? asked.selected_by(query.targets) : selected;
+    auto const subjects = one_way ? context.selected_by(query.subjects) : selected;
+    auto const targets = one_way ? context.selected_by(query.targets) : selected;
     TableBuilder table({"With", "Start [s]", "End [s]", "Duration [s]"});
     auto const add = [&](std::uint32_t agent, std::uint32_t other, Encounter const& one) {
         if (!subjects[agent] || !targets[other]) return;
-        table.add(std::to_string(agent), static_cast<int>(other), asked.clock(one.first), asked.clock(one.last + 1),
+        table.add(std::to_string(agent), static_cast<int>(other), context.clock(one.first), context.clock(one.last + 1),
                   duration(one));
     };
     for (auto const& one : found) {

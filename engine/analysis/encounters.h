@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/analysis/asked_run.h"
+#include "engine/analysis/query_context.h"
 #include "engine/analysis/table_data.h"
 
 #include <memory>
@@ -8,6 +8,6 @@
 namespace pedflux::engine {
 
 /// The table of an `AgentProximityTableQuery`.
-std::shared_ptr<TableData const> encounters(AskedRun& asked);
+std::shared_ptr<TableData const> encounters(QueryContext& context);
 
 }  // namespace pedflux::engine

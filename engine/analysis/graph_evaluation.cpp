@@ -1,10 +1,10 @@
 #include "engine/analysis/graph_evaluation.h"
 
 #include "engine/analysis/frames.h"
-#include "engine/analysis/passages.h"
 #include "engine/analysis/selection.h"
-#include "engine/behaviour/transition_states.h"
-#include "engine/geometry/checks.h"
+#include "engine/analysis/transitions.h"
+#include "engine/base/checks.h"
+#include "engine/behaviour/triggers/transition_states.h"
 #include "engine/model/document.h"
 #include "engine/model/properties.h"
 #include "engine/results/run_files.h"
@@ -32,7 +32,7 @@ std::vector<SeriesData> series_named(std::vector<std::string> const& names) {
 }
 
 /// The run of a query and the times that it asks for.
-struct Asked {
+struct QueryContext {
     Document const& document;
     GraphQueryState const& query;
     RunReader& reader;
@@ -45,26 +45,26 @@ struct Asked {
 };
 
 /// The mean number of persons on each area in each window.
-std::vector<SeriesData> population_counts(Asked const& asked) {
-    auto const& query = dynamic_cast<PopulationCountGraphQueryState const&>(asked.query);
+std::vector<SeriesData> population_counts(QueryContext const& context) {
+    auto const& query = dynamic_cast<PopulationCountGraphQueryState const&>(context.query);
     std::vector<RunPlace> areas;
-    for (auto const& area : query.areas) areas.push_back(place_of(asked.document, asked.reader, area));
-    if (areas.empty()) areas.push_back(everywhere(asked.reader));
+    for (auto const& area : query.areas) areas.push_back(place_of(context.document, context.reader, area));
+    if (areas.empty()) areas.push_back(everywhere(context.reader));
     std::vector<std::string> names;
     for (auto const& area : areas) names.push_back(area.name);
     auto series = series_named(names);
 
-    Selection const selection(query.filter, asked.document, asked.reader);
+    Selection const selection(query.filter, context.document, context.reader);
     std::vector<double> sums(areas.size());
     int frames = 0;
-    for (int frame = asked.range.first; frame <= asked.range.last; ++frame) {
+    for (int frame = context.range.first; frame <= context.range.last; ++frame) {
         for (auto const& person : selection.frame(frame)) {
             for (std::size_t i = 0; i < areas.size(); ++i) sums[i] += areas[i].has(person.surface) ? 1 : 0;
         }
         ++frames;
-        if (!asked.ends_window(frame)) continue;
+        if (!context.ends_window(frame)) continue;
         for (std::size_t i = 0; i < areas.size(); ++i) {
-            series[i].entries.push_back({asked.reader.seconds_at(frame), sums[i] / frames});
+            series[i].entries.push_back({context.reader.seconds_at(frame), sums[i] / frames});
             sums[i] = 0;
         }
         frames = 0;
@@ -86,23 +86,24 @@ std::string name_of(Transition const& transition, Document const& document) {
 }
 
 /// The frames in which selected persons pass, for each series.
-std::vector<std::vector<int>> frames_of_passages(Asked const& asked, std::vector<std::vector<Passage>> const& passages,
+std::vector<std::vector<int>> frames_of_passages(QueryContext const& context,
+                                                 std::vector<std::vector<Passage>> const& passages,
                                                  std::shared_ptr<AgentFilter> const& filter) {
-    Selection const selection(filter, asked.document, asked.reader);
+    Selection const selection(filter, context.document, context.reader);
     std::vector<std::vector<int>> frames(passages.size());
     std::vector<std::size_t> next(passages.size());
     // Who leaves the simulation is judged by the last frame that shows it.
-    std::vector<bool> selected(asked.reader.agents().size());
-    for (int frame = first_frame; frame <= asked.range.last + 1; ++frame) {
-        if (frame <= asked.reader.last_frame()) {
-            auto const persons = asked.reader.frame(frame);
+    std::vector<bool> selected(context.reader.agents().size());
+    for (int frame = first_frame; frame <= context.range.last + 1; ++frame) {
+        if (frame <= context.reader.last_frame()) {
+            auto const persons = context.reader.frame(frame);
             auto const among = selection.among(frame, persons);
             for (std::size_t i = 0; i < persons.size(); ++i) selected[persons[i].agent] = among[i];
         }
         for (std::size_t i = 0; i < passages.size(); ++i) {
             for (; next[i] < passages[i].size() && passages[i][next[i]].frame == frame; ++next[i]) {
                 bool const counts = selected[passages[i][next[i]].agent] || !filter;
-                if (counts && frame >= asked.range.first && frame <= asked.range.last) frames[i].push_back(frame);
+                if (counts && frame >= context.range.first && frame <= context.range.last) frames[i].push_back(frame);
             }
         }
     }
@@ -110,31 +111,31 @@ std::vector<std::vector<int>> frames_of_passages(Asked const& asked, std::vector
 }
 
 /// How many pass in each window, or have passed by its end.
-std::vector<SeriesData> flow_counts(Asked const& asked, bool cumulative) {
-    auto const& transitions = dynamic_cast<OfTransitions const&>(asked.query).transitions;
-    auto const all = passages_of(asked.reader, stays_of(asked.reader));
+std::vector<SeriesData> flow_counts(QueryContext const& context, bool cumulative) {
+    auto const& transitions = dynamic_cast<OfTransitions const&>(context.query).transitions;
+    auto const all = passages_of(context.reader, visits_of(context.reader));
     std::vector<std::vector<Passage>> passages;
     std::vector<std::string> names;
     for (auto const& transition : transitions) {
-        passages.push_back(passages_at(*transition, asked.document, asked.reader, all));
-        names.push_back(name_of(*transition, asked.document));
+        passages.push_back(passages_at(*transition, context.document, context.reader, all));
+        names.push_back(name_of(*transition, context.document));
     }
     if (transitions.empty()) {
         names.emplace_back("Exits");
         auto& exits = passages.emplace_back();
         std::ranges::copy_if(all, std::back_inserter(exits), [&](Passage const& passage) {
-            return !passage.to && asked.reader.agents()[passage.agent].arrived;
+            return !passage.to && context.reader.agents()[passage.agent].arrived;
         });
     }
     auto series = series_named(names);
-    auto const frames = frames_of_passages(asked, passages, dynamic_cast<Filtered const&>(asked.query).filter);
+    auto const frames = frames_of_passages(context, passages, dynamic_cast<Filtered const&>(context.query).filter);
     for (std::size_t i = 0; i < series.size(); ++i) {
         std::size_t next = 0;
         double count = 0;
-        for (int frame = asked.range.first; frame <= asked.range.last; ++frame) {
+        for (int frame = context.range.first; frame <= context.range.last; ++frame) {
             for (; next < frames[i].size() && frames[i][next] == frame; ++next) ++count;
-            if (!asked.ends_window(frame)) continue;
-            series[i].entries.push_back({asked.reader.seconds_at(frame), count});
+            if (!context.ends_window(frame)) continue;
+            series[i].entries.push_back({context.reader.seconds_at(frame), count});
             if (!cumulative) count = 0;
         }
     }
@@ -142,16 +143,16 @@ std::vector<SeriesData> flow_counts(Asked const& asked, bool cumulative) {
 }
 
 /// The mean and the greatest density that selected persons feel, sampled and averaged over windows.
-std::vector<SeriesData> felt_densities(Asked const& asked) {
-    auto const& query = dynamic_cast<AgentDensityGraphQueryState const&>(asked.query);
-    Selection const selection(query.filter, asked.document, asked.reader);
+std::vector<SeriesData> felt_densities(QueryContext const& context) {
+    auto const& query = dynamic_cast<AgentDensityGraphQueryState const&>(context.query);
+    Selection const selection(query.filter, context.document, context.reader);
     auto series = series_named({"Mean", "Maximum"});
     std::array<double, 2> sums{};
     int samples = 0;
-    std::int64_t next_sample = asked.range.first;
-    for (int frame = asked.range.first; frame <= asked.range.last; ++frame) {
+    std::int64_t next_sample = context.range.first;
+    for (int frame = context.range.first; frame <= context.range.last; ++frame) {
         if (frame == next_sample) {
-            next_sample += std::int64_t{query.sampling_period} * asked.reader.info().frame_rate;
+            next_sample += std::int64_t{query.sampling_period} * context.reader.info().frame_rate;
             double sum = 0;
             double greatest = 0;
             auto const persons = selection.frame(frame);
@@ -165,9 +166,9 @@ std::vector<SeriesData> felt_densities(Asked const& asked) {
                 ++samples;
             }
         }
-        if (!asked.ends_window(frame)) continue;
+        if (!context.ends_window(frame)) continue;
         for (std::size_t i = 0; i < series.size(); ++i) {
-            if (samples > 0) series[i].entries.push_back({asked.reader.seconds_at(frame), sums[i] / samples});
+            if (samples > 0) series[i].entries.push_back({context.reader.seconds_at(frame), sums[i] / samples});
             sums[i] = 0;
         }
         samples = 0;
@@ -178,7 +179,7 @@ std::vector<SeriesData> felt_densities(Asked const& asked) {
 /// A kind of graph: what it counts, and how.
 struct Evaluated {
     std::string_view label;
-    std::vector<SeriesData> (*series)(Asked const& asked);
+    std::vector<SeriesData> (*series)(QueryContext const& context);
 };
 
 std::optional<Evaluated> evaluation_of(GraphQueryType type) {
@@ -186,9 +187,9 @@ std::optional<Evaluated> evaluation_of(GraphQueryType type) {
         case GraphQueryType::POPULATION_COUNT:
             return Evaluated{"Persons", population_counts};
         case GraphQueryType::FLOW_COUNT:
-            return Evaluated{"Persons", [](Asked const& asked) { return flow_counts(asked, false); }};
+            return Evaluated{"Persons", [](QueryContext const& context) { return flow_counts(context, false); }};
         case GraphQueryType::CUMULATIVE_FLOW_COUNT:
-            return Evaluated{"Persons", [](Asked const& asked) { return flow_counts(asked, true); }};
+            return Evaluated{"Persons", [](QueryContext const& context) { return flow_counts(context, true); }};
         case GraphQueryType::AGENT_DENSITY:
             return Evaluated{"Persons per square metre", felt_densities};
         default:

@@ -1,6 +1,6 @@
 #include "engine/analysis/graph_evaluation.h"
 #include "engine/analysis/graph_query_states.h"
-#include "engine/analysis/query_faces.h"
+#include "engine/analysis/query_handles.h"
 #include "engine/model/document.h"
 
 #include <pedflux/graph_queries.h>

@@ -1,6 +1,6 @@
 #include "engine/analysis/csv.h"
 #include "engine/analysis/graph_data.h"
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 
 #include <pedflux/graphs.h>
 

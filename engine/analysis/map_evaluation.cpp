@@ -1,11 +1,11 @@
 #include "engine/analysis/map_evaluation.h"
 
-#include "engine/analysis/closeness.h"
 #include "engine/analysis/density.h"
 #include "engine/analysis/frames.h"
 #include "engine/analysis/pixel_line.h"
+#include "engine/analysis/proximity.h"
 #include "engine/analysis/selection.h"
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 #include "engine/model/document.h"
 #include "engine/results/agent_data.h"
 #include "engine/results/run_files.h"
@@ -267,10 +267,10 @@ Maps path_maps(Evaluation evaluation) {
 
 /// Calls visit(display object, pixel, number of others who are close) for the selected persons of a frame.
 template <class Visit>
-void for_each_counted(Evaluation& evaluation, Closeness const& closeness, int frame, Visit const& visit) {
+void for_each_counted(Evaluation& evaluation, Proximity const& proximity, int frame, Visit const& visit) {
     auto const persons = evaluation.reader().frame(frame);
     auto const selected = evaluation.selection().among(frame, persons);
-    auto const counts = closeness.counts(persons);
+    auto const counts = proximity.counts(persons);
     for (std::size_t i = 0; i < persons.size(); ++i) {
         if (!selected[i]) continue;
         evaluation.for_each_pixel(
@@ -278,17 +278,17 @@ void for_each_counted(Evaluation& evaluation, Closeness const& closeness, int fr
     }
 }
 
-Closeness closeness_of(Evaluation& evaluation) {
+Proximity closeness_of(Evaluation& evaluation) {
     auto const& close = *part_of<CloseTogether>(evaluation.query);
     return {evaluation.reader(), close.distance, close.ignore_barriers};
 }
 
 Maps time_in_proximity_maps(Evaluation evaluation) {
-    auto const closeness = closeness_of(evaluation);
+    auto const proximity = closeness_of(evaluation);
     auto const [first, last] = evaluation.range();
     float const length = evaluation.seconds(1);
     for (int frame = first; frame <= last; ++frame) {
-        for_each_counted(evaluation, closeness, frame, [&](Shown& on, std::size_t pixel, int others) {
+        for_each_counted(evaluation, proximity, frame, [&](Shown& on, std::size_t pixel, int others) {
             if (others > 0) on.values[pixel] += length;
         });
     }
@@ -298,10 +298,10 @@ Maps time_in_proximity_maps(Evaluation evaluation) {
 /// The greatest number at the sampled frames, which follow each other with a distance.
 Maps greatest_proximity_maps(Evaluation evaluation, std::int64_t frames_per_sample) {
     for (auto& on : evaluation.shown) std::ranges::fill(on.values, NO_VALUE);
-    auto const closeness = closeness_of(evaluation);
+    auto const proximity = closeness_of(evaluation);
     auto const [first, last] = evaluation.range();
     for (std::int64_t frame = first; frame <= last; frame += frames_per_sample) {
-        for_each_counted(evaluation, closeness, static_cast<int>(frame), [](Shown& on, std::size_t pixel, int others) {
+        for_each_counted(evaluation, proximity, static_cast<int>(frame), [](Shown& on, std::size_t pixel, int others) {
             auto const number = static_cast<float>(others);
             on.values[pixel] = std::isnan(on.values[pixel]) ? number : std::max(on.values[pixel], number);
         });

@@ -1,6 +1,6 @@
 #include "engine/analysis/map_evaluation.h"
-#include "engine/analysis/query_faces.h"
-#include "engine/geometry/checks.h"
+#include "engine/analysis/query_handles.h"
+#include "engine/base/checks.h"
 #include "engine/model/document.h"
 
 #include <pedflux/map_queries.h>

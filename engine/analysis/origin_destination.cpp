@@ -2,7 +2,7 @@
 
 #include "engine/analysis/table_builder.h"
 #include "engine/analysis/table_evaluation.h"
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 
 #include <functional>
 #include <map>
@@ -15,27 +15,27 @@ namespace {
 
 using State = OriginDestinationMatrixTableQueryState;
 
-State const& query_of(AskedRun const& asked) { return dynamic_cast<State const&>(asked.query()); }
+State const& query_of(QueryContext const& context) { return dynamic_cast<State const&>(context.query()); }
 
 /// Whether a time from one frame to another counts.
-bool counts_in_range(AskedRun const& asked, int start, int end) {
-    switch (query_of(asked).counted) {
+bool counts_in_range(QueryContext const& context, int start, int end) {
+    switch (query_of(context).counted) {
         case AgentCountIfInRangeType::START_IN_RANGE:
-            return asked.is_in_range(start);
+            return context.is_in_range(start);
         case AgentCountIfInRangeType::END_IN_RANGE:
-            return asked.is_in_range(end);
+            return context.is_in_range(end);
         case AgentCountIfInRangeType::START_AND_END_IN_RANGE:
-            return asked.is_in_range(start) && asked.is_in_range(end);
+            return context.is_in_range(start) && context.is_in_range(end);
         case AgentCountIfInRangeType::ANY_PART_IN_RANGE:
             break;
     }
-    auto const& time = asked.query().time;
-    return asked.clock(start) <= time.end && asked.clock(end) >= time.start;
+    auto const& time = context.query().time;
+    return context.clock(start) <= time.end && context.clock(end) >= time.start;
 }
 
 /// Whom the filter selects; without one also who was never seen in a frame.
-std::vector<bool> selected_in(AskedRun& asked) {
-    return query_of(asked).filter ? asked.selected() : std::vector(asked.reader().agents().size(), true);
+std::vector<bool> selected_in(QueryContext& context) {
+    return query_of(context).filter ? context.selected() : std::vector(context.reader().agents().size(), true);
 }
 
 /// The seconds that persons took between two places, by their names.
@@ -45,10 +45,10 @@ using Value = std::function<Cell(std::vector<double> const&)>;
 Cell count_of(std::vector<double> const& times) { return static_cast<int>(times.size()); }
 
 /// The matrix of some rows and columns, or the list of what there is.
-std::shared_ptr<TableData const> table_of(AskedRun const& asked, std::vector<std::string> const& origins,
+std::shared_ptr<TableData const> table_of(QueryContext const& context, std::vector<std::string> const& origins,
                                           std::vector<std::string> const& destinations, Times const& times,
                                           std::string const& what, Value const& value) {
-    if (query_of(asked).output == OriginDestinationMatrixTableOutput::LIST) {
+    if (query_of(context).output == OriginDestinationMatrixTableOutput::LIST) {
         TableBuilder list({"Origin", "Destination", what});
         int row = 0;
         for (auto const& [ends, taken] : times)
@@ -67,68 +67,69 @@ std::shared_ptr<TableData const> table_of(AskedRun const& asked, std::vector<std
     return matrix.table();
 }
 
-std::shared_ptr<TableData const> between_portals(AskedRun& asked, std::string const& what, Value const& value) {
+std::shared_ptr<TableData const> between_portals(QueryContext& context, std::string const& what, Value const& value) {
     std::vector<std::string> names;
-    for (auto const& portal : portals_of(asked.document(), dynamic_cast<BetweenPortals const&>(asked.query()))) {
-        names.push_back(asked.name_of(portal));
+    for (auto const& portal : portals_of(context.document(), dynamic_cast<BetweenPortals const&>(context.query()))) {
+        names.push_back(context.name_of(portal));
     }
     std::set<std::string> const known(names.begin(), names.end());
-    auto const selected = selected_in(asked);
+    auto const selected = selected_in(context);
     Times times;
     for (std::size_t agent = 0; agent < selected.size(); ++agent) {
-        auto const& person = asked.reader().agents()[agent];
+        auto const& person = context.reader().agents()[agent];
         int const departure = person.last_frame + 1;
-        auto const from = asked.name_of(person.origin);
-        auto const to = asked.name_of(person.destination);
+        auto const from = context.name_of(person.origin);
+        auto const to = context.name_of(person.destination);
         bool const counts = selected[agent] && person.arrived && known.contains(from) && known.contains(to) &&
-                            counts_in_range(asked, person.first_frame, departure);
-        if (counts) times[{from, to}].push_back(asked.seconds(departure - person.first_frame));
+                            counts_in_range(context, person.first_frame, departure);
+        if (counts) times[{from, to}].push_back(context.seconds(departure - person.first_frame));
     }
-    return table_of(asked, names, names, times, what, value);
+    return table_of(context, names, names, times, what, value);
 }
 
 }  // namespace
 
-std::shared_ptr<TableData const> counts_between_portals(AskedRun& asked) {
-    return between_portals(asked, "Persons", count_of);
+std::shared_ptr<TableData const> counts_between_portals(QueryContext& context) {
+    return between_portals(context, "Persons", count_of);
 }
 
-std::shared_ptr<TableData const> times_between_portals(AskedRun& asked) {
-    auto const type = dynamic_cast<Aggregated const&>(asked.query()).aggregation;
-    return between_portals(asked, "Time [s]", [type](std::vector<double> const& times) {
+std::shared_ptr<TableData const> times_between_portals(QueryContext& context) {
+    auto const type = dynamic_cast<Aggregated const&>(context.query()).aggregation;
+    return between_portals(context, "Time [s]", [type](std::vector<double> const& times) {
         return times.empty() ? Cell(std::string()) : Cell(aggregated(times, type));
     });
 }
 
-std::shared_ptr<TableData const> counts_across_area(AskedRun& asked) {
-    auto const& area_id = dynamic_cast<AcrossArea const&>(asked.query()).area;
-    if (!area_id) refuse(title_of(asked.query()) + " needs a floor or a zone");
-    auto const area = asked.place(*area_id);
-    auto const& surfaces = asked.reader().surfaces();
-    auto const selected = selected_in(asked);
+std::shared_ptr<TableData const> counts_across_area(QueryContext& context) {
+    auto const& area_id = dynamic_cast<AcrossArea const&>(context.query()).area;
+    if (!area_id) refuse(title_of(context.query()) + " needs a floor or a zone");
+    auto const area = context.place(*area_id);
+    auto const& surfaces = context.reader().surfaces();
+    auto const selected = selected_in(context);
     Times times;
     std::set<std::string> origins;
     std::set<std::string> destinations;
     for (std::size_t agent = 0; agent < selected.size(); ++agent) {
-        auto const& person = asked.reader().agents()[agent];
-        auto const& stays = asked.stays()[agent];
+        auto const& person = context.reader().agents()[agent];
+        auto const& visits = context.visits()[agent];
         if (!selected[agent]) continue;
-        for (auto const& visit : visits_of(asked.reader(), person, stays, area)) {
-            if (!visit.exit || !counts_in_range(asked, visit.enter, *visit.exit)) continue;
-            std::string from = asked.name_of(person.origin);
-            std::string to = asked.name_of(person.destination);
-            for (auto const& stay : stays) {
-                if (stay.last < visit.enter) from = surfaces[stay.surface].name;
+        for (auto const& visit : visits_of(context.reader(), person, visits, area)) {
+            if (!visit.exit || !counts_in_range(context, visit.enter, *visit.exit)) continue;
+            std::string from = context.name_of(person.origin);
+            std::string to = context.name_of(person.destination);
+            for (auto const& visit : visits) {
+                if (visit.last < visit.enter) from = surfaces[visit.surface].name;
             }
-            auto const next = std::ranges::find_if(stays, [&](Stay const& stay) { return stay.first >= *visit.exit; });
-            if (next != stays.end()) to = surfaces[next->surface].name;
-            if (next == stays.end() && !person.arrived) continue;
+            auto const next =
+                std::ranges::find_if(visits, [&](Visit const& visit) { return visit.first >= *visit.exit; });
+            if (next != visits.end()) to = surfaces[next->surface].name;
+            if (next == visits.end() && !person.arrived) continue;
             origins.insert(from);
             destinations.insert(to);
-            times[{from, to}].push_back(asked.seconds(*visit.exit - visit.enter));
+            times[{from, to}].push_back(context.seconds(*visit.exit - visit.enter));
         }
     }
-    return table_of(asked, {origins.begin(), origins.end()}, {destinations.begin(), destinations.end()}, times,
+    return table_of(context, {origins.begin(), origins.end()}, {destinations.begin(), destinations.end()}, times,
                     "Persons", count_of);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/analysis/raster.h"
-#include "engine/geometry/plan.h"
+#include "engine/geometry/plane.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 #include "engine/analysis/places.h"
 
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 #include "engine/model/document.h"
-#include "engine/model/scene_states.h"
+#include "engine/scene/scene_states.h"
 
 #include <algorithm>
 #include <map>

@@ -1,7 +1,7 @@
 #include "engine/analysis/table_evaluation.h"
 #include "engine/model/document.h"
-#include "engine/model/group_states.h"
 #include "engine/model/lists.h"
+#include "engine/scene/group_states.h"
 
 #include <algorithm>
 

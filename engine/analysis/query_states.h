@@ -7,8 +7,8 @@
 #include "engine/model/enumerations.h"
 #include "engine/model/node.h"
 #include "engine/model/rules.h"
-#include "engine/model/simulation_run_state.h"
 #include "engine/model/state.h"
+#include "engine/scene/simulation_run_state.h"
 
 #include <pedflux/agent_filters.h>
 #include <pedflux/aggregation.h>
@@ -122,7 +122,7 @@ struct MadeOf : Parts... {
 #define PEDFLUX_QUERY(Query, ...)                        \
     struct Query##State : MadeOf<__VA_ARGS__> {          \
         static constexpr std::string_view NAME = #Query; \
-        using Face = Query;                              \
+        using Handle = Query;                            \
     };
 
 }  // namespace pedflux::engine

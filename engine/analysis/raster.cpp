@@ -52,12 +52,12 @@ void fill(Raster& raster, Polygons const& polygons) {
 }
 
 /// Gives the pixels that the face covers its height.
-void lift(Raster& raster, std::array<Vector, 3> const& face) {
-    auto const [a, b, c] = face;
+void lift(Raster& raster, std::array<Vector, 3> const& handle) {
+    auto const [a, b, c] = handle;
     double const area = orientation({a.x, a.z}, {b.x, b.z}, {c.x, c.z});
     if (area == 0) return;
     Extent extent;
-    for (Vector const corner : face) extent.include({corner.x, corner.z});
+    for (Vector const corner : handle) extent.include({corner.x, corner.z});
     auto const pixel = [&](double coordinate, double least, int count) {
         return std::clamp(static_cast<int>(std::floor((coordinate - least) / raster.pixel_size)), 0, count - 1);
     };

@@ -1,10 +1,10 @@
 #include "engine/analysis/selection.h"
 
-#include "engine/analysis/closeness.h"
-#include "engine/analysis/passages.h"
+#include "engine/analysis/proximity.h"
+#include "engine/analysis/transitions.h"
 #include "engine/analysis/trips.h"
-#include "engine/behaviour/agent_filter_states.h"
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
+#include "engine/behaviour/filters/agent_filter_states.h"
 #include "engine/model/document.h"
 #include "engine/model/properties.h"
 
@@ -151,12 +151,12 @@ class Compiler {
     }
 
     Test close(ProximityFilterState const& state) {
-        auto const closeness = std::make_shared<Closeness>(reader_, state.distance, state.ignore_barriers);
+        auto const proximity = std::make_shared<Proximity>(reader_, state.distance, state.ignore_barriers);
         auto const counts = std::make_shared<std::vector<int>>();
         auto const counted = std::make_shared<int>(first_frame - 1);
         return [=](View const& view, std::size_t i) {
             if (*counted != view.number) {
-                *counts = closeness->counts(view.persons);
+                *counts = proximity->counts(view.persons);
                 *counted = view.number;
             }
             return (*counts)[i] > 0;
@@ -178,7 +178,7 @@ class Compiler {
 
     Test on_trip(Trip const& trip) {
         std::vector<std::vector<TripMade>> trips(reader_.agents().size());
-        for (auto const& made : trips_of(TripAccess::path(trip), document_, reader_, stays())) {
+        for (auto const& made : trips_of(TripAccess::path(trip), document_, reader_, visits())) {
             trips[made.agent].push_back(made);
         }
         return [trips](View const& view, std::size_t i) {
@@ -190,7 +190,7 @@ class Compiler {
 
     Test at_transition(Transition const& transition) {
         std::set<std::pair<int, std::uint32_t>> moments;
-        for (auto const& passage : passages_at(transition, document_, reader_, passages_of(reader_, stays()))) {
+        for (auto const& passage : passages_at(transition, document_, reader_, passages_of(reader_, visits()))) {
             // Who leaves the simulation is seen for the last time in the frame before.
             moments.emplace(passage.to ? passage.frame : passage.frame - 1, passage.agent);
         }
@@ -199,14 +199,14 @@ class Compiler {
         };
     }
 
-    Stays const& stays() {
-        if (!stays_) stays_ = stays_of(reader_);
+    Visits const& visits() {
+        if (!stays_) stays_ = visits_of(reader_);
         return *stays_;
     }
 
     Document const& document_;
     RunReader& reader_;
-    std::optional<Stays> stays_;
+    std::optional<Visits> stays_;
     int depth_ = 0;
 };
 

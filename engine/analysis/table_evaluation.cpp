@@ -1,12 +1,12 @@
 #include "engine/analysis/table_evaluation.h"
 
-#include "engine/analysis/asked_run.h"
 #include "engine/analysis/encounters.h"
 #include "engine/analysis/origin_destination.h"
-#include "engine/analysis/passages.h"
+#include "engine/analysis/query_context.h"
 #include "engine/analysis/table_builder.h"
+#include "engine/analysis/transitions.h"
 #include "engine/analysis/trips.h"
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 #include "engine/results/agent_data.h"
 #include "engine/results/level_of_service.h"
 
@@ -28,11 +28,11 @@ struct Walk {
     std::optional<AgentFrame> last;
 };
 
-std::vector<Walk> walks_of(AskedRun& asked) {
-    std::vector<Walk> walks(asked.reader().agents().size());
-    auto const [first, last] = asked.range();
+std::vector<Walk> walks_of(QueryContext& context) {
+    std::vector<Walk> walks(context.reader().agents().size());
+    auto const [first, last] = context.range();
     for (int frame = first; frame <= last; ++frame) {
-        for (auto const& person : asked.reader().frame(frame)) {
+        for (auto const& person : context.reader().frame(frame)) {
             auto& walk = walks[person.agent];
             if (walk.last) {
                 walk.length += static_cast<double>(
@@ -47,96 +47,96 @@ std::vector<Walk> walks_of(AskedRun& asked) {
     return walks;
 }
 
-TablePointer summary(AskedRun& asked) {
+TablePointer summary(QueryContext& context) {
     TableBuilder table({"Origin", "Destination", "Profile", "Start [s]", "End [s]", "Duration [s]", "Arrived",
                         "Distance [m]", "Mean speed [m/s]", "Mean density [1/m2]", "Maximum density [1/m2]"});
-    auto const walks = walks_of(asked);
-    auto const selected = asked.selected();
+    auto const walks = walks_of(context);
+    auto const selected = context.selected();
     for (std::uint32_t agent = 0; agent < walks.size(); ++agent) {
         auto const& walk = walks[agent];
         if (!selected[agent]) continue;
-        auto const& person = asked.reader().agents()[agent];
-        int const end = departure_of(asked.reader(), person).value_or(person.last_frame);
-        double const time_walked = asked.seconds(walk.frames - 1);
-        table.add(std::to_string(agent), asked.name_of(person.origin), asked.name_of(person.destination),
-                  asked.name_of(person.profile), asked.clock(person.first_frame), asked.clock(end),
-                  asked.seconds(end - person.first_frame), person.arrived ? 1 : 0, walk.length,
+        auto const& person = context.reader().agents()[agent];
+        int const end = departure_of(context.reader(), person).value_or(person.last_frame);
+        double const time_walked = context.seconds(walk.frames - 1);
+        table.add(std::to_string(agent), context.name_of(person.origin), context.name_of(person.destination),
+                  context.name_of(person.profile), context.clock(person.first_frame), context.clock(end),
+                  context.seconds(end - person.first_frame), person.arrived ? 1 : 0, walk.length,
                   time_walked > 0 ? walk.length / time_walked : 0.0, walk.density / walk.frames, walk.greatest_density);
     }
     return table.table();
 }
 
-TablePointer trip_times(AskedRun& asked) {
-    auto const& trip = dynamic_cast<OnTrip const&>(asked.query()).trip;
-    auto const trips = trip ? trips_of(TripAccess::path(*trip), asked.document(), asked.reader(), asked.stays())
-                            : whole_trips_of(asked.reader());
-    auto const selected = asked.selected();
+TablePointer trip_times(QueryContext& context) {
+    auto const& trip = dynamic_cast<OnTrip const&>(context.query()).trip;
+    auto const trips = trip ? trips_of(TripAccess::path(*trip), context.document(), context.reader(), context.visits())
+                            : whole_trips_of(context.reader());
+    auto const selected = context.selected();
     TableBuilder table({"Start [s]", "End [s]", "Duration [s]"});
     for (auto const& made : trips) {
-        if (!selected[made.agent] || !asked.is_in_range(made.start) || !asked.is_in_range(made.end)) continue;
-        table.add(std::to_string(made.agent), asked.clock(made.start), asked.clock(made.end),
-                  asked.seconds(made.end - made.start));
+        if (!selected[made.agent] || !context.is_in_range(made.start) || !context.is_in_range(made.end)) continue;
+        table.add(std::to_string(made.agent), context.clock(made.start), context.clock(made.end),
+                  context.seconds(made.end - made.start));
     }
     return table.table();
 }
 
-TablePointer area_times(AskedRun& asked) {
+TablePointer area_times(QueryContext& context) {
     std::vector<RunPlace> areas;
-    for (auto const& area : dynamic_cast<InAreas const&>(asked.query()).areas) areas.push_back(asked.place(area));
-    auto const selected = asked.selected();
-    auto const [first, last] = asked.range();
+    for (auto const& area : dynamic_cast<InAreas const&>(context.query()).areas) areas.push_back(context.place(area));
+    auto const selected = context.selected();
+    auto const [first, last] = context.range();
     TableBuilder table({"Area", "Start [s]", "End [s]", "Duration [s]"});
     for (std::uint32_t agent = 0; agent < selected.size(); ++agent) {
         if (!selected[agent]) continue;
-        auto const& person = asked.reader().agents()[agent];
+        auto const& person = context.reader().agents()[agent];
         for (auto const& area : areas) {
-            for (auto const& visit : visits_of(asked.reader(), person, asked.stays()[agent], area)) {
+            for (auto const& visit : visits_of(context.reader(), person, context.visits()[agent], area)) {
                 int const start = std::max(visit.enter, first);
-                int const end = std::min(visit.exit.value_or(asked.reader().last_frame() + 1), last + 1);
+                int const end = std::min(visit.exit.value_or(context.reader().last_frame() + 1), last + 1);
                 if (start >= end) continue;
-                table.add(std::to_string(agent), area.name, asked.clock(start), asked.clock(end),
-                          asked.seconds(end - start));
+                table.add(std::to_string(agent), area.name, context.clock(start), context.clock(end),
+                          context.seconds(end - start));
             }
         }
     }
     return table.table();
 }
 
-TablePointer level_of_service_times(AskedRun& asked) {
-    std::vector<std::array<int, 6>> frames(asked.reader().agents().size());
-    auto const [first, last] = asked.range();
+TablePointer level_of_service_times(QueryContext& context) {
+    std::vector<std::array<int, 6>> frames(context.reader().agents().size());
+    auto const [first, last] = context.range();
     for (int frame = first; frame <= last; ++frame) {
-        for (auto const& person : asked.reader().frame(frame)) {
-            auto const standard = standard_of(asked.reader().surfaces()[person.surface].kind);
+        for (auto const& person : context.reader().frame(frame)) {
+            auto const standard = standard_of(context.reader().surfaces()[person.surface].kind);
             auto const level = level_of_service(static_cast<double>(person.density), standard).GetLevel();
             ++frames[person.agent]
                     [static_cast<std::size_t>(static_cast<int>(level) - static_cast<int>(LevelOfServiceValue::A))];
         }
     }
-    auto const selected = asked.selected();
+    auto const selected = context.selected();
     TableBuilder table({"A [s]", "B [s]", "C [s]", "D [s]", "E [s]", "F [s]"});
     for (std::size_t agent = 0; agent < frames.size(); ++agent) {
         if (!selected[agent]) continue;
         std::vector<Cell> cells;
-        for (int const count : frames[agent]) cells.emplace_back(asked.seconds(count));
+        for (int const count : frames[agent]) cells.emplace_back(context.seconds(count));
         table.add(std::to_string(agent), cells);
     }
     return table.table();
 }
 
-TablePointer transitions(AskedRun& asked) {
-    auto const& transition = dynamic_cast<AtTransition const&>(asked.query()).transition;
-    if (!transition) refuse(title_of(asked.query()) + " needs a transition");
-    auto const selected = asked.selected();
-    auto const& surfaces = asked.reader().surfaces();
+TablePointer transitions(QueryContext& context) {
+    auto const& transition = dynamic_cast<AtTransition const&>(context.query()).transition;
+    if (!transition) refuse(title_of(context.query()) + " needs a transition");
+    auto const selected = context.selected();
+    auto const& surfaces = context.reader().surfaces();
     auto const name = [&](std::optional<std::uint16_t> surface) {
         return surface ? surfaces[*surface].name : std::string();
     };
     TableBuilder table({"Time [s]", "From", "To"});
-    auto const passages = passages_of(asked.reader(), asked.stays());
-    for (auto const& passage : passages_at(*transition, asked.document(), asked.reader(), passages)) {
-        if (!selected[passage.agent] || !asked.is_in_range(passage.frame)) continue;
-        table.add(std::to_string(passage.agent), asked.clock(passage.frame), name(passage.from), name(passage.to));
+    auto const passages = passages_of(context.reader(), context.visits());
+    for (auto const& passage : passages_at(*transition, context.document(), context.reader(), passages)) {
+        if (!selected[passage.agent] || !context.is_in_range(passage.frame)) continue;
+        table.add(std::to_string(passage.agent), context.clock(passage.frame), name(passage.from), name(passage.to));
     }
     return table.table();
 }
@@ -144,7 +144,7 @@ TablePointer transitions(AskedRun& asked) {
 }  // namespace
 
 std::shared_ptr<TableData const> table_of(Document const& document, TableQueryState const& query, TableQueryType type) {
-    using Evaluate = TablePointer (*)(AskedRun&);
+    using Evaluate = TablePointer (*)(QueryContext&);
     auto const evaluate = [type]() -> Evaluate {
         switch (type) {
             case TableQueryType::AGENT_SUMMARY:
@@ -170,8 +170,8 @@ std::shared_ptr<TableData const> table_of(Document const& document, TableQuerySt
         }
     }();
     if (!evaluate) refuse(title_of(query) + " is of a kind that cannot be evaluated yet");
-    AskedRun asked(document, query);
-    return evaluate(asked);
+    QueryContext context(document, query);
+    return evaluate(context);
 }
 
 }  // namespace pedflux::engine

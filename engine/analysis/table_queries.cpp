@@ -1,7 +1,7 @@
-#include "engine/analysis/query_faces.h"
+#include "engine/analysis/query_handles.h"
 #include "engine/analysis/table_evaluation.h"
 #include "engine/analysis/table_query_states.h"
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 #include "engine/model/document.h"
 
 #include <pedflux/scene.h>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/analysis/query_states.h"
-#include "engine/behaviour/trip.h"
+#include "engine/behaviour/population/trip.h"
 
 #include <pedflux/table_queries.h>
 #include <pedflux/transitions.h>

@@ -1,6 +1,6 @@
 #include "engine/analysis/csv.h"
 #include "engine/analysis/table_data.h"
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 
 #include <pedflux/tables.h>
 

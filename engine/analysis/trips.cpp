@@ -43,14 +43,14 @@ std::optional<TripMade> next_trip(TripPath const& path, VisitsOfPath const& visi
 }  // namespace
 
 std::vector<TripMade> trips_of(TripPath const& path, Document const& document, RunReader const& reader,
-                               Stays const& stays) {
+                               Visits const& visits) {
     std::vector<RunPlace> places;
     for (auto const& node : path.nodes) places.push_back(place_of(document, reader, node.place));
     std::vector<TripMade> trips;
-    for (std::uint32_t agent = 0; agent < stays.size(); ++agent) {
+    for (std::uint32_t agent = 0; agent < visits.size(); ++agent) {
         VisitsOfPath visits;
         for (auto const& place : places) {
-            visits.push_back(visits_of(reader, reader.agents()[agent], stays[agent], place));
+            visits.push_back(visits_of(reader, reader.agents()[agent], visits[agent], place));
         }
         int not_before = 0;
         while (auto trip = next_trip(path, visits, not_before)) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "engine/analysis/stays.h"
-#include "engine/behaviour/trip.h"
+#include "engine/analysis/visits.h"
+#include "engine/behaviour/population/trip.h"
 
 #include <cstdint>
 #include <vector>
@@ -19,7 +19,7 @@ struct TripMade {
 /// after the last trip, leads over the first visits of the other places that follow, and ends at the first such moment
 /// at the path's end.
 std::vector<TripMade> trips_of(TripPath const& path, Document const& document, RunReader const& reader,
-                               Stays const& stays);
+                               Visits const& visits);
 
 /// The whole stay in the simulation of everybody who arrived.
 std::vector<TripMade> whole_trips_of(RunReader const& reader);

@@ -1,6 +1,6 @@
 #include "engine/behaviour/agent_filter_plan.h"
 
-#include "engine/behaviour/agent_filter_states.h"
+#include "engine/behaviour/filters/agent_filter_states.h"
 #include "engine/behaviour/named_rules.h"
 
 #include <pedflux/exception.h>
@@ -15,8 +15,8 @@ namespace {
 
 class Compiler {
   public:
-    Compiler(Document const& project, Mentions& mentions, FilterPlan& plan)
-        : named_(project), mentions_(mentions), plan_(plan) {}
+    Compiler(Document const& project, SymbolTable& symbols, FilterPlan& plan)
+        : named_(project), mentions_(symbols), plan_(plan) {}
 
     DecisionIndex append(AgentFilter const& filter, DecisionIndex yes, DecisionIndex no) {
         CountedRule const counted(extent_, "AgentFilter");
@@ -38,7 +38,7 @@ class Compiler {
     }
 
     NamedRules<AgentFilterObjectState> named_;
-    Mentions& mentions_;
+    SymbolTable& mentions_;
     FilterPlan& plan_;
     RuleExtent extent_;
 };
@@ -47,10 +47,10 @@ DecisionIndex Compiler::append_kind(AgentFilter const& filter, DecisionIndex yes
     using Situation = FilterSituation;
     auto const append_child = [&](std::shared_ptr<AgentFilter> const& child, DecisionIndex if_yes,
                                   DecisionIndex if_no) { return append(*child, if_yes, if_no); };
-    auto const related = [&](bool (Situation::*relation)(MentionIndex) const, MentionIndex other) {
+    auto const related = [&](bool (Situation::*relation)(SymbolIndex) const, SymbolIndex other) {
         return question(ask::Related{relation, other}, yes, no);
     };
-    auto const related_object = [&](bool (Situation::*relation)(MentionIndex) const, GlobalId const& object) {
+    auto const related_object = [&](bool (Situation::*relation)(SymbolIndex) const, GlobalId const& object) {
         return related(relation, mentions_.object(object));
     };
     auto const within = [&](double (Situation::*quantity)() const) {
@@ -83,11 +83,11 @@ DecisionIndex Compiler::append_kind(AgentFilter const& filter, DecisionIndex yes
             return related_object(&Situation::holds, state_of<TokenFilterState>(filter).value);
         case AgentFilterType::AT_TRANSITION: {
             auto const& transition = state_of<AtTransitionFilterState>(filter).value;
-            return related(&Situation::makes, Mentions::add(mentions_.transitions, copy_of(transition)));
+            return related(&Situation::makes, SymbolTable::add(mentions_.transitions, copy_of(transition)));
         }
         case AgentFilterType::IN_TRIP:
             return related(&Situation::is_on,
-                           Mentions::add(mentions_.trips, state_of<InTripFilterState>(filter).value));
+                           SymbolTable::add(mentions_.trips, state_of<InTripFilterState>(filter).value));
         case AgentFilterType::LOCAL_DENSITY:
             return within(&Situation::local_density);
         case AgentFilterType::SPEED:
@@ -143,10 +143,10 @@ bool selects_from(FilterPlan const& plan, DecisionIndex entry, Answers const& an
 
 }  // namespace
 
-FilterPlan compile(AgentFilter const& filter, Document const& project, Mentions& mentions) {
+FilterPlan compile(AgentFilter const& filter, Document const& project, SymbolTable& symbols) {
     require_shallow(node_of(filter));
     FilterPlan plan;
-    plan.entry = Compiler(project, mentions, plan).append(filter, YES, NO);
+    plan.entry = Compiler(project, symbols, plan).append(filter, YES, NO);
     return plan;
 }
 

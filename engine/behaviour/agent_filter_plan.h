@@ -2,7 +2,7 @@
 
 #include "engine/behaviour/agent_situation.h"
 #include "engine/behaviour/decisions.h"
-#include "engine/behaviour/mentions.h"
+#include "engine/behaviour/symbol_table.h"
 
 #include <pedflux/agent_filters.h>
 
@@ -26,8 +26,8 @@ struct EndState {
 };
 /// Whether the agent has to do with an object, transition or trip in a way.
 struct Related {
-    bool (FilterSituation::*relation)(MentionIndex other) const;
-    MentionIndex other;
+    bool (FilterSituation::*relation)(SymbolIndex other) const;
+    SymbolIndex other;
 };
 /// Whether a quantity lies in a range, both ends included.
 struct Within {
@@ -63,7 +63,7 @@ using EverSelected = std::span<std::uint8_t>;
 
 /// Compiles a filter. Named filters are those of the project at this moment.
 /// @throws Exception when a name leads back to itself or to nothing, or when the filters are too many or nest too deep
-FilterPlan compile(AgentFilter const& filter, Document const& project, Mentions& mentions);
+FilterPlan compile(AgentFilter const& filter, Document const& project, SymbolTable& symbols);
 
 /// Takes note of an agent's moment. A plan with `ever` observes each moment before it selects: all moments up to now in
 /// a running simulation, all of a stored run.

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "engine/behaviour/population.h"
+#include "engine/behaviour/population/population.h"
 #include "engine/model/rules.h"
-#include "engine/model/scene_states.h"
+#include "engine/scene/scene_states.h"
 
 /// What the identifiers in rules can refer to.
 namespace pedflux::engine {

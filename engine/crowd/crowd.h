@@ -1,7 +1,7 @@
 #pragma once
 
+#include "engine/crowd/floor_plan.h"
 #include "engine/crowd/locomotion.h"
-#include "engine/crowd/plan.h"
 
 #include <cstddef>
 #include <cstdint>

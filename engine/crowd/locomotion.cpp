@@ -1,6 +1,6 @@
 #include "engine/crowd/locomotion.h"
 
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 
 #include <string>
 

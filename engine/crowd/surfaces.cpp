@@ -1,6 +1,6 @@
 #include "engine/crowd/surfaces.h"
 
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 
 #include <algorithm>
 #include <cmath>

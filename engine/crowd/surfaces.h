@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/crowd/plan.h"
+#include "engine/crowd/floor_plan.h"
 
 #include <cstddef>
 #include <cstdint>

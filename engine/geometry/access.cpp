@@ -1,6 +1,6 @@
 #include "engine/geometry/access.h"
 
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 #include "engine/geometry/smallest_sphere.h"
 
 #include <algorithm>
@@ -13,9 +13,9 @@ struct GeometryAccess {
     static Polyline const& state(PolylineGeometry const& geometry) { return *geometry.polyline_; }
     static Rectangle const& state(RectangleGeometry const& geometry) { return *geometry.rectangle_; }
 
-    template <class Face, class State>
-    static std::shared_ptr<Face> face(State state) {
-        return std::shared_ptr<Face>(new Face(std::make_shared<State const>(std::move(state))));
+    template <class Handle, class State>
+    static std::shared_ptr<Handle> face(State state) {
+        return std::shared_ptr<Handle>(new Handle(std::make_shared<State const>(std::move(state))));
     }
 };
 

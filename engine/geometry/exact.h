@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/geometry/plan.h"
+#include "engine/geometry/plane.h"
 
 namespace pedflux::engine {
 

@@ -1,7 +1,7 @@
 #include "engine/geometry/mesh.h"
 
+#include "engine/base/hashing.h"
 #include "engine/geometry/checks.h"
-#include "engine/geometry/components.h"
 
 #include <algorithm>
 #include <cstdint>

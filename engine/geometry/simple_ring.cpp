@@ -1,6 +1,6 @@
 #include "engine/geometry/simple_ring.h"
 
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 #include "engine/geometry/exact.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "engine/geometry/smallest_sphere.h"
 
-#include "engine/geometry/components.h"
+#include "engine/base/hashing.h"
 
 #include <array>
 #include <cstddef>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/geometry/mesh.h"
-#include "engine/geometry/plan.h"
+#include "engine/geometry/plane.h"
 
 /// Meshes of simple shapes. Each throws Exception for sizes that leave no shape; `MeshGeometry` tells what each is.
 namespace pedflux::engine {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/geometry/plan.h"
+#include "engine/geometry/plane.h"
 
 #include <array>
 #include <vector>

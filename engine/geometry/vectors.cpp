@@ -1,6 +1,6 @@
+#include "engine/base/hashing.h"
 #include "engine/geometry/affine_map.h"
 #include "engine/geometry/checks.h"
-#include "engine/geometry/components.h"
 
 #include <pedflux/vectors.h>
 

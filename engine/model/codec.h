@@ -63,9 +63,9 @@ concept Described = std::is_class_v<T> && requires(T& value) {
 ///
 ///     template <>
 ///     struct SharedValue<Distribution> {
-///         using Value = Law;
-///         static Law const& value(Distribution const& distribution);
-///         static std::shared_ptr<Distribution> make(Law const& law);
+///         using Value = DistributionSpec;
+///         static DistributionSpec const& value(Distribution const& distribution);
+///         static std::shared_ptr<Distribution> make(DistributionSpec const& law);
 ///     };
 template <class T>
 struct SharedValue;

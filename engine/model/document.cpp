@@ -132,10 +132,10 @@ void Document::remove(ObjectState& object) {
     std::erase_if(objects_, [&](auto const& held) { return held.get() == &object; });
 }
 
-std::shared_ptr<SimObject> Document::face_of(ObjectState& object) {
-    auto& face = faces_[&object];
-    if (!face) face = object.kind->face(object.shared_from_this());
-    return face;
+std::shared_ptr<SimObject> Document::handle_of(ObjectState& object) {
+    auto& handle = faces_[&object];
+    if (!handle) handle = object.kind->handle(object.shared_from_this());
+    return handle;
 }
 
 void Document::close() {

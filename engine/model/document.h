@@ -111,7 +111,7 @@ class Document {
     void select(std::vector<GlobalId> ids) { selection_ = std::move(ids); }
 
     /// The face of an object: always the same one while the object is in the document.
-    std::shared_ptr<SimObject> face_of(ObjectState& object);
+    std::shared_ptr<SimObject> handle_of(ObjectState& object);
 
     /// Detaches all objects; nothing can be done with the document afterwards.
     void close();

@@ -40,8 +40,8 @@ struct KindFunctions {
     static void references(ObjectState const& object, std::vector<Reference>& found) {
         collect_references(&object, as_state(object), found);
     }
-    static std::shared_ptr<SimObject> face(std::shared_ptr<ObjectState> object) {
-        return std::make_shared<typename State::Face>(std::move(object));
+    static std::shared_ptr<SimObject> handle(std::shared_ptr<ObjectState> object) {
+        return std::make_shared<typename State::Handle>(std::move(object));
     }
 };
 
@@ -50,7 +50,7 @@ Kind const& kind_of() {
     using Functions = KindFunctions<State>;
     static constexpr Kind kind{State::TYPE,      State::NAME,           Functions::make,
                                Functions::copy,  Functions::write,      Functions::read,
-                               Functions::check, Functions::references, Functions::face};
+                               Functions::check, Functions::references, Functions::handle};
     return kind;
 }
 

@@ -18,8 +18,8 @@ inline bool lists(std::vector<GlobalId> const& list, GlobalId const& id) {
 
 /// Adds what is not in the list yet, after all of it has passed the field's rule.
 template <class State>
-void add_to_list(SimObject& face, std::vector<GlobalId> State::*member, std::vector<GlobalId> const& ids) {
-    auto& state = state_of<State>(face);
+void add_to_list(SimObject& handle, std::vector<GlobalId> State::*member, std::vector<GlobalId> const& ids) {
+    auto& state = state_of<State>(handle);
     with_field(state, member, [&](std::string_view name, std::vector<GlobalId>& list, auto const& rule) {
         for (auto const& id : ids) check_value(owner_of(state), std::string(name), id, rule);
         for (auto const& id : ids) {
@@ -30,8 +30,8 @@ void add_to_list(SimObject& face, std::vector<GlobalId> State::*member, std::vec
 
 /// Throws Exception when the object is not in the list.
 template <class State>
-std::ptrdiff_t index_in_list(SimObject& face, std::vector<GlobalId> State::*member, GlobalId const& id) {
-    auto& state = state_of<State>(face);
+std::ptrdiff_t index_in_list(SimObject& handle, std::vector<GlobalId> State::*member, GlobalId const& id) {
+    auto& state = state_of<State>(handle);
     auto const& list = state.*member;
     auto const found = std::ranges::find_if(list, [&](GlobalId const& other) { return other.InternalEquals(id); });
     if (found == list.end()) {
@@ -44,9 +44,9 @@ std::ptrdiff_t index_in_list(SimObject& face, std::vector<GlobalId> State::*memb
 }
 
 template <class State>
-void remove_from_list(SimObject& face, std::vector<GlobalId> State::*member, GlobalId const& id) {
-    auto const index = index_in_list(face, member, id);
-    auto& list = state_of<State>(face).*member;
+void remove_from_list(SimObject& handle, std::vector<GlobalId> State::*member, GlobalId const& id) {
+    auto const index = index_in_list(handle, member, id);
+    auto& list = state_of<State>(handle).*member;
     list.erase(list.begin() + index);
 }
 

@@ -22,7 +22,7 @@
 ///     struct DelayedTriggerState : NodeState {
 ///         static constexpr TriggerType TYPE = TriggerType::DELAYED;
 ///         static constexpr std::string_view NAME = "DelayedTrigger";  // in files and messages
-///         using Face = DelayedTrigger;
+///         using Handle = DelayedTrigger;
 ///
 ///         std::shared_ptr<Trigger> child;
 ///         int delay = 0;  ///< seconds
@@ -77,7 +77,7 @@ struct NodeKind {
 /// A kind of one family. `Base` is the SDK's base class.
 template <class Base>
 struct KindOfNode : NodeKind {
-    std::shared_ptr<Base> (*face)(NodePointer state);
+    std::shared_ptr<Base> (*handle)(NodePointer state);
     /// The children of the same family, in the order of the fields. Children that are not set are left out.
     std::vector<std::shared_ptr<Base>> (*children)(NodeState const& state);
 };
@@ -93,33 +93,33 @@ template <class Base>
 std::span<KindOfNode<Base> const* const> kinds_of();
 
 struct NodeAccess {
-    template <class Face>
-    static auto state(Face& face) -> decltype((*face.node_)) {
-        return *face.node_;
+    template <class Handle>
+    static auto state(Handle& handle) -> decltype((*handle.node_)) {
+        return *handle.node_;
     }
 };
 
 /// A class of the SDK behind which a node stands.
-template <class Face>
-concept IsNode = requires(Face& face) {
-    { NodeAccess::state(face) } -> std::same_as<NodeState&>;
+template <class Handle>
+concept IsNode = requires(Handle& handle) {
+    { NodeAccess::state(handle) } -> std::same_as<NodeState&>;
 };
 
-template <IsNode Face>
-NodeState& node_of(Face const& face) {
-    return NodeAccess::state(const_cast<Face&>(face));
+template <IsNode Handle>
+NodeState& node_of(Handle const& handle) {
+    return NodeAccess::state(const_cast<Handle&>(handle));
 }
 
 /// The state by the type that belongs to the face's class.
-template <class State, IsNode Face>
-State& state_of(Face const& face) {
-    return static_cast<State&>(node_of(face));
+template <class State, IsNode Handle>
+State& state_of(Handle const& handle) {
+    return static_cast<State&>(node_of(handle));
 }
 
 template <class T>
 constexpr bool IS_NODE_POINTER = false;
-template <IsNode Face>
-constexpr bool IS_NODE_POINTER<std::shared_ptr<Face>> = true;
+template <IsNode Handle>
+constexpr bool IS_NODE_POINTER<std::shared_ptr<Handle>> = true;
 
 /// A node of its own with copies of all that it holds.
 /// Throws Exception as `require_shallow` does.
@@ -130,7 +130,7 @@ template <IsNode Base>
 std::shared_ptr<Base> clone_of(Base const& node) {
     NodePointer copied = copy_of(node_of(node));
     auto const* const kind = static_cast<KindOfNode<Base> const*>(copied->kind);
-    return kind->face(std::move(copied));
+    return kind->handle(std::move(copied));
 }
 template <IsNode Base>
 std::shared_ptr<Base> copy_of(std::shared_ptr<Base> const& node) {
@@ -144,9 +144,9 @@ void require_shallow(NodeState const& state);
 std::size_t checked_index(NodeState const& state, std::string_view what, int index, std::size_t count);
 
 /// The type that a family numbers its kinds by.
-template <IsNode Face>
-int type_of(Face const& face) {
-    return node_of(face).kind->type;
+template <IsNode Handle>
+int type_of(Handle const& handle) {
+    return node_of(handle).kind->type;
 }
 
 /// The children of the same family; see KindOfNode::children.
@@ -204,7 +204,7 @@ struct Codec<std::shared_ptr<Base>> {
             if (name != json.end() && *name == kind->name) {
                 NodePointer state = kind->make();
                 kind->read(*state, json, reading);
-                node = kind->face(std::move(state));
+                node = kind->handle(std::move(state));
                 return;
             }
             names.append(names.empty() ? "" : ", ").append(kind->name);

@@ -57,8 +57,8 @@ struct NodeFunctions {
     static void inner(NodeState const& node, std::function<void(NodeState const&)> const& visit) {
         with_nodes(as_state(node), [&](std::string_view, auto const& held) { visit(node_of(*held)); });
     }
-    static std::shared_ptr<Base> face(NodePointer node) {
-        return std::make_shared<typename State::Face>(std::move(node));
+    static std::shared_ptr<Base> handle(NodePointer node) {
+        return std::make_shared<typename State::Handle>(std::move(node));
     }
     static std::vector<std::shared_ptr<Base>> children(NodeState const& node) {
         std::vector<std::shared_ptr<Base>> found;
@@ -76,7 +76,7 @@ KindOfNode<Base> const& node_kind() {
     static constexpr KindOfNode<Base> kind{
         {static_cast<int>(State::TYPE), State::NAME, Functions::make, Functions::copy, Functions::write,
          Functions::read, Functions::check, Functions::references, Functions::inner},
-        Functions::face,
+        Functions::handle,
         Functions::children};
     return kind;
 }

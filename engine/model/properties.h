@@ -50,8 +50,8 @@ void set_field(Owner const& owner, State& state, Member Base::*member, Value&& v
 }
 
 template <class State, class Member, class Value>
-void set(SimObject& face, Member State::*member, Value&& value) {
-    State& state = state_of<State>(face);
+void set(SimObject& handle, Member State::*member, Value&& value) {
+    State& state = state_of<State>(handle);
     set_field(owner_of(state), state, member, std::forward<Value>(value));
 }
 
@@ -69,12 +69,12 @@ Value const& get_field(Owner const& owner, State const& state, std::optional<Val
 
 /// The value of a field; of an optional one the value that is set.
 template <class State, class Member>
-Member const& get(SimObject& face, Member State::*member) {
-    return state_of<State>(face).*member;
+Member const& get(SimObject& handle, Member State::*member) {
+    return state_of<State>(handle).*member;
 }
 template <class State, class Value>
-Value const& get(SimObject& face, std::optional<Value> State::*member) {
-    State const& state = state_of<State>(face);
+Value const& get(SimObject& handle, std::optional<Value> State::*member) {
+    State const& state = state_of<State>(handle);
     return get_field(owner_of(state), state, member);
 }
 
@@ -114,9 +114,9 @@ void check_node(Owner const& owner, std::string const& path, State const& state)
 }
 
 /// Changes several fields of a node at once: all, or none when the outcome breaks a rule.
-template <class State, IsNode Face, class Edit>
-void change(Face& face, Edit const& edit) {
-    State& state = state_of<State>(face);
+template <class State, IsNode Handle, class Edit>
+void change(Handle& handle, Edit const& edit) {
+    State& state = state_of<State>(handle);
     State changed = state;
     edit(changed);
     with_nodes(changed,
@@ -125,9 +125,9 @@ void change(Face& face, Edit const& edit) {
     state = std::move(changed);
 }
 
-template <IsNode Face, class Member, class State, class Value>
-void set(Face& face, Member State::*member, Value&& value) {
-    State& state = state_of<State>(face);
+template <IsNode Handle, class Member, class State, class Value>
+void set(Handle& handle, Member State::*member, Value&& value) {
+    State& state = state_of<State>(handle);
     with_field(state, member, [&](std::string_view name, Member& field, auto const& rule) {
         Member stored(std::forward<Value>(value));
         // First how far it reaches, since the check goes all the way.
@@ -139,24 +139,24 @@ void set(Face& face, Member State::*member, Value&& value) {
     });
 }
 
-template <IsNode Face, class Member, class State>
-Member const& get(Face const& face, Member State::*member) {
-    return state_of<State>(face).*member;
+template <IsNode Handle, class Member, class State>
+Member const& get(Handle const& handle, Member State::*member) {
+    return state_of<State>(handle).*member;
 }
-template <IsNode Face, class Value, class State>
-Value const& get(Face const& face, std::optional<Value> State::*member) {
-    State const& state = state_of<State>(face);
+template <IsNode Handle, class Value, class State>
+Value const& get(Handle const& handle, std::optional<Value> State::*member) {
+    State const& state = state_of<State>(handle);
     return get_field(owner_of(state), state, member);
 }
 
 template <class State, class Value>
-bool has(SimObject& face, std::optional<Value> State::*member) {
-    return (state_of<State>(face).*member).has_value();
+bool has(SimObject& handle, std::optional<Value> State::*member) {
+    return (state_of<State>(handle).*member).has_value();
 }
 
 template <class State, class Value>
-void clear(SimObject& face, std::optional<Value> State::*member) {
-    (state_of<State>(face).*member).reset();
+void clear(SimObject& handle, std::optional<Value> State::*member) {
+    (state_of<State>(handle).*member).reset();
 }
 
 // Properties of objects that are shared outside of the project: nodes, distributions, times. The object keeps a copy
@@ -169,20 +169,20 @@ std::shared_ptr<T> copy_of(std::shared_ptr<T> const& value) {
 
 /// Refuses an empty pointer.
 template <class State, class T>
-void set_copy(SimObject& face, std::shared_ptr<T> State::*member, std::shared_ptr<T> const& value) {
-    State& state = state_of<State>(face);
+void set_copy(SimObject& handle, std::shared_ptr<T> State::*member, std::shared_ptr<T> const& value) {
+    State& state = state_of<State>(handle);
     if (!value) {
         with_field(state, member, [&](std::string_view name, auto const&...) {
             refuse_empty(Subject{owner_of(state), std::string(name)});
         });
     }
-    set(face, member, copy_of(value));
+    set(handle, member, copy_of(value));
 }
 
 /// A copy of the value. Throws Exception when none is set.
 template <class State, class T>
-std::shared_ptr<T> get_copy(SimObject& face, std::shared_ptr<T> State::*member) {
-    State& state = state_of<State>(face);
+std::shared_ptr<T> get_copy(SimObject& handle, std::shared_ptr<T> State::*member) {
+    State& state = state_of<State>(handle);
     if (!(state.*member)) {
         with_field(state, member, [&](std::string_view name, auto const&...) { refuse_unset(owner_of(state), name); });
     }
@@ -190,12 +190,12 @@ std::shared_ptr<T> get_copy(SimObject& face, std::shared_ptr<T> State::*member) 
 }
 
 template <class State, class T>
-bool has(SimObject& face, std::shared_ptr<T> State::*member) {
-    return state_of<State>(face).*member != nullptr;
+bool has(SimObject& handle, std::shared_ptr<T> State::*member) {
+    return state_of<State>(handle).*member != nullptr;
 }
 template <class State, class T>
-void clear(SimObject& face, std::shared_ptr<T> State::*member) {
-    (state_of<State>(face).*member).reset();
+void clear(SimObject& handle, std::shared_ptr<T> State::*member) {
+    (state_of<State>(handle).*member).reset();
 }
 
 /// The document that an object belongs to. Throws Exception when it belongs to none any more.

@@ -24,7 +24,7 @@ struct Reference;
 ///     struct PortalState : NetworkObjectState {
 ///         static constexpr ObjectType TYPE = ObjectType::PORTAL;
 ///         static constexpr std::string_view NAME = "Portal";
-///         using Face = Portal;                                    // the SDK's class
+///         using Handle = Portal;                                    // the SDK's class
 ///
 ///         AgentInitialPlacement placement = AgentInitialPlacement::RANDOM;
 ///
@@ -72,7 +72,7 @@ struct Kind {
     void (*read)(ObjectState& state, Json const& json, Reading& reading);
     void (*check)(ObjectState const& state);
     void (*references)(ObjectState const& state, std::vector<Reference>& found);
-    std::shared_ptr<SimObject> (*face)(std::shared_ptr<ObjectState> state);
+    std::shared_ptr<SimObject> (*handle)(std::shared_ptr<ObjectState> state);
 };
 
 /// The kind of a state. Defined in kind.h; a component instantiates it once for each of its kinds:
@@ -86,13 +86,13 @@ std::string title_of(ObjectState const& state);
 
 /// The way from a face of the SDK to the state behind it.
 struct ObjectAccess {
-    static std::shared_ptr<ObjectState> const& state(SimObject& face) { return face.state_; }
+    static std::shared_ptr<ObjectState> const& state(SimObject& handle) { return handle.state_; }
 };
 
 /// The state behind a face, by the type that belongs to the face's class.
 template <class State>
-State& state_of(SimObject& face) {
-    return static_cast<State&>(*ObjectAccess::state(face));
+State& state_of(SimObject& handle) {
+    return static_cast<State&>(*ObjectAccess::state(handle));
 }
 
 }  // namespace pedflux::engine

@@ -1,6 +1,6 @@
 #include "engine/navigation/building.h"
 
-#include "engine/geometry/plan_polygons.h"
+#include "engine/geometry/polygons.h"
 #include "engine/navigation/gate_distance.h"
 #include "engine/navigation/openings.h"
 
@@ -97,11 +97,11 @@ void pair_sites(Building& building) {
     for (RegionIndex r = 0; r < building.regions.size(); ++r) {
         RegionMap& region = building.regions[r];
         region.first_site = static_cast<std::uint32_t>(building.region_of.size());
-        building.region_of.insert(building.region_of.end(), region.sites.sites.size(), r);
-        for (std::uint32_t site = 0; site < region.sites.sites.size(); ++site) {
-            if (region.sites.sites[site].is_corner()) continue;
-            Gate const& gate = region.gates[region.sites.sites[site].gate];
-            (gate.forward ? forward : backward)[gate.connection].push_back(region.first_site + site);
+        building.region_of.insert(building.region_of.end(), region.waypoints.waypoints.size(), r);
+        for (std::uint32_t waypoint = 0; waypoint < region.waypoints.waypoints.size(); ++waypoint) {
+            if (region.waypoints.waypoints[waypoint].is_corner()) continue;
+            PortalEdge const& gate = region.gates[region.waypoints.waypoints[waypoint].gate];
+            (gate.forward ? forward : backward)[gate.connection].push_back(region.first_site + waypoint);
         }
     }
     building.opposite.assign(building.region_of.size(), none);
@@ -143,7 +143,7 @@ Building building_of(NavigationInput const& input) {
         region.clear_mesh = Mesh(region.clear);
     }
     for (ConnectionIndex i = 0; i < building.connections.size(); ++i) add_gates(building, i);
-    for (RegionMap& region : building.regions) region.sites = sites_of(region.clear_mesh, region.gates);
+    for (RegionMap& region : building.regions) region.waypoints = sites_of(region.clear_mesh, region.gates);
     pair_sites(building);
     return building;
 }

@@ -1,13 +1,14 @@
 #pragma once
 
-#include "engine/navigation/sites.h"
+#include "engine/navigation/waypoints.h"
 
 #include <string>
 #include <vector>
 
 namespace pedflux::engine::navigation {
 
-/// A region as routes use it. Sites are numbered within the region; `first_site` makes them numbers of the building.
+/// A region as routes use it. Waypoints are numbered within the region; `first_site` makes them numbers of the
+/// building.
 struct RegionMap {
     std::string name;
     double length_factor = 1;
@@ -19,8 +20,8 @@ struct RegionMap {
     Polygons clear_reach;
     Mesh walkable_mesh;
     Mesh clear_mesh;
-    std::vector<Gate> gates;
-    Sites sites;
+    std::vector<PortalEdge> gates;
+    Waypoints waypoints;
     std::uint32_t first_site = 0;
 };
 
@@ -39,16 +40,16 @@ Building building_of(NavigationInput const& input);
 /// Throws Exception when the destination lies nowhere in its regions.
 void check_destination(Building const& building, Destination const& destination);
 
-inline Site const& site_of(Building const& building, std::uint32_t site) {
-    RegionMap const& region = building.regions[building.region_of[site]];
-    return region.sites.sites[site - region.first_site];
+inline Waypoint const& site_of(Building const& building, std::uint32_t waypoint) {
+    RegionMap const& region = building.regions[building.region_of[waypoint]];
+    return region.waypoints.waypoints[waypoint - region.first_site];
 }
 
-inline Gate const& gate_of(Building const& building, std::uint32_t site) {
-    return building.regions[building.region_of[site]].gates[site_of(building, site).gate];
+inline PortalEdge const& gate_of(Building const& building, std::uint32_t waypoint) {
+    return building.regions[building.region_of[waypoint]].gates[site_of(building, waypoint).gate];
 }
 
-inline bool is_open(Gate const& gate, Passage const& passage) {
+inline bool is_open(PortalEdge const& gate, Passage const& passage) {
     return gate.forward ? passage.open_forward : passage.open_backward;
 }
 

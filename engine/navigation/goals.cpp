@@ -28,7 +28,11 @@ std::optional<Part> part_in(Mesh const& mesh, std::uint32_t triangle, Segment li
 class GoalLookout {
   public:
     GoalLookout(RegionMap const& region, double metre, RegionGoals& goals)
-        : region_(region), metre_(metre), mesh_(region.clear_mesh), goals_(goals), best_(region.sites.sites.size()) {}
+        : region_(region),
+          metre_(metre),
+          mesh_(region.clear_mesh),
+          goals_(goals),
+          best_(region.waypoints.waypoints.size()) {}
 
     void look_from_line(Segment line) {
         Point const aside = turned_left(unit(line.to - line.from));
@@ -62,14 +66,14 @@ class GoalLookout {
 
     void give_lists() {
         goals_.views = listed(mesh_.triangles().size(), views_);
-        for (std::uint32_t site = 0; site < best_.size(); ++site)
-            if (best_[site]) goals_.sights.push_back({site, best_[site]->distance, best_[site]->goal});
+        for (std::uint32_t waypoint = 0; waypoint < best_.size(); ++waypoint)
+            if (best_[waypoint]) goals_.sights.push_back({waypoint, best_[waypoint]->distance, best_[waypoint]->goal});
     }
 
     void reach_sites_in_areas() {
-        for (std::uint32_t site = 0; site < best_.size(); ++site)
-            if (Point const point = region_.sites.sites[site].point; contains(goals_.areas, point))
-                best_[site] = {site, 0, point};
+        for (std::uint32_t waypoint = 0; waypoint < best_.size(); ++waypoint)
+            if (Point const point = region_.waypoints.waypoints[waypoint].point; contains(goals_.areas, point))
+                best_[waypoint] = {waypoint, 0, point};
     }
 
   private:
@@ -110,7 +114,7 @@ class GoalLookout {
         Point const point = goals_.sources[source].line.from;
         views_.push_back({triangle, {source, point, point}});
         for (std::uint32_t const vertex : mesh_.triangles()[triangle].corner) see_corners(source, vertex);
-        for (std::uint32_t const site : region_.sites.gate_points_in[triangle]) note(source, site);
+        for (std::uint32_t const waypoint : region_.waypoints.gate_points_in[triangle]) note(source, waypoint);
     }
 
     void see_triangle_sites(std::uint32_t source, FromLine const& eye, View const& view) {
@@ -121,24 +125,24 @@ class GoalLookout {
 
     template <class Eye>
     void see_gate_points(std::uint32_t source, Eye const& eye, View const& view) {
-        for (std::uint32_t const site : region_.sites.gate_points_in[view.triangle])
-            if (sees(eye, view.right.point, view.left.point, region_.sites.sites[site].point, touching))
-                note(source, site);
+        for (std::uint32_t const waypoint : region_.waypoints.gate_points_in[view.triangle])
+            if (sees(eye, view.right.point, view.left.point, region_.waypoints.waypoints[waypoint].point, touching))
+                note(source, waypoint);
     }
 
     void see_corners(std::uint32_t source, std::uint32_t vertex) {
-        for (std::uint32_t const site : region_.sites.corners_at[vertex]) {
-            Site const& corner = region_.sites.sites[site];
+        for (std::uint32_t const waypoint : region_.waypoints.corners_at[vertex]) {
+            Waypoint const& corner = region_.waypoints.waypoints[waypoint];
             Point const away = nearest_point(goals_.sources[source].line, corner.point) - corner.point;
-            if (length(away) <= touching || leads_inside(corner, unit(away))) note(source, site);
+            if (length(away) <= touching || leads_inside(corner, unit(away))) note(source, waypoint);
         }
     }
 
-    void note(std::uint32_t source, std::uint32_t site) {
-        Point const from = region_.sites.sites[site].point;
+    void note(std::uint32_t source, std::uint32_t waypoint) {
+        Point const from = region_.waypoints.waypoints[waypoint].point;
         Point const goal = nearest_point(goals_.sources[source].line, from);
         double const walked = metre_ * distance(from, goal);
-        if (!best_[site] || walked < best_[site]->distance) best_[site] = {site, walked, goal};
+        if (!best_[waypoint] || walked < best_[waypoint]->distance) best_[waypoint] = {waypoint, walked, goal};
     }
 
     RegionMap const& region_;

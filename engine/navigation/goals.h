@@ -24,7 +24,7 @@ struct GoalView {
 
 /// A site from which a destination is in sight.
 struct GoalSight {
-    std::uint32_t site = none;
+    std::uint32_t waypoint = none;
     double distance = 0;
     Point goal;
 };

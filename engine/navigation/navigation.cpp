@@ -125,14 +125,14 @@ std::vector<WayPoint> Navigation::path(RegionIndex region, Point point, Destinat
 
     Building const& building = state_->building;
     Routes const& routes = state_->routes[destination];
-    std::uint32_t site = building.regions[region].first_site + hint.aimed;
-    for (bool after = false; site != none && way.size() <= 2 * building.region_of.size();) {
-        bool const through_gate = !after && building.opposite[site] != none;
-        Onward const& onward = (after ? routes.ways.onward_after : routes.ways.onward)[site];
-        RegionIndex const region_there = building.region_of[through_gate ? onward.site : site];
-        Point const there = through_gate ? across(building, site, way.back().point) : onward.point;
+    std::uint32_t waypoint = building.regions[region].first_site + hint.aimed;
+    for (bool after = false; waypoint != none && way.size() <= 2 * building.region_of.size();) {
+        bool const through_gate = !after && building.opposite[waypoint] != none;
+        Onward const& onward = (after ? routes.ways.onward_after : routes.ways.onward)[waypoint];
+        RegionIndex const region_there = building.region_of[through_gate ? onward.waypoint : waypoint];
+        Point const there = through_gate ? across(building, waypoint, way.back().point) : onward.point;
         if (!(there == way.back().point) || region_there != way.back().region) way.push_back({region_there, there});
-        site = onward.site;
+        waypoint = onward.waypoint;
         after = through_gate;
     }
     return way;

@@ -41,7 +41,7 @@ class Question {
         }
     };
 
-    Site const& site(std::uint32_t number) const { return region_.sites.sites[number]; }
+    Waypoint const& waypoint(std::uint32_t number) const { return region_.waypoints.waypoints[number]; }
     double rest(std::uint32_t number) const { return ways_.rest[region_.first_site + number]; }
     double walk_to(Point point) const { return metre_ * distance(place_.point, point); }
 
@@ -49,10 +49,12 @@ class Question {
     bool in_view(SiteView const& view, Point behind) const {
         if (view.right == none && view.left == none) return true;
         auto const& vertices = region_.clear_mesh.vertices();
-        return sees(FromPoint{site(view.site).point}, view.right == none ? behind : vertices[view.right],
+        return sees(FromPoint{waypoint(view.waypoint).point}, view.right == none ? behind : vertices[view.right],
                     view.left == none ? behind : vertices[view.left], place_.point, touching);
     }
-    bool in_view(SiteView const& view) const { return in_view(view, bound_behind(site(view.site), onward(view.site))); }
+    bool in_view(SiteView const& view) const {
+        return in_view(view, bound_behind(waypoint(view.waypoint), onward(view.waypoint)));
+    }
 
     Best best_goal() const;
     Best best_site() const;
@@ -82,7 +84,7 @@ RouteStep Question::to_goal(std::uint32_t view) const {
 
 RouteStep Question::to_corner(RouteHint const& hint) const {
     RouteStep step;
-    Site const& corner = site(hint.aimed);
+    Waypoint const& corner = waypoint(hint.aimed);
     step.kind = RouteStep::Kind::CORNER;
     step.aim = corner.point;
     step.onward = onward(hint.aimed).point;
@@ -99,19 +101,19 @@ RouteStep Question::to_gate(RouteHint const& hint) const {
     RouteStep step;
     std::uint32_t const point = hint.aimed;
     step.kind = RouteStep::Kind::CONNECTION;
-    step.aim = site(point).point;
+    step.aim = waypoint(point).point;
     step.distance = walk_to(step.aim) + rest(point);
     std::uint32_t const first = std::max(point, hint.first_in_sight + 1) - 1;
     for (std::uint32_t i = first; i < std::min(point + 1, hint.last_in_sight); ++i) {
         if (rest(i) == unreachable || rest(i + 1) == unreachable) continue;
         WayThrough const way =
-            way_through(place_.point, {site(i).point, site(i + 1).point}, rest(i), rest(i + 1), metre_);
+            way_through(place_.point, {waypoint(i).point, waypoint(i + 1).point}, rest(i), rest(i + 1), metre_);
         if (way.distance >= step.distance) continue;
         step.distance = way.distance;
         step.aim = way.point;
     }
-    step.target = {site(hint.first_in_sight).point, site(hint.last_in_sight).point};
-    Gate const& gate = region_.gates[site(point).gate];
+    step.target = {waypoint(hint.first_in_sight).point, waypoint(hint.last_in_sight).point};
+    PortalEdge const& gate = region_.gates[waypoint(point).gate];
     step.connection = gate.connection;
     step.forward = gate.forward;
     return step;
@@ -124,14 +126,14 @@ std::optional<RouteStep> Question::held(RouteHint const& hint) const {
         return to_goal(hint.aimed);
     }
     if (!in_view({hint.aimed, hint.right, hint.left}, hint.behind)) return std::nullopt;
-    Site const& aimed = site(hint.aimed);
+    Waypoint const& aimed = waypoint(hint.aimed);
     if (aimed.is_corner()) {
         if (squared_length(place_.point - aimed.point) <= touching * touching) return std::nullopt;
         return to_corner(hint);
     }
     RouteStep const step = to_gate(hint);
-    bool const slid_off = (hint.aimed > hint.first_in_sight && step.aim == site(hint.aimed - 1).point) ||
-                          (hint.aimed < hint.last_in_sight && step.aim == site(hint.aimed + 1).point);
+    bool const slid_off = (hint.aimed > hint.first_in_sight && step.aim == waypoint(hint.aimed - 1).point) ||
+                          (hint.aimed < hint.last_in_sight && step.aim == waypoint(hint.aimed + 1).point);
     if (slid_off) return std::nullopt;
     return step;
 }
@@ -157,22 +159,23 @@ Question::Best Question::best_site() const {
     std::uint32_t const end = views_.begin[place_.triangle + 1];
     for (std::uint32_t i = begin; i < end; ++i) {
         SiteView const& view = views_.things[i];
-        double const on = rest(view.site);
+        double const on = rest(view.waypoint);
         if (on == unreachable) continue;
-        double const whole = walk_to(site(view.site).point) + on;
-        if (site(view.site).is_corner()) {
+        double const whole = walk_to(waypoint(view.waypoint).point) + on;
+        if (waypoint(view.waypoint).is_corner()) {
             if (whole < best.distance + equally_long && in_view(view)) best.offer({whole, on, i, false});
             continue;
         }
-        if (view.site == last_gate_point || !in_view(view)) continue;
+        if (view.waypoint == last_gate_point || !in_view(view)) continue;
         best.offer({whole, on, i, false});
-        if (last_gate_point != none && last_gate_point + 1 == view.site &&
-            site(last_gate_point).gate == site(view.site).gate) {
-            WayThrough const way = way_through(place_.point, {site(last_gate_point).point, site(view.site).point},
-                                               rest(last_gate_point), on, metre_);
+        if (last_gate_point != none && last_gate_point + 1 == view.waypoint &&
+            waypoint(last_gate_point).gate == waypoint(view.waypoint).gate) {
+            WayThrough const way =
+                way_through(place_.point, {waypoint(last_gate_point).point, waypoint(view.waypoint).point},
+                            rest(last_gate_point), on, metre_);
             best.offer({way.distance, on, i, false});
         }
-        last_gate_point = view.site;
+        last_gate_point = view.waypoint;
     }
     return best;
 }
@@ -183,15 +186,15 @@ void Question::note_gate_in_sight(RouteHint& hint) const {
     hint.first_in_sight = hint.last_in_sight = aimed;
     auto const views = views_[place_.triangle];
     auto const seen = [&](std::uint32_t point) {
-        auto view =
-            std::lower_bound(views.begin(), views.end(), point,
-                             [](SiteView const& candidate, std::uint32_t number) { return candidate.site < number; });
-        for (; view != views.end() && view->site == point; ++view)
+        auto view = std::lower_bound(
+            views.begin(), views.end(), point,
+            [](SiteView const& candidate, std::uint32_t number) { return candidate.waypoint < number; });
+        for (; view != views.end() && view->waypoint == point; ++view)
             if (in_view(*view)) return true;
         return false;
     };
-    auto const& gate_begin = region_.sites.gate_begin;
-    std::uint32_t const gate = site(aimed).gate;
+    auto const& gate_begin = region_.waypoints.gate_begin;
+    std::uint32_t const gate = waypoint(aimed).gate;
     while (hint.first_in_sight > gate_begin[gate] && seen(hint.first_in_sight - 1)) --hint.first_in_sight;
     while (hint.last_in_sight + 1 < gate_begin[gate + 1] && seen(hint.last_in_sight + 1)) ++hint.last_in_sight;
 }
@@ -208,17 +211,17 @@ RouteStep Question::fresh(RouteHint& hint) const {
         return to_goal(best.view);
     }
     SiteView const& view = views_.things[best.view];
-    hint.aimed = view.site;
+    hint.aimed = view.waypoint;
     hint.right = view.right;
     hint.left = view.left;
-    Site const& aimed = site(view.site);
+    Waypoint const& aimed = waypoint(view.waypoint);
     if (!aimed.is_corner()) {
         note_gate_in_sight(hint);
         return to_gate(hint);
     }
-    hint.rest = rest(view.site);
-    hint.behind = bound_behind(aimed, onward(view.site));
-    if (view.site != corner_before)
+    hint.rest = rest(view.waypoint);
+    hint.behind = bound_behind(aimed, onward(view.waypoint));
+    if (view.waypoint != corner_before)
         hint.spread_in_sight = region_.clear_mesh.walk(place_, aimed.spread_end) == aimed.spread_end;
     return to_corner(hint);
 }

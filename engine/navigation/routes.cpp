@@ -20,15 +20,15 @@ constexpr double no_shorter = 1e-9;
 /// the gate's other side, by those who are about to enter it.
 struct Reached {
     double distance = 0;
-    std::uint32_t site = none;
+    std::uint32_t waypoint = none;
     bool after = false;
 
     bool operator>(Reached const& other) const {
-        return std::tie(distance, site, after) > std::tie(other.distance, other.site, other.after);
+        return std::tie(distance, waypoint, after) > std::tie(other.distance, other.waypoint, other.after);
     }
 };
 
-bool is_closed(RouteClass const& people, Gate const& gate) {
+bool is_closed(RouteClass const& people, PortalEdge const& gate) {
     if (people.closed.empty()) return false;
     auto const& closure = people.closed[gate.connection];
     return gate.forward ? closure.forward : closure.backward;
@@ -41,55 +41,56 @@ class Search {
     void start_from_goals() {
         for (std::size_t r = 0; r < building_.regions.size(); ++r)
             for (GoalSight const& sight : routes_.goals[r].sights)
-                reach(building_.regions[r].first_site + sight.site, sight.distance, {sight.goal, none});
+                reach(building_.regions[r].first_site + sight.waypoint, sight.distance, {sight.goal, none});
     }
 
     /// Those at the site can enter its gate and are then as far as the other side says.
-    void enter_gate(std::uint32_t site) {
-        std::uint32_t const other = building_.opposite[site];
-        Gate const& gate = gate_of(building_, site);
+    void enter_gate(std::uint32_t waypoint) {
+        std::uint32_t const other = building_.opposite[waypoint];
+        PortalEdge const& gate = gate_of(building_, waypoint);
         Passage const& passage = building_.connections[gate.connection].passage;
         if (!is_open(gate, passage) || is_closed(routes_.people, gate)) return;
         double const distance = routes_.ways.rest_after[other] + passage.cost;
-        if (distance >= routes_.ways.rest[site] - no_shorter) return;
-        routes_.ways.rest[site] = distance;
-        routes_.ways.onward[site] = {site_of(building_, other).point, other};
-        reached_.push({distance, site, false});
+        if (distance >= routes_.ways.rest[waypoint] - no_shorter) return;
+        routes_.ways.rest[waypoint] = distance;
+        routes_.ways.onward[waypoint] = {site_of(building_, other).point, other};
+        reached_.push({distance, waypoint, false});
     }
 
     void run() {
         while (!reached_.empty()) {
             Reached const next = reached_.top();
             reached_.pop();
-            if (next.distance > (next.after ? routes_.ways.rest_after : routes_.ways.rest)[next.site]) continue;
+            if (next.distance > (next.after ? routes_.ways.rest_after : routes_.ways.rest)[next.waypoint]) continue;
             if (next.after)
-                enter_gate(building_.opposite[next.site]);
+                enter_gate(building_.opposite[next.waypoint]);
             else
-                spread(next.site);
+                spread(next.waypoint);
         }
     }
 
   private:
-    void reach(std::uint32_t site, double distance, Onward onward) {
-        bool const after = !site_of(building_, site).is_corner();
-        double& known = (after ? routes_.ways.rest_after : routes_.ways.rest)[site];
+    void reach(std::uint32_t waypoint, double distance, Onward onward) {
+        bool const after = !site_of(building_, waypoint).is_corner();
+        double& known = (after ? routes_.ways.rest_after : routes_.ways.rest)[waypoint];
         if (distance >= known - no_shorter) return;
         known = distance;
-        (after ? routes_.ways.onward_after : routes_.ways.onward)[site] = onward;
-        reached_.push({distance, site, after});
+        (after ? routes_.ways.onward_after : routes_.ways.onward)[waypoint] = onward;
+        reached_.push({distance, waypoint, after});
     }
 
-    void spread(std::uint32_t site) {
-        RegionIndex const index = building_.region_of[site];
+    void spread(std::uint32_t waypoint) {
+        RegionIndex const index = building_.region_of[waypoint];
         RegionMap const& region = building_.regions[index];
         double const metre = routes_.metre_costs[index];
-        std::uint32_t const local = site - region.first_site;
-        Site const& from = region.sites.sites[local];
-        for (SiteLink const& link : region.sites.links[local])
-            reach(region.first_site + link.site, routes_.ways.rest[site] + metre * link.length, {from.point, site});
+        std::uint32_t const local = waypoint - region.first_site;
+        Waypoint const& from = region.waypoints.waypoints[local];
+        for (SiteLink const& link : region.waypoints.links[local])
+            reach(region.first_site + link.waypoint, routes_.ways.rest[waypoint] + metre * link.length,
+                  {from.point, waypoint});
         if (from.is_corner()) return;
-        if (local > region.sites.gate_begin[from.gate]) spread_between(region, metre, local - 1, local);
-        if (local + 1 < region.sites.gate_begin[from.gate + 1]) spread_between(region, metre, local, local + 1);
+        if (local > region.waypoints.gate_begin[from.gate]) spread_between(region, metre, local - 1, local);
+        if (local + 1 < region.waypoints.gate_begin[from.gate + 1]) spread_between(region, metre, local, local + 1);
     }
 
     /// Through the gate between two of its points, to all who see both.
@@ -97,18 +98,18 @@ class Search {
         double const first_rest = routes_.ways.rest[region.first_site + first];
         double const second_rest = routes_.ways.rest[region.first_site + second];
         if (first_rest == unreachable || second_rest == unreachable) return;
-        Segment const piece{region.sites.sites[first].point, region.sites.sites[second].point};
-        auto const left = region.sites.links[first];
-        auto const right = region.sites.links[second];
+        Segment const piece{region.waypoints.waypoints[first].point, region.waypoints.waypoints[second].point};
+        auto const left = region.waypoints.links[first];
+        auto const right = region.waypoints.links[second];
         for (auto a = left.begin(), b = right.begin(); a != left.end() && b != right.end();) {
-            if (a->site != b->site) {
-                ++(a->site < b->site ? a : b);
+            if (a->waypoint != b->waypoint) {
+                ++(a->waypoint < b->waypoint ? a : b);
                 continue;
             }
             WayThrough const way =
-                way_through(region.sites.sites[a->site].point, piece, first_rest, second_rest, metre);
+                way_through(region.waypoints.waypoints[a->waypoint].point, piece, first_rest, second_rest, metre);
             bool const nearer_second = distance(way.point, piece.to) < distance(way.point, piece.from);
-            reach(region.first_site + a->site, way.distance,
+            reach(region.first_site + a->waypoint, way.distance,
                   {way.point, region.first_site + (nearer_second ? second : first)});
             ++a;
             ++b;
@@ -133,7 +134,7 @@ void find_all(Routes& routes, Building const& building) {
 
 /// Whether the way from another site leads through this gate point.
 bool is_used(Routes const& routes, std::uint32_t gate_point) {
-    auto const leads_there = [gate_point](Onward const& onward) { return onward.site == gate_point; };
+    auto const leads_there = [gate_point](Onward const& onward) { return onward.waypoint == gate_point; };
     return std::any_of(routes.ways.onward.begin(), routes.ways.onward.end(), leads_there) ||
            std::any_of(routes.ways.onward_after.begin(), routes.ways.onward_after.end(), leads_there);
 }
@@ -141,15 +142,15 @@ bool is_used(Routes const& routes, std::uint32_t gate_point) {
 void find_views(Routes& routes, Building const& building, RegionIndex index) {
     RegionMap const& region = building.regions[index];
     auto const of_region = [&](auto const& values) {
-        return std::span(values).subspan(region.first_site, region.sites.sites.size());
+        return std::span(values).subspan(region.first_site, region.waypoints.waypoints.size());
     };
     routes.views[index] = views_to(region, routes.metre_costs[index], of_region(routes.ways.rest),
                                    of_region(routes.ways.onward), of_region(routes.ways.rest_after));
 }
 
-bool same(Ways const& left, Ways const& right, std::uint32_t site) {
-    return left.rest[site] == right.rest[site] && left.rest_after[site] == right.rest_after[site] &&
-           left.onward[site].point == right.onward[site].point;
+bool same(Ways const& left, Ways const& right, std::uint32_t waypoint) {
+    return left.rest[waypoint] == right.rest[waypoint] && left.rest_after[waypoint] == right.rest_after[waypoint] &&
+           left.onward[waypoint].point == right.onward[waypoint].point;
 }
 
 void check_class(Building const& building, RouteClass const& people) {
@@ -193,16 +194,17 @@ Routes routes_to(Building const& building, Destination const& destination, Route
 void follow_change(Routes& routes, Building const& building, ConnectionIndex connection) {
     bool longer = false;
     std::vector<std::uint32_t> changed;
-    for (std::uint32_t site = 0; site < building.opposite.size(); ++site) {
-        if (building.opposite[site] == none) continue;
-        Gate const& gate = gate_of(building, site);
+    for (std::uint32_t waypoint = 0; waypoint < building.opposite.size(); ++waypoint) {
+        if (building.opposite[waypoint] == none) continue;
+        PortalEdge const& gate = gate_of(building, waypoint);
         if (gate.connection != connection) continue;
         Passage const& passage = building.connections[connection].passage;
         bool const is_passed = is_open(gate, passage) && !is_closed(routes.people, gate);
-        double const rest = is_passed ? routes.ways.rest_after[building.opposite[site]] + passage.cost : unreachable;
-        if (rest == routes.ways.rest[site]) continue;
-        changed.push_back(site);
-        longer = longer || (rest > routes.ways.rest[site] && is_used(routes, site));
+        double const rest =
+            is_passed ? routes.ways.rest_after[building.opposite[waypoint]] + passage.cost : unreachable;
+        if (rest == routes.ways.rest[waypoint]) continue;
+        changed.push_back(waypoint);
+        longer = longer || (rest > routes.ways.rest[waypoint] && is_used(routes, waypoint));
     }
     if (changed.empty()) return;
     ++routes.version;
@@ -211,17 +213,17 @@ void follow_change(Routes& routes, Building const& building, ConnectionIndex con
         find_all(routes, building);
     else {
         Search search(building, routes);
-        for (std::uint32_t const site : changed) {
-            routes.ways.rest[site] = unreachable;
-            search.enter_gate(site);
+        for (std::uint32_t const waypoint : changed) {
+            routes.ways.rest[waypoint] = unreachable;
+            search.enter_gate(waypoint);
         }
         search.run();
     }
     for (RegionIndex r = 0; r < building.regions.size(); ++r) {
         std::uint32_t const first = building.regions[r].first_site;
-        std::uint32_t const end = first + static_cast<std::uint32_t>(building.regions[r].sites.sites.size());
-        for (std::uint32_t site = first; site < end; ++site)
-            if (!same(before, routes.ways, site)) {
+        std::uint32_t const end = first + static_cast<std::uint32_t>(building.regions[r].waypoints.waypoints.size());
+        for (std::uint32_t waypoint = first; waypoint < end; ++waypoint)
+            if (!same(before, routes.ways, waypoint)) {
                 find_views(routes, building, r);
                 break;
             }

@@ -1,6 +1,6 @@
 #include "engine/navigation/triangulation.h"
 
-#include "engine/geometry/plan_polygons.h"
+#include "engine/geometry/polygons.h"
 
 #include <pedflux/exception.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/geometry/plan.h"
+#include "engine/geometry/plane.h"
 #include "engine/navigation/navigation_input.h"
 
 #include <array>
@@ -24,7 +24,7 @@ struct Triangulation {
     std::vector<Triangle> triangles;
 };
 
-/// The constrained Delaunay triangulation of polygons as engine/geometry/plan_polygons.h gives them. Vertices are those
+/// The constrained Delaunay triangulation of polygons as engine/geometry/polygons.h gives them. Vertices are those
 /// of the polygons, each once; where rings touch in a point the triangles on both sides share the vertex only.
 ///
 /// Points are added from left to right, each joined to the hull that it sees (Lawson's flips keep it Delaunay); rings

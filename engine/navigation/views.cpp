@@ -17,11 +17,12 @@ class Viewing {
         bound_vertices();
     }
 
-    void add_corner(std::uint32_t site);
+    void add_corner(std::uint32_t waypoint);
 
-    void add_gate_point(std::uint32_t site) {
-        for (Outlook const& outlook : region_.sites.gate_outlooks[site - region_.sites.gate_begin.front()])
-            if (may_be_shortest(site, outlook.triangle)) add(outlook.triangle, {site, outlook.right, outlook.left});
+    void add_gate_point(std::uint32_t waypoint) {
+        for (Outlook const& outlook : region_.waypoints.gate_outlooks[waypoint - region_.waypoints.gate_begin.front()])
+            if (may_be_shortest(waypoint, outlook.triangle))
+                add(outlook.triangle, {waypoint, outlook.right, outlook.left});
     }
 
     Lists<SiteView> lists() const { return listed(mesh_.triangles().size(), views_); }
@@ -29,7 +30,7 @@ class Viewing {
   private:
     void add(std::uint32_t triangle, SiteView const& view) { views_.emplace_back(triangle, view); }
     void bound_vertices();
-    bool may_be_shortest(std::uint32_t site, std::uint32_t triangle) const;
+    bool may_be_shortest(std::uint32_t waypoint, std::uint32_t triangle) const;
 
     RegionMap const& region_;
     double metre_;
@@ -44,7 +45,7 @@ class Viewing {
 void Viewing::bound_vertices() {
     within_.assign(mesh_.vertices().size(), std::numeric_limits<double>::infinity());
     for (std::size_t vertex = 0; vertex < within_.size(); ++vertex) {
-        auto const corners = region_.sites.corners_at[vertex];
+        auto const corners = region_.waypoints.corners_at[vertex];
         // Where areas touch in a vertex they share it without a way from one to the other.
         if (corners.size() == 1) within_[vertex] = rest_[corners[0]];
     }
@@ -53,8 +54,8 @@ void Viewing::bound_vertices() {
 /// Whether the way from somewhere in the triangle straight to the site could be the shortest, as far as the ways from
 /// the triangle's corners tell. From the corner v, with the rest R of its way, one is at most |p - v| + R away at p; by
 /// the site, at least (p - site) . u + rest for any unit vector u. The difference of the two is smallest at a corner.
-bool Viewing::may_be_shortest(std::uint32_t site, std::uint32_t triangle) const {
-    Point const from = region_.sites.sites[site].point;
+bool Viewing::may_be_shortest(std::uint32_t waypoint, std::uint32_t triangle) const {
+    Point const from = region_.waypoints.waypoints[waypoint].point;
     auto const corners = mesh_.corners(triangle);
     Point const middle = 1.0 / 3 * (corners[0] + corners[1] + corners[2]);
     Point const direction = unit(middle - from);
@@ -64,20 +65,20 @@ bool Viewing::may_be_shortest(std::uint32_t site, std::uint32_t triangle) const 
         double least = std::numeric_limits<double>::infinity();
         for (Point const point : corners)
             least = std::min(least, dot(point - from, direction) - distance(point, corners[i]));
-        if (rest_[site] + metre_ * least > within + equally_long) return false;
+        if (rest_[waypoint] + metre_ * least > within + equally_long) return false;
     }
     return true;
 }
 
 /// A corner comes next for those to whom it hides the way that goes on from it: they see it between one of its walls
 /// and the line that leads on through it.
-void Viewing::add_corner(std::uint32_t site) {
-    Site const& corner = region_.sites.sites[site];
+void Viewing::add_corner(std::uint32_t waypoint) {
+    Waypoint const& corner = region_.waypoints.waypoints[waypoint];
     FromPoint const eye{corner.point};
-    Point const direction = onward_[site].point - corner.point;
+    Point const direction = onward_[waypoint].point - corner.point;
     bool const ends_here = length(direction) <= touching;
     if (!ends_here && !bends_around(corner, unit(direction))) return;
-    Bound const behind{bound_behind(corner, onward_[site]), none};
+    Bound const behind{bound_behind(corner, onward_[waypoint]), none};
     bool const bounds_right = !ends_here && cross(direction, corner.right_wall + corner.left_wall) <= 0;
     bool const bounds_left = !ends_here && !bounds_right;
     for (Wedge const wedge : fan_of(mesh_, corner)) {
@@ -93,13 +94,13 @@ void Viewing::add_corner(std::uint32_t site) {
             if (eye.leftness(behind.point, right.point) >= 0) continue;
             if (eye.leftness(behind.point, left.point) > 0) left = behind;
         }
-        add(wedge.triangle, {site, right.vertex, left.vertex});
+        add(wedge.triangle, {waypoint, right.vertex, left.vertex});
         look_through(
             mesh_, eye, wedge.triangle, wedge.corner, right, left,
             [&](View const& view) {
                 // Where another way is shorter, it is also shorter for all further away in the same direction.
-                if (!may_be_shortest(site, view.triangle)) return false;
-                add(view.triangle, {site, view.right.vertex, view.left.vertex});
+                if (!may_be_shortest(waypoint, view.triangle)) return false;
+                add(view.triangle, {waypoint, view.right.vertex, view.left.vertex});
                 return true;
             },
             [](std::uint32_t) {});
@@ -111,12 +112,13 @@ void Viewing::add_corner(std::uint32_t site) {
 Lists<SiteView> views_to(RegionMap const& region, double metre, std::span<double const> rest,
                          std::span<Onward const> onward, std::span<double const> rest_after) {
     Viewing viewing(region, metre, rest, onward);
-    for (std::uint32_t site = 0; site < region.sites.sites.size(); ++site) {
-        if (!std::isfinite(rest[site])) continue;
-        if (region.sites.sites[site].is_corner())
-            viewing.add_corner(site);
-        else if (rest[site] < rest_after[site])  // Otherwise nobody goes through the gate: another way is shorter.
-            viewing.add_gate_point(site);
+    for (std::uint32_t waypoint = 0; waypoint < region.waypoints.waypoints.size(); ++waypoint) {
+        if (!std::isfinite(rest[waypoint])) continue;
+        if (region.waypoints.waypoints[waypoint].is_corner())
+            viewing.add_corner(waypoint);
+        else if (rest[waypoint] <
+                 rest_after[waypoint])  // Otherwise nobody goes through the gate: another way is shorter.
+            viewing.add_gate_point(waypoint);
     }
     return viewing.lists();
 }

@@ -10,20 +10,20 @@ namespace pedflux::engine::navigation {
 struct Onward {
     /// Its next point, and the site that this is or, in a gate, that is nearest to it; `none` when it is the goal.
     Point point;
-    std::uint32_t site = none;
+    std::uint32_t waypoint = none;
 };
 
 /// A site that may be the next point of the shortest way from somewhere in a triangle: there it is seen between two
 /// vertices. `none` on one side of a corner stands for the line on which the way that goes on from the corner comes
 /// into sight; on both sides of a gate point it is seen from all of the triangle.
 struct SiteView {
-    std::uint32_t site = none;
+    std::uint32_t waypoint = none;
     std::uint32_t right = none;
     std::uint32_t left = none;
 };
 
 /// The point that bounds the view of a corner where no vertex does.
-inline Point bound_behind(Site const& corner, Onward const& onward) { return 2 * corner.point - onward.point; }
+inline Point bound_behind(Waypoint const& corner, Onward const& onward) { return 2 * corner.point - onward.point; }
 
 /// Per triangle, the sites of a region that may come next on the way to one destination; by ascending site. What is
 /// given is per site of the region: the metres to walk from it, how the way goes on, and the metres to walk from a

@@ -1,6 +1,6 @@
-#include "engine/model/avatar_state.h"
 #include "engine/model/properties.h"
 #include "engine/project/avatar_presets.h"
+#include "engine/scene/avatar_state.h"
 
 #include <pedflux/avatars.h>
 #include <pedflux/geometry.h>

@@ -1,6 +1,6 @@
 #include "engine/project/avatar_presets.h"
 
-#include "engine/model/avatar_state.h"
+#include "engine/scene/avatar_state.h"
 
 #include <pedflux/project.h>
 

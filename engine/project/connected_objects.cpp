@@ -1,9 +1,9 @@
 #include "engine/model/check.h"
 #include "engine/model/document.h"
-#include "engine/model/goal_lines.h"
-#include "engine/model/scene_states.h"
-#include "engine/model/server_states.h"
-#include "engine/simulation/contacts.h"
+#include "engine/scene/goal_lines.h"
+#include "engine/scene/scene_states.h"
+#include "engine/scene/server_states.h"
+#include "engine/simulation/world/contacts.h"
 #include "engine/transport/elevator_states.h"
 
 #include <pedflux/project.h>

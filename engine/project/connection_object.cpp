@@ -1,12 +1,12 @@
-#include "engine/behaviour/distribution_face.h"
-#include "engine/model/banks.h"
+#include "engine/behaviour/distributions/distribution_handle.h"
 #include "engine/model/document.h"
-#include "engine/model/goal_lines.h"
-#include "engine/model/group_states.h"
 #include "engine/model/lists.h"
 #include "engine/model/properties.h"
-#include "engine/model/scene_states.h"
 #include "engine/project/actions.h"
+#include "engine/scene/banks.h"
+#include "engine/scene/goal_lines.h"
+#include "engine/scene/group_states.h"
+#include "engine/scene/scene_states.h"
 
 #include <pedflux/exception.h>
 #include <pedflux/objects.h>

@@ -1,6 +1,6 @@
 #include "engine/analysis/selection.h"
-#include "engine/behaviour/agent_filter_states.h"
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
+#include "engine/behaviour/filters/agent_filter_states.h"
 #include "engine/model/codec.h"
 #include "engine/project/kinds.h"
 #include "engine/results/run_reader.h"

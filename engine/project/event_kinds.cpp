@@ -1,5 +1,5 @@
-#include "engine/behaviour/agent_action_states.h"
-#include "engine/behaviour/event_states.h"
+#include "engine/behaviour/actions/agent_action_states.h"
+#include "engine/behaviour/events/event_states.h"
 #include "engine/project/kind_table.h"
 
 #include <pedflux/events.h>

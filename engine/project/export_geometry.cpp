@@ -1,7 +1,7 @@
 #include "engine/project/export_geometry.h"
 
 #include "engine/model/document.h"
-#include "engine/model/scene_states.h"
+#include "engine/scene/scene_states.h"
 
 #include <pedflux/exception.h>
 

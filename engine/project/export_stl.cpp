@@ -1,7 +1,7 @@
 #include "engine/geometry/access.h"
 #include "engine/geometry/checks.h"
-#include "engine/model/scene_states.h"
 #include "engine/project/export_geometry.h"
+#include "engine/scene/scene_states.h"
 
 #include <array>
 

@@ -1,9 +1,9 @@
 #include "engine/geometry/access.h"
 #include "engine/geometry/checks.h"
-#include "engine/geometry/plan_polygons.h"
-#include "engine/model/goal_lines.h"
-#include "engine/model/scene_states.h"
+#include "engine/geometry/polygons.h"
 #include "engine/project/export_geometry.h"
+#include "engine/scene/goal_lines.h"
+#include "engine/scene/scene_states.h"
 
 #include <array>
 

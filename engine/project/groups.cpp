@@ -1,6 +1,6 @@
-#include "engine/model/group_states.h"
 #include "engine/model/lists.h"
 #include "engine/model/properties.h"
+#include "engine/scene/group_states.h"
 
 #include <pedflux/scene.h>
 

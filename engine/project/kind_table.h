@@ -4,7 +4,7 @@
 #include "engine/model/document.h"
 #include "engine/model/kind.h"
 #include "engine/model/properties.h"
-#include "engine/model/scene_states.h"
+#include "engine/scene/scene_states.h"
 
 #include <pedflux/geometry.h>
 #include <pedflux/project.h>
@@ -27,31 +27,31 @@
 namespace pedflux::engine {
 
 /// The face of an object, if it is of the class or of one derived from it.
-template <class Face>
-std::shared_ptr<Face> face_as(Document& document, ObjectState* object) {
-    return object == nullptr ? nullptr : std::dynamic_pointer_cast<Face>(document.face_of(*object));
+template <class Handle>
+std::shared_ptr<Handle> handle_as(Document& document, ObjectState* object) {
+    return object == nullptr ? nullptr : std::dynamic_pointer_cast<Handle>(document.handle_of(*object));
 }
 
-template <class Face, class Key>
-std::shared_ptr<Face> look_up(Project const& project, Key const& key) {
+template <class Handle, class Key>
+std::shared_ptr<Handle> look_up(Project const& project, Key const& key) {
     Document& document = document_of(project);
-    return face_as<Face>(document, document.find(key));
+    return handle_as<Handle>(document, document.find(key));
 }
 
-template <class Face>
-std::vector<std::shared_ptr<Face>> list_of(Project const& project) {
+template <class Handle>
+std::vector<std::shared_ptr<Handle>> list_of(Project const& project) {
     Document& document = document_of(project);
-    std::vector<std::shared_ptr<Face>> faces;
+    std::vector<std::shared_ptr<Handle>> handles;
     for (auto const& object : document.objects()) {
-        if (auto face = face_as<Face>(document, object.get())) faces.push_back(std::move(face));
+        if (auto handle = handle_as<Handle>(document, object.get())) handles.push_back(std::move(handle));
     }
-    return faces;
+    return handles;
 }
 
 /// A new object of a kind with some fields set. A refused value leaves nothing behind.
 template <class State, class... Member, class... Value>
-std::shared_ptr<typename State::Face> create(Project const& project, std::string const& name,
-                                             std::pair<Member, Value>... fields) {
+std::shared_ptr<typename State::Handle> create(Project const& project, std::string const& name,
+                                               std::pair<Member, Value>... fields) {
     Document& document = document_of(project);
     auto& state = document.add<State>(name);
     try {
@@ -60,7 +60,7 @@ std::shared_ptr<typename State::Face> create(Project const& project, std::string
         document.remove(state);
         throw;
     }
-    return std::static_pointer_cast<typename State::Face>(document.face_of(state));
+    return std::static_pointer_cast<typename State::Handle>(document.handle_of(state));
 }
 
 }  // namespace pedflux::engine

@@ -1,8 +1,8 @@
-#include "engine/behaviour/checks.h"
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
+#include "engine/base/list_checks.h"
 #include "engine/model/document.h"
-#include "engine/model/network_state.h"
 #include "engine/model/properties.h"
+#include "engine/scene/network_state.h"
 
 #include <pedflux/networks.h>
 
@@ -33,19 +33,19 @@ DefinedMembers& members_of(NetworkDefinition& definition) {
 
 /// How the members are told, if it is in this way.
 template <class Members>
-Members const* members_by(Network& face) {
-    return std::get_if<Members>(&engine::get(face, &NetworkState::members));
+Members const* members_by(Network& handle) {
+    return std::get_if<Members>(&engine::get(handle, &NetworkState::members));
 }
 
 template <class Members>
-std::vector<GlobalId> objects_of(Network& face) {
-    auto const* const members = members_by<Members>(face);
+std::vector<GlobalId> objects_of(Network& handle) {
+    auto const* const members = members_by<Members>(handle);
     return members == nullptr ? std::vector<GlobalId>() : members->objects;
 }
 
 template <class Members>
-void set_members(Network& face, Members const& members) {
-    engine::set(face, &NetworkState::members, members);
+void set_members(Network& handle, Members const& members) {
+    engine::set(handle, &NetworkState::members, members);
 }
 
 }  // namespace

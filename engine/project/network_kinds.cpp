@@ -1,5 +1,5 @@
-#include "engine/model/network_state.h"
 #include "engine/project/kind_table.h"
+#include "engine/scene/network_state.h"
 
 #include <pedflux/networks.h>
 

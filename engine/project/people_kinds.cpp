@@ -1,7 +1,7 @@
-#include "engine/behaviour/distribution_face.h"
-#include "engine/model/avatar_state.h"
-#include "engine/model/profile_state.h"
+#include "engine/behaviour/distributions/distribution_handle.h"
 #include "engine/project/kind_table.h"
+#include "engine/scene/avatar_state.h"
+#include "engine/scene/profile_state.h"
 
 #include <pedflux/avatars.h>
 #include <pedflux/exception.h>

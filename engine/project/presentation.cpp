@@ -1,6 +1,6 @@
 #include "engine/model/check.h"
-#include "engine/model/presentation_states.h"
 #include "engine/model/properties.h"
+#include "engine/scene/presentation_states.h"
 
 #include <pedflux/presentation.h>
 

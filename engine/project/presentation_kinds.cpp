@@ -1,6 +1,6 @@
-#include "engine/behaviour/distribution_face.h"
-#include "engine/model/presentation_states.h"
+#include "engine/behaviour/distributions/distribution_handle.h"
 #include "engine/project/kind_table.h"
+#include "engine/scene/presentation_states.h"
 
 #include <pedflux/presentation.h>
 

@@ -1,7 +1,7 @@
-#include "engine/behaviour/distribution_face.h"
-#include "engine/model/profile_state.h"
+#include "engine/behaviour/distributions/distribution_handle.h"
 #include "engine/model/properties.h"
 #include "engine/project/actions.h"
+#include "engine/scene/profile_state.h"
 
 #include <pedflux/profiles.h>
 

@@ -1,5 +1,5 @@
-#include "engine/model/banks.h"
 #include "engine/model/properties.h"
+#include "engine/scene/banks.h"
 
 #include <pedflux/scene.h>
 

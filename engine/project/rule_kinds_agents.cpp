@@ -1,5 +1,5 @@
-#include "engine/behaviour/agent_filter_states.h"
-#include "engine/behaviour/agent_test_states.h"
+#include "engine/behaviour/filters/agent_filter_states.h"
+#include "engine/behaviour/tests/agent_test_states.h"
 #include "engine/project/kind_table.h"
 
 #include <pedflux/agent_filters.h>

@@ -1,6 +1,6 @@
-#include "engine/behaviour/access_rule_states.h"
-#include "engine/behaviour/time_reference.h"
-#include "engine/behaviour/trigger_states.h"
+#include "engine/behaviour/access/access_rule_states.h"
+#include "engine/behaviour/events/time_reference.h"
+#include "engine/behaviour/triggers/trigger_states.h"
 #include "engine/project/kind_table.h"
 
 namespace pedflux {

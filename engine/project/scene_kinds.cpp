@@ -1,8 +1,8 @@
-#include "engine/behaviour/distribution_face.h"
-#include "engine/model/group_states.h"
-#include "engine/model/scene_states.h"
-#include "engine/model/server_states.h"
+#include "engine/behaviour/distributions/distribution_handle.h"
 #include "engine/project/kind_table.h"
+#include "engine/scene/group_states.h"
+#include "engine/scene/scene_states.h"
+#include "engine/scene/server_states.h"
 
 #include <pedflux/scene.h>
 #include <pedflux/servers.h>

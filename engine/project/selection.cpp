@@ -61,7 +61,7 @@ bool Selection::IsSelected(GlobalId& id) { return lists(document_->selection(), 
 
 std::vector<std::shared_ptr<SimObject>> Selection::GetSelectedObjects() {
     std::vector<std::shared_ptr<SimObject>> objects;
-    for (auto const& id : document_->selection()) objects.push_back(document_->face_of(*document_->find(id)));
+    for (auto const& id : document_->selection()) objects.push_back(document_->handle_of(*document_->find(id)));
     return objects;
 }
 

@@ -1,8 +1,8 @@
-#include "engine/behaviour/checks.h"
-#include "engine/behaviour/distribution_face.h"
+#include "engine/base/list_checks.h"
+#include "engine/behaviour/distributions/distribution_handle.h"
 #include "engine/model/properties.h"
-#include "engine/model/server_states.h"
 #include "engine/project/actions.h"
+#include "engine/scene/server_states.h"
 
 #include <pedflux/servers.h>
 

@@ -1,7 +1,7 @@
 #include "engine/model/document.h"
 #include "engine/model/properties.h"
-#include "engine/model/simulation_run_state.h"
 #include "engine/project/paths.h"
+#include "engine/scene/simulation_run_state.h"
 
 #include <pedflux/database.h>
 #include <pedflux/simulation_run.h>

@@ -1,5 +1,5 @@
-#include "engine/model/simulation_run_state.h"
 #include "engine/project/kind_table.h"
+#include "engine/scene/simulation_run_state.h"
 
 #include <pedflux/simulation_run.h>
 

@@ -1,4 +1,4 @@
-#include "engine/behaviour/tally_object_states.h"
+#include "engine/behaviour/tallies/tally_object_states.h"
 #include "engine/project/kind_table.h"
 
 #include <pedflux/tallies.h>

@@ -1,7 +1,7 @@
 #include "engine/model/document.h"
-#include "engine/model/group_states.h"
 #include "engine/model/lists.h"
 #include "engine/model/properties.h"
+#include "engine/scene/group_states.h"
 
 #include <pedflux/geometry.h>
 #include <pedflux/transform.h>

@@ -1,4 +1,4 @@
-#include "engine/behaviour/distribution_face.h"
+#include "engine/behaviour/distributions/distribution_handle.h"
 #include "engine/project/kind_table.h"
 #include "engine/transport/elevator_states.h"
 #include "engine/transport/timetable_states.h"

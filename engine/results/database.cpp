@@ -1,4 +1,4 @@
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 #include "engine/results/agent_data.h"
 #include "engine/results/run_reader.h"
 

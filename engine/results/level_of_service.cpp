@@ -1,6 +1,6 @@
 #include "engine/results/level_of_service.h"
 
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 
 #include <algorithm>
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/geometry/plan.h"
+#include "engine/geometry/plane.h"
 #include "engine/geometry/vector.h"
 
 #include <pedflux/identifiers.h>

@@ -1,9 +1,9 @@
 #include "engine/results/run_files.h"
 
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 #include "engine/model/document.h"
-#include "engine/model/simulation_run_state.h"
 #include "engine/results/run_reader.h"
+#include "engine/scene/simulation_run_state.h"
 
 #include <filesystem>
 

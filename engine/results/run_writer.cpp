@@ -1,7 +1,7 @@
 #include "engine/results/run_writer.h"
 
-#include "engine/geometry/checks.h"
-#include "engine/geometry/identifiers.h"
+#include "engine/base/checks.h"
+#include "engine/base/identifiers.h"
 #include "engine/results/shape_text.h"
 
 #include <bit>

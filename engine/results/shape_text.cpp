@@ -1,6 +1,6 @@
 #include "engine/results/shape_text.h"
 
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,6 +1,6 @@
 #include "engine/results/sqlite.h"
 
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 
 #include <sqlite3.h>
 

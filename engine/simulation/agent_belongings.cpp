@@ -1,6 +1,6 @@
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 #include "engine/model/document.h"
-#include "engine/simulation/agents_here.h"
+#include "engine/simulation/present_agent.h"
 
 #include <pedflux/agents.h>
 #include <pedflux/avatars.h>
@@ -15,7 +15,7 @@ using engine::here;
 namespace {
 
 /// Throws Exception unless the identifier names an object of that kind in the simulated project.
-engine::ObjectState& require_object(engine::LiveRun const& run, GlobalId const& id, ObjectType type,
+engine::ObjectState& require_object(engine::SimulationState const& run, GlobalId const& id, ObjectType type,
                                     std::string const& what) {
     auto* const object = run.project->find(id);
     if (object == nullptr || object->kind->type != type) {
@@ -27,27 +27,27 @@ engine::ObjectState& require_object(engine::LiveRun const& run, GlobalId const& 
 
 }  // namespace
 
-std::vector<GlobalId> Agent::GetTokenIds() { return here(run_, id_).person.tokens; }
+std::vector<GlobalId> Agent::GetTokenIds() { return here(run_, id_).info.tokens; }
 
 void Agent::GiveToken(GlobalId const& token) {
     auto const agent = here(run_, id_);
     require_object(*agent.run, token, ObjectType::TOKEN, "a token");
-    engine::give_token(*agent.run, agent.walker.agent, token);
+    engine::give_token(*agent.run, agent.motion.agent, token);
 }
 
 void Agent::RemoveToken(GlobalId const& token) {
     auto const agent = here(run_, id_);
     require_object(*agent.run, token, ObjectType::TOKEN, "a token");
-    engine::take_token(*agent.run, agent.walker.agent, token);
+    engine::take_token(*agent.run, agent.motion.agent, token);
 }
 
-bool Agent::HasAvatar() { return here(run_, id_).person.avatar.has_value(); }
+bool Agent::HasAvatar() { return here(run_, id_).info.avatar.has_value(); }
 
 std::shared_ptr<Avatar> Agent::GetAvatar() {
     auto const agent = here(run_, id_);
-    if (!agent.person.avatar) return nullptr;
-    auto& object = require_object(*agent.run, *agent.person.avatar, ObjectType::AVATAR, "an avatar");
-    return std::dynamic_pointer_cast<Avatar>(agent.run->project->face_of(object));
+    if (!agent.info.avatar) return nullptr;
+    auto& object = require_object(*agent.run, *agent.info.avatar, ObjectType::AVATAR, "an avatar");
+    return std::dynamic_pointer_cast<Avatar>(agent.run->project->handle_of(object));
 }
 
 void Agent::SetAvatar(std::shared_ptr<Avatar> avatar) {
@@ -55,12 +55,12 @@ void Agent::SetAvatar(std::shared_ptr<Avatar> avatar) {
     if (!avatar) engine::refuse("An avatar is needed, not an empty one; ResetAvatar takes the agent's avatar away");
     GlobalId const id = avatar->GetId();
     require_object(*agent.run, id, ObjectType::AVATAR, "an avatar");
-    agent.person.avatar = id;
+    agent.info.avatar = id;
 }
 
 void Agent::ResetAvatar() {
     auto const agent = here(run_, id_);
-    agent.person.avatar = agent.person.origin.avatar;
+    agent.info.avatar = agent.info.origin.avatar;
 }
 
 }  // namespace pedflux

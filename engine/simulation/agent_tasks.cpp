@@ -1,7 +1,7 @@
-#include "engine/behaviour/task_order.h"
-#include "engine/geometry/checks.h"
-#include "engine/simulation/agent_actions.h"
-#include "engine/simulation/agents_here.h"
+#include "engine/base/checks.h"
+#include "engine/behaviour/actions/task_order.h"
+#include "engine/simulation/present_agent.h"
+#include "engine/simulation/tasks/agent_actions.h"
 
 #include <pedflux/agents.h>
 
@@ -18,7 +18,7 @@ using engine::here;
 using engine::no_place;
 
 TaskType going_to(Here const& agent) {
-    auto const goal = agent.person.goal;
+    auto const goal = agent.info.goal;
     if (goal == no_place) return TaskType::NONE;
     if (agent.run->places[goal].is_server()) return TaskType::SEEK_PROCESS_START;
     return agent.run->places[goal].is_portal() ? TaskType::SEEK_PORTAL : TaskType::SEEK_AREA;
@@ -48,9 +48,9 @@ TaskType type_of(Here const& agent, AgentActionTypeId action) {
 
 TaskType Agent::GetCurrentTaskType() {
     auto const agent = here(run_, id_);
-    auto const& task = agent.person.doings.task;
+    auto const& task = agent.info.tasks.task;
     if (task) return type_of(agent, agent.run->rules.plan.nodes[static_cast<std::size_t>(task->node)].type);
-    bool const waits = agent.person.goal != no_place && agent.walker.starts_at > agent.run->seconds();
+    bool const waits = agent.info.goal != no_place && agent.motion.starts_at > agent.run->seconds();
     return waits ? TaskType::WAIT_FOR_DURATION : going_to(agent);
 }
 
@@ -58,9 +58,9 @@ bool Agent::HasCurrentTaskGoalId() { return !GetCurrentTaskGoalIds().empty(); }
 
 std::vector<GlobalId> Agent::GetCurrentTaskGoalIds() {
     auto const agent = here(run_, id_);
-    if (agent.person.goal == no_place) return {};
-    std::vector<GlobalId> goals{agent.run->places[agent.person.goal].id};
-    auto const& task = agent.person.doings.task;
+    if (agent.info.goal == no_place) return {};
+    std::vector<GlobalId> goals{agent.run->places[agent.info.goal].id};
+    auto const& task = agent.info.tasks.task;
     if (!task || task->goal != engine::ANY_GOAL) return goals;
     auto const& plan = agent.run->rules.plan;
     for (auto const& goal : plan.objects_of(plan.nodes[static_cast<std::size_t>(task->node)])) {
@@ -72,18 +72,18 @@ std::vector<GlobalId> Agent::GetCurrentTaskGoalIds() {
 void Agent::AddTaskAsActive(std::shared_ptr<Task> const& task) {
     auto const agent = here(run_, id_);
     if (!task) engine::refuse("A task is needed, not an empty one; ClearTasks takes all tasks away");
-    order(*agent.run, agent.walker, engine::order_of(*task), true);
+    order(*agent.run, agent.motion, engine::order_of(*task), true);
 }
 
 void Agent::AddTaskAsLast(std::shared_ptr<Task> const& task) {
     auto const agent = here(run_, id_);
     if (!task) engine::refuse("A task is needed, not an empty one; ClearTasks takes all tasks away");
-    order(*agent.run, agent.walker, engine::order_of(*task), false);
+    order(*agent.run, agent.motion, engine::order_of(*task), false);
 }
 
 void Agent::ClearTasks() {
     auto const agent = here(run_, id_);
-    clear_tasks(*agent.run, agent.walker);
+    clear_tasks(*agent.run, agent.motion);
 }
 
 }  // namespace pedflux

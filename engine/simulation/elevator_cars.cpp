@@ -1,5 +1,5 @@
-#include "engine/geometry/checks.h"
-#include "engine/simulation/agents_here.h"
+#include "engine/base/checks.h"
+#include "engine/simulation/present_agent.h"
 #include "engine/transport/car.h"
 
 #include <pedflux/agents.h>
@@ -15,10 +15,10 @@ namespace {
 
 /// The face of the first car that fits; throws Exception when there is none.
 template <class Fits>
-std::shared_ptr<ElevatorCar> car_of(engine::LiveRun const& run, std::string const& sought, Fits const& fits) {
+std::shared_ptr<ElevatorCar> car_of(engine::SimulationState const& run, std::string const& sought, Fits const& fits) {
     for (auto const& controller : run.elevators) {
         for (auto const& car : controller->cars) {
-            if (fits(*car)) return face_of(car);
+            if (fits(*car)) return handle_of(car);
         }
     }
     engine::refuse("'" + sought + "' is no enabled elevator of the simulated project");

@@ -1,4 +1,4 @@
-#include "engine/simulation/live_run.h"
+#include "engine/simulation/frame/simulation_state.h"
 
 #include <pedflux/simulation.h>
 

@@ -2,10 +2,10 @@
 
 #include "engine/geometry/checks.h"
 #include "engine/model/document.h"
-#include "engine/model/simulation_run_state.h"
-#include "engine/simulation/admission.h"
-#include "engine/simulation/stepping.h"
-#include "engine/simulation/surroundings.h"
+#include "engine/scene/simulation_run_state.h"
+#include "engine/simulation/agents/placement.h"
+#include "engine/simulation/frame/stepping.h"
+#include "engine/simulation/routing/surroundings.h"
 
 #include <cmath>
 
@@ -27,42 +27,42 @@ struct AgentRequestAccess {
 namespace {
 
 /// Requested persons have keys of their own, from the top down.
-std::uint32_t key_of_request(LiveRun const& run) { return ~static_cast<std::uint32_t>(run.persons.size()); }
+std::uint32_t key_of_request(SimulationState const& run) { return ~static_cast<std::uint32_t>(run.infos.size()); }
 
-Newcomer newcomer_of(LiveRun& run, AgentRequest const& request) {
+SpawnRequest spawn_request_of(SimulationState& run, AgentRequest const& request) {
     GlobalId const& profile = AgentRequestAccess::profile(request);
-    Newcomer newcomer;
+    SpawnRequest spawned;
     if (run.run->document) {
-        newcomer = person_of(*run.run->document, profile, run.seed, key_of_request(run));
+        spawned = person_of(*run.run->document, profile, run.seed, key_of_request(run));
     } else if (profile.IsValid()) {
         refuse("The project is closed, so its profiles cannot be used any more");
     }
-    newcomer.due = run.seconds();
-    newcomer.origin = run.places.of(AgentRequestAccess::start(request));
+    spawned.due = run.seconds();
+    spawned.origin = run.places.of(AgentRequestAccess::start(request));
     GlobalId const& goal = AgentRequestAccess::goal(request);
-    if (goal.IsValid()) newcomer.destination = run.places.of(goal);
-    newcomer.color = AgentRequestAccess::color(request).value_or(Color::BLUE);
-    return newcomer;
+    if (goal.IsValid()) spawned.destination = run.places.of(goal);
+    spawned.color = AgentRequestAccess::color(request).value_or(Color::BLUE);
+    return spawned;
 }
 
-std::optional<Spot> spot_of(LiveRun const& run, Newcomer const& newcomer, AgentRequest const& request) {
+std::optional<Spot> spot_of(SimulationState const& run, SpawnRequest const& spawned, AgentRequest const& request) {
     Vec3d position = AgentRequestAccess::position(request);
-    if (!position.IsValid()) return spot_for(run, newcomer, Occupancy(run));
+    if (!position.IsValid()) return spot_for(run, spawned, Occupancy(run));
     auto const place = standpoint_of(run, position);
-    if (!is_open(run, place, newcomer.radius, gone)) return std::nullopt;
+    if (!is_open(run, place, spawned.radius, gone)) return std::nullopt;
     return Spot{place.region, place.point};
 }
 
 }  // namespace
 
-std::shared_ptr<Agent> request_agent(LiveRun& run, AgentRequest const& request) {
+std::shared_ptr<Agent> request_agent(SimulationState& run, AgentRequest const& request) {
     if (run.stopped) refuse("The simulation was stopped and takes no more agents");
-    auto const newcomer = newcomer_of(run, request);
-    auto const spot = spot_of(run, newcomer, request);
+    auto const spawned = spawn_request_of(run, request);
+    auto const spot = spot_of(run, spawned, request);
     if (!spot) return nullptr;
-    auto& person = run.persons[enter(run, newcomer, spot->region, spot->place)];
-    if (auto const heading = AgentRequestAccess::heading(request)) person.heading = *heading;
-    return person.face;
+    auto& info = run.infos[enter(run, spawned, spot->region, spot->place)];
+    if (auto const heading = AgentRequestAccess::heading(request)) info.heading = *heading;
+    return info.object;
 }
 
 }  // namespace pedflux::engine

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/simulation/live_run.h"
+#include "engine/simulation/frame/simulation_state.h"
 
 #include <pedflux/simulation.h>
 
@@ -17,6 +17,6 @@ struct SimulationOptionsAccess {
 };
 
 /// The agent that a program asks for; empty when there is no room for it.
-std::shared_ptr<Agent> request_agent(LiveRun& run, AgentRequest const& request);
+std::shared_ptr<Agent> request_agent(SimulationState& run, AgentRequest const& request);
 
 }  // namespace pedflux::engine

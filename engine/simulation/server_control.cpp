@@ -1,5 +1,5 @@
-#include "engine/geometry/checks.h"
-#include "engine/simulation/rules_run.h"
+#include "engine/base/checks.h"
+#include "engine/simulation/events/event_engine.h"
 
 #include <pedflux/simulation.h>
 
@@ -12,9 +12,9 @@ namespace {
 
 using engine::entrance_side;
 using engine::exit_side;
-using engine::LiveRun;
+using engine::SimulationState;
 
-std::uint32_t require_server(LiveRun const& run, GlobalId const& id) {
+std::uint32_t require_server(SimulationState const& run, GlobalId const& id) {
     auto const server = server_of(run.plan, id);
     if (server == engine::no_server) {
         engine::refuse("'" + GlobalId(id).GetString() + "' is no enabled server of the simulated project");
@@ -22,11 +22,11 @@ std::uint32_t require_server(LiveRun const& run, GlobalId const& id) {
     return server;
 }
 
-void set_open(LiveRun& run, GlobalId const& id, std::size_t side, std::optional<bool> open) {
+void set_open(SimulationState& run, GlobalId const& id, std::size_t side, std::optional<bool> open) {
     set_server_by_program(run, require_server(run, id), side, open);
 }
 
-bool is_open(LiveRun const& run, GlobalId const& id, std::size_t side) {
+bool is_open(SimulationState const& run, GlobalId const& id, std::size_t side) {
     return run.servers[require_server(run, id)].open[side];
 }
 

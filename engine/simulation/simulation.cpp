@@ -1,13 +1,13 @@
 #include "engine/geometry/checks.h"
 #include "engine/model/document.h"
-#include "engine/model/simulation_run_state.h"
 #include "engine/results/run_files.h"
-#include "engine/simulation/admission.h"
-#include "engine/simulation/create_run.h"
+#include "engine/scene/simulation_run_state.h"
+#include "engine/simulation/agents/placement.h"
+#include "engine/simulation/events/event_engine.h"
+#include "engine/simulation/frame/create.h"
+#include "engine/simulation/frame/stepping.h"
 #include "engine/simulation/requests.h"
-#include "engine/simulation/rules_run.h"
-#include "engine/simulation/stepping.h"
-#include "engine/simulation/ways.h"
+#include "engine/simulation/routing/path_queries.h"
 
 #include <pedflux/simulation.h>
 
@@ -20,9 +20,9 @@ namespace pedflux {
 namespace {
 
 using engine::GateState;
-using engine::LiveRun;
 using engine::refuse;
 using engine::SimulationRunState;
+using engine::SimulationState;
 using engine::Standpoint;
 using Direction = ConnectionObjectDirection;
 
@@ -45,7 +45,7 @@ std::shared_ptr<SimulationRunState> shared(SimulationRunState& run) {
     return std::static_pointer_cast<SimulationRunState>(*found);
 }
 
-std::size_t require_gate(LiveRun const& run, GlobalId const& gate) {
+std::size_t require_gate(SimulationState const& run, GlobalId const& gate) {
     auto const region = run.places.region_of(gate);
     if (region == engine::navigation::none || region < run.plan.floor_count) {
         refuse(text(gate) + " is no connection of the simulated project");
@@ -57,8 +57,8 @@ std::size_t require_gate(LiveRun const& run, GlobalId const& gate) {
     return passageway;
 }
 
-engine::TallyIndex require_tally(LiveRun const& run, GlobalId const& tally) {
-    auto const found = run.timed->tally_plan().find(tally);
+engine::TallyIndex require_tally(SimulationState const& run, GlobalId const& tally) {
+    auto const found = run.events->tally_plan().find(tally);
     if (!found) refuse(text(tally) + " is no tally object of the simulated project");
     return *found;
 }
@@ -73,14 +73,14 @@ bool concerns(Direction direction, Direction way) {
 }
 
 /// Without an answer, the gate is left to the project's rules again.
-void open_or_close(LiveRun& run, GlobalId const& gate, Direction direction, std::optional<bool> open) {
+void open_or_close(SimulationState& run, GlobalId const& gate, Direction direction, std::optional<bool> open) {
     auto const passageway = require_gate(run, gate);
     concerns(direction, Direction::BOTH_WAYS);
     set_gate_by_program(run, passageway, direction, open);
 }
 
 /// Whether the gate is open (or closed) to all of the directions that it has among those asked for.
-bool is_gate(LiveRun const& run, GlobalId const& gate, Direction direction, bool open) {
+bool is_gate(SimulationState const& run, GlobalId const& gate, Direction direction, bool open) {
     auto const passageway = require_gate(run, gate);
     auto const& directions = run.plan.passageways[passageway];
     GateState const& state = run.gates[passageway];
@@ -91,14 +91,14 @@ bool is_gate(LiveRun const& run, GlobalId const& gate, Direction direction, bool
     return ball && box;
 }
 
-Standpoint require_start(LiveRun const& run, GlobalId const& start, Vec3d const& point) {
+Standpoint require_start(SimulationState const& run, GlobalId const& start, Vec3d const& point) {
     auto const region = run.places.region_of(start);
     if (region == engine::navigation::none) refuse(text(start) + " is no walkable object of the simulated project");
     engine::Vector const place = engine::require_point("A point", point);
     return {region, {place.x, place.z}};
 }
 
-Standpoint require_on(LiveRun const& run, GlobalId const& start, Vec3d const& point) {
+Standpoint require_on(SimulationState const& run, GlobalId const& start, Vec3d const& point) {
     auto const standpoint = require_start(run, start, point);
     if (!run.navigation.contains(standpoint.region, standpoint.point)) {
         refuse("The point " + engine::text_of(standpoint.point) + " does not lie on the walkable area of " +
@@ -107,31 +107,33 @@ Standpoint require_on(LiveRun const& run, GlobalId const& start, Vec3d const& po
     return standpoint;
 }
 
-[[noreturn]] void refuse_way(LiveRun const& run, engine::PlaceIndex goal) {
+[[noreturn]] void refuse_way(SimulationState const& run, engine::PlaceIndex goal) {
     refuse("No way leads from there to " + run.places[goal].title);
 }
 
 /// The faces of the walkers that a condition holds for.
 template <class Condition>
-std::vector<std::shared_ptr<Agent>> agents_where(LiveRun const& run, Condition const& condition) {
+std::vector<std::shared_ptr<Agent>> agents_where(SimulationState const& run, Condition const& condition) {
     std::vector<std::shared_ptr<Agent>> agents;
-    for (auto const& walker : run.walkers) {
-        if (condition(walker)) agents.push_back(run.persons[walker.agent].face);
+    for (auto const& motion : run.motions) {
+        if (condition(motion)) agents.push_back(run.infos[motion.agent].object);
     }
     return agents;
 }
 
 template <class Condition>
-std::vector<std::shared_ptr<Agent>> agents_on(LiveRun& run, GlobalId const& object, Condition const& condition) {
+std::vector<std::shared_ptr<Agent>> agents_on(SimulationState& run, GlobalId const& object,
+                                              Condition const& condition) {
     auto const& place = run.places[run.places.of(object)];
     if (place.is_portal()) refuse(place.title + " is a portal, which nobody is on");
     std::vector<bool> belongs(run.plan.surfaces.size());
     for (auto const region : place.regions) belongs[region] = true;
-    return agents_where(run, [&](engine::Walker const& walker) { return belongs[walker.region] && condition(walker); });
+    return agents_where(run,
+                        [&](engine::AgentMotion const& motion) { return belongs[motion.region] && condition(motion); });
 }
 
-std::shared_ptr<LiveRun> begin(engine::Document const& document, SimulationRunState& run, std::string const& name,
-                               SimulationOptions const& options) {
+std::shared_ptr<SimulationState> begin(engine::Document const& document, SimulationRunState& run,
+                                       std::string const& name, SimulationOptions const& options) {
     auto const seed = engine::SimulationOptionsAccess::seed(options).value_or(document.settings.random_seed);
     return create_run(document, {static_cast<std::uint32_t>(seed), engine::SimulationOptionsAccess::threads(options),
                                  engine::SimulationOptionsAccess::extra_goals(options), shared(run), name,
@@ -158,7 +160,7 @@ void SimulationOptions::AddExtraGoals(std::vector<GlobalId> const& goals) {
 
 namespace {
 
-std::shared_ptr<LiveRun const> run_of(std::weak_ptr<LiveRun const> const& run) {
+std::shared_ptr<SimulationState const> run_of(std::weak_ptr<SimulationState const> const& run) {
     auto found = run.lock();
     if (!found) engine::refuse("The clock belongs to a simulation that is gone");
     return found;
@@ -166,7 +168,7 @@ std::shared_ptr<LiveRun const> run_of(std::weak_ptr<LiveRun const> const& run) {
 
 }  // namespace
 
-Clock::Clock(std::weak_ptr<LiveRun const> run) : run_(std::move(run)) {}
+Clock::Clock(std::weak_ptr<SimulationState const> run) : run_(std::move(run)) {}
 int Clock::GetCurrentFrame() { return run_of(run_)->frame; }
 double Clock::GetCurrentSecond() { return run_of(run_)->seconds(); }
 int Clock::GetCurrentSecondAsInt() {
@@ -184,7 +186,7 @@ std::string Clock::GetCurrentTimeString() {
     return text.data();
 }
 
-Simulation::Simulation(std::shared_ptr<LiveRun> run) : run_(std::move(run)) {}
+Simulation::Simulation(std::shared_ptr<SimulationState> run) : run_(std::move(run)) {}
 Simulation::~Simulation() = default;
 
 std::shared_ptr<Simulation> Simulation::Create(std::shared_ptr<Project> const& project, GlobalId const& simulationRun) {
@@ -223,7 +225,7 @@ void Simulation::ChooseAgentTargets() { choose_targets(*run_); }
 FrameSummary Simulation::MoveAgents() { return FrameSummary(move_agents(*run_)); }
 void Simulation::Stop() { stop(*run_); }
 bool Simulation::IsDone() {
-    bool const is_empty = run_->waiting_to_enter == 0 && run_->walkers.empty() && !run_->timed->may_start();
+    bool const is_empty = run_->waiting_to_enter == 0 && run_->motions.empty() && !run_->events->may_start();
     return run_->stopped || is_empty || run_->seconds() >= run_->duration;
 }
 bool Simulation::IsValid() const { return !run_->stopped; }
@@ -237,29 +239,29 @@ void Simulation::ClearIssues() { run_->issues.clear(); }
 
 std::shared_ptr<Agent> Simulation::GetAgent(int agent) {
     auto const number = static_cast<std::size_t>(agent);
-    bool const is_here = agent >= 0 && number < run_->persons.size() && run_->walker_of[number] != engine::gone;
-    return is_here ? run_->persons[number].face : nullptr;
+    bool const is_here = agent >= 0 && number < run_->infos.size() && run_->motion_of[number] != engine::gone;
+    return is_here ? run_->infos[number].object : nullptr;
 }
 std::vector<std::shared_ptr<Agent>> Simulation::GetAllAgents() {
-    return agents_where(*run_, [](engine::Walker const&) { return true; });
+    return agents_where(*run_, [](engine::AgentMotion const&) { return true; });
 }
 std::vector<std::shared_ptr<Agent>> Simulation::GetAgentsInBox(BoundingBox3d const& box) {
     BoundingBox3d bounds = box;
-    return agents_where(*run_, [&](engine::Walker const& walker) {
-        return bounds.Contains(position_of(*run_, {walker.region, walker.position}));
+    return agents_where(*run_, [&](engine::AgentMotion const& motion) {
+        return bounds.Contains(position_of(*run_, {motion.region, motion.position}));
     });
 }
 std::vector<std::shared_ptr<Agent>> Simulation::GetAgentsNearPoint(Vec3d const& point, double distance, double height) {
     engine::Vector const place = engine::require_point("A point", point);
     engine::require_not_negative("A distance", distance);
     engine::require_not_negative("A height", height);
-    return agents_where(*run_, [&](engine::Walker const& walker) {
-        return engine::distance(walker.position, {place.x, place.z}) <= distance &&
-               std::abs(height_at(*run_, walker.region, walker.position) - place.y) <= height;
+    return agents_where(*run_, [&](engine::AgentMotion const& motion) {
+        return engine::distance(motion.position, {place.x, place.z}) <= distance &&
+               std::abs(height_at(*run_, motion.region, motion.position) - place.y) <= height;
     });
 }
 std::vector<std::shared_ptr<Agent>> Simulation::GetAgentsOn(GlobalId const& object) {
-    return agents_on(*run_, object, [](engine::Walker const&) { return true; });
+    return agents_on(*run_, object, [](engine::AgentMotion const&) { return true; });
 }
 int Simulation::GetPopulation(GlobalId const& object) { return static_cast<int>(GetAgentsOn(object).size()); }
 
@@ -292,12 +294,12 @@ bool Simulation::IsGateClosedToAll(GlobalId const& gate, ConnectionObjectDirecti
 }
 
 double Simulation::GetTallyValue(GlobalId const& tally) const {
-    return run_->timed->tallies.value(require_tally(*run_, tally));
+    return run_->events->tallies.value(require_tally(*run_, tally));
 }
 void Simulation::AddToTallyValue(GlobalId const& tally, double value) {
-    run_->timed->tallies.add(require_tally(*run_, tally), engine::require_finite("A value", value));
+    run_->events->tallies.add(require_tally(*run_, tally), engine::require_finite("A value", value));
 }
-void Simulation::ResetTallyValue(GlobalId const& tally) { run_->timed->tallies.reset(require_tally(*run_, tally)); }
+void Simulation::ResetTallyValue(GlobalId const& tally) { run_->events->tallies.reset(require_tally(*run_, tally)); }
 
 bool Simulation::ExistsPathTo(GlobalId const& start, Vec3d const& point, GlobalId const& goal) {
     auto const from = require_on(*run_, start, point);

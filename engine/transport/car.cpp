@@ -1,9 +1,9 @@
 #include "engine/transport/car.h"
 
+#include "engine/base/checks.h"
 #include "engine/geometry/access.h"
-#include "engine/geometry/checks.h"
-#include "engine/model/banks.h"
 #include "engine/model/node.h"
+#include "engine/scene/banks.h"
 
 #include <pedflux/geometry.h>
 

@@ -56,7 +56,7 @@ struct CarController {
 std::vector<std::shared_ptr<CarController>> make_controllers(Document const& document);
 
 /// The faces of a car and of a controller of `make_controllers`. A car belongs to its controller, which its face keeps.
-std::shared_ptr<ElevatorCar> face_of(std::shared_ptr<Car> const& car);
+std::shared_ptr<ElevatorCar> handle_of(std::shared_ptr<Car> const& car);
 
 /// Up, down, or none between stops of one elevation.
 ElevatorDirection direction_between(CarStop const& from, CarStop const& to);

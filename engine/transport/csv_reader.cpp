@@ -1,6 +1,6 @@
 #include "engine/transport/csv_reader.h"
 
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 #include "engine/model/names.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 #include "engine/transport/car.h"
 
 #include <pedflux/agents.h>
@@ -53,7 +53,7 @@ void require_named(std::string const& who, std::string const& what, Enumeration 
 
 namespace engine {
 
-std::shared_ptr<ElevatorCar> face_of(std::shared_ptr<Car> const& car) { return std::make_shared<ElevatorCar>(car); }
+std::shared_ptr<ElevatorCar> handle_of(std::shared_ptr<Car> const& car) { return std::make_shared<ElevatorCar>(car); }
 
 }  // namespace engine
 

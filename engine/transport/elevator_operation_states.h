@@ -40,7 +40,7 @@ struct WhenIdle {
 struct CallAnswerElevatorOperationState : NodeState {
     static constexpr ElevatorOperationTypeId TYPE = ElevatorOperationTypeId::CALL_ANSWER;
     static constexpr std::string_view NAME = "CallAnswerElevatorOperation";
-    using Face = CallAnswerElevatorOperation;
+    using Handle = CallAnswerElevatorOperation;
 
     WhenIdle when_idle;
 
@@ -53,7 +53,7 @@ struct CallAnswerElevatorOperationState : NodeState {
 struct OrderedListElevatorOperationState : NodeState {
     static constexpr ElevatorOperationTypeId TYPE = ElevatorOperationTypeId::ORDERED_LIST;
     static constexpr std::string_view NAME = "OrderedListElevatorOperation";
-    using Face = OrderedListElevatorOperation;
+    using Handle = OrderedListElevatorOperation;
 
     std::vector<GlobalId> floors;
     ElevatorVisitingOrder order = ElevatorVisitingOrder::AS_LISTED;
@@ -70,7 +70,7 @@ struct OrderedListElevatorOperationState : NodeState {
 struct SabbathElevatorOperationState : NodeState {
     static constexpr ElevatorOperationTypeId TYPE = ElevatorOperationTypeId::SABBATH;
     static constexpr std::string_view NAME = "SabbathElevatorOperation";
-    using Face = SabbathElevatorOperation;
+    using Handle = SabbathElevatorOperation;
 
     bool moving_up_at_start = true;
 
@@ -83,7 +83,7 @@ struct SabbathElevatorOperationState : NodeState {
 struct ShuttleElevatorOperationState : NodeState {
     static constexpr ElevatorOperationTypeId TYPE = ElevatorOperationTypeId::SHUTTLE;
     static constexpr std::string_view NAME = "ShuttleElevatorOperation";
-    using Face = ShuttleElevatorOperation;
+    using Handle = ShuttleElevatorOperation;
 
     std::vector<GlobalId> boarding_floors;
     std::vector<GlobalId> destination_floors;

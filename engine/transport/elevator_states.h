@@ -1,11 +1,11 @@
 #pragma once
 
-#include "engine/model/banks.h"
 #include "engine/model/enumerations.h"
-#include "engine/model/group_states.h"
 #include "engine/model/node.h"
 #include "engine/model/rules.h"
-#include "engine/model/scene_states.h"
+#include "engine/scene/banks.h"
+#include "engine/scene/group_states.h"
+#include "engine/scene/scene_states.h"
 #include "engine/transport/elevator_operation_states.h"
 
 #include <pedflux/agent_actions.h>
@@ -84,7 +84,7 @@ struct DoorSide {
 struct ElevatorState : WalkableState {
     static constexpr ObjectType TYPE = ObjectType::ELEVATOR;
     static constexpr std::string_view NAME = "Elevator";
-    using Face = Elevator;
+    using Handle = Elevator;
 
     double acceleration = 0.8;  ///< m/s²
     double jerk = 1;            ///< m/s³
@@ -134,7 +134,7 @@ struct ElevatorState : WalkableState {
 struct ElevatorBankState : GroupState {
     static constexpr ObjectType TYPE = ObjectType::ELEVATOR_BANK;
     static constexpr std::string_view NAME = "ElevatorBank";
-    using Face = ElevatorBank;
+    using Handle = ElevatorBank;
 
     RefersTo item_rule() const override { return refers_to<ElevatorState>("an elevator"); }
 

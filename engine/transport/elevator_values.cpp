@@ -1,5 +1,5 @@
-#include "engine/geometry/checks.h"
-#include "engine/geometry/components.h"
+#include "engine/base/checks.h"
+#include "engine/base/hashing.h"
 #include "engine/transport/elevator_states.h"
 
 #include <pedflux/elevators.h>

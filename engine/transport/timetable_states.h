@@ -33,7 +33,7 @@ struct TimetableFile {
 struct TimetableState : ObjectState {
     static constexpr ObjectType TYPE = ObjectType::TIMETABLE;
     static constexpr std::string_view NAME = "Timetable";
-    using Face = Timetable;
+    using Handle = Timetable;
 
     std::optional<std::string> base_path;
     std::optional<TimetableFile> reference_events;

@@ -1,5 +1,5 @@
-#include "engine/behaviour/checks.h"
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
+#include "engine/base/list_checks.h"
 #include "engine/transport/vehicle_edit.h"
 
 #include <pedflux/vehicles.h>

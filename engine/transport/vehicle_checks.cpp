@@ -1,4 +1,4 @@
-#include "engine/behaviour/checks.h"
+#include "engine/base/list_checks.h"
 #include "engine/model/check.h"
 #include "engine/transport/vehicle_states.h"
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "engine/behaviour/event_states.h"
+#include "engine/behaviour/events/event_states.h"
+#include "engine/behaviour/events/time_reference.h"
 #include "engine/behaviour/object_rules.h"
-#include "engine/behaviour/population.h"
-#include "engine/behaviour/time_reference.h"
+#include "engine/behaviour/population/population.h"
 #include "engine/model/enumerations.h"
 #include "engine/model/state.h"
 
@@ -228,7 +228,7 @@ struct ThroughPeople {
 struct VehicleState : ObjectState {
     static constexpr ObjectType TYPE = ObjectType::VEHICLE;
     static constexpr std::string_view NAME = "Vehicle";
-    using Face = Vehicle;
+    using Handle = Vehicle;
 
     VehicleArrivals arrivals;
     std::shared_ptr<TimeReference> start = TimeReference::AfterSimulationStart(0);

@@ -1,8 +1,8 @@
-#include "engine/behaviour/checks.h"
-#include "engine/behaviour/distribution_face.h"
-#include "engine/behaviour/pairs.h"
-#include "engine/behaviour/population_face.h"
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
+#include "engine/base/list_checks.h"
+#include "engine/behaviour/distributions/distribution_handle.h"
+#include "engine/behaviour/population/pairs.h"
+#include "engine/behaviour/population/population_handle.h"
 #include "engine/model/node.h"
 #include "engine/transport/vehicle_edit.h"
 

@@ -15,7 +15,7 @@ namespace pedflux {
 
 namespace engine {
 struct AgentRequestAccess;
-struct LiveRun;
+struct SimulationState;
 struct FreeSpace;
 }  // namespace engine
 
@@ -125,7 +125,7 @@ class PEDFLUX_API AgentRequest {
 class PEDFLUX_API Agent {
   public:
     /// Used by the library.
-    Agent(std::weak_ptr<engine::LiveRun> run, int id) : run_(std::move(run)), id_(id) {}
+    Agent(std::weak_ptr<engine::SimulationState> run, int id) : run_(std::move(run)), id_(id) {}
 
     int GetId();
     bool Exists();
@@ -284,7 +284,7 @@ class PEDFLUX_API Agent {
     int InternalCompare(std::shared_ptr<Agent> const& other);
 
   private:
-    std::weak_ptr<engine::LiveRun> run_;
+    std::weak_ptr<engine::SimulationState> run_;
     int id_;
 };
 

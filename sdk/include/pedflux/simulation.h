@@ -16,7 +16,7 @@ namespace pedflux {
 
 namespace engine {
 struct FrameChanges;
-struct LiveRun;
+struct SimulationState;
 struct SimulationOptionsAccess;
 }  // namespace engine
 
@@ -55,7 +55,7 @@ class PEDFLUX_API SimulationOptions {
 class PEDFLUX_API Clock {
   public:
     /// Used by the library.
-    explicit Clock(std::weak_ptr<engine::LiveRun const> run);
+    explicit Clock(std::weak_ptr<engine::SimulationState const> run);
 
     /// The frames taken so far.
     int GetCurrentFrame();
@@ -67,7 +67,7 @@ class PEDFLUX_API Clock {
     std::string GetCurrentTimeString();
 
   private:
-    std::weak_ptr<engine::LiveRun const> run_;
+    std::weak_ptr<engine::SimulationState const> run_;
 };
 
 /// What changed in one frame. Each list is in the order of the agents' numbers.
@@ -115,7 +115,7 @@ class PEDFLUX_API FrameSummary {
 class PEDFLUX_API Simulation {
   public:
     /// Used by the library.
-    explicit Simulation(std::shared_ptr<engine::LiveRun> run);
+    explicit Simulation(std::shared_ptr<engine::SimulationState> run);
     Simulation(Simulation const&) = delete;
     Simulation& operator=(Simulation const&) = delete;
     ~Simulation();
@@ -232,7 +232,7 @@ class PEDFLUX_API Simulation {
     Vec3d GetClosestPointWithPathTo(GlobalId const& start, Vec3d const& point, double distance, GlobalId const& goal);
 
   private:
-    std::shared_ptr<engine::LiveRun> run_;
+    std::shared_ptr<engine::SimulationState> run_;
 };
 
 }  // namespace pedflux

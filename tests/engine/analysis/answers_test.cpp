@@ -1,12 +1,12 @@
 #include "engine/analysis/graph_query_states.h"
 #include "engine/analysis/map_query_states.h"
 #include "engine/analysis/table_query_states.h"
-#include "engine/behaviour/access_rule_states.h"
-#include "engine/behaviour/event_states.h"
+#include "engine/behaviour/access/access_rule_states.h"
+#include "engine/behaviour/events/event_states.h"
 #include "engine/model/document.h"
 #include "engine/model/kind.h"
-#include "engine/model/server_states.h"
 #include "engine/results/run_writer.h"
+#include "engine/scene/server_states.h"
 
 #include <pedflux/database.h>
 #include <pedflux/exception.h>

@@ -1,7 +1,7 @@
-#include "engine/behaviour/action_stack.h"
+#include "engine/behaviour/actions/action_stack.h"
 
-#include "engine/behaviour/agent_action_states.h"
-#include "engine/behaviour/task_order.h"
+#include "engine/behaviour/actions/agent_action_states.h"
+#include "engine/behaviour/actions/task_order.h"
 #include "tests/engine/behaviour/agent_rules.h"
 
 #include <cmath>
@@ -20,7 +20,7 @@ using Type = AgentActionTypeId;
 
 /// A world of one agent, which holds tokens and arrives when the test says so.
 struct FakeScene : ActionScene {
-    explicit FakeScene(ActionPlan const& compiled) : plan(compiled) {}
+    explicit FakeScene(ActionProgram const& compiled) : plan(compiled) {}
 
     double now() const override { return clock; }
     bool passes(int test) override {
@@ -42,7 +42,7 @@ struct FakeScene : ActionScene {
         tally += node.value;
     }
 
-    ActionPlan const& plan;
+    ActionProgram const& plan;
     double clock = 0;
     bool arrived = false;
     std::set<std::string> tokens;
@@ -51,7 +51,7 @@ struct FakeScene : ActionScene {
 };
 
 struct ActionStacks : AgentRules {
-    ActionPlan plan;
+    ActionProgram plan;
     ActionStack stack;
     FakeScene scene{plan};
     ActionDraws draws{1, 7};

@@ -1,4 +1,4 @@
-#include "engine/behaviour/agent_action_states.h"
+#include "engine/behaviour/actions/agent_action_states.h"
 #include "tests/engine/behaviour/agent_rules.h"
 
 #include <pedflux/geometry.h>
@@ -19,7 +19,7 @@ using Actions = RuleList<AgentAction>;
     struct Class##State : Base {                             \
         static constexpr ObjectType TYPE = ObjectType::KIND; \
         static constexpr std::string_view NAME = #Class;     \
-        using Face = SimObject;                              \
+        using Handle = SimObject;                            \
     };
 STAND_IN(SomeFloor, FLOOR, WalkableState)
 STAND_IN(SomeZone, ZONE, ObjectState)

@@ -24,17 +24,17 @@ struct AgentFilterPlans : AgentRules {
 /// A filter and what it remembers of one agent.
 struct Watch {
     Watch(AgentFilter const& filter, Document const& document)
-        : plan(compile(filter, document, mentions)), memory(plan.ever.size()) {}
+        : plan(compile(filter, document, symbols)), memory(plan.ever.size()) {}
 
     /// Whether the agent is selected at a moment, after this and all moments before it.
     bool at(std::function<void(FilterMoment&)> const& arrange) {
-        FilterMoment moment(mentions);
+        FilterMoment moment(symbols);
         arrange(moment);
         observe(plan, moment, memory);
         return selects(plan, moment, memory);
     }
 
-    Mentions mentions;
+    SymbolTable symbols;
     FilterPlan plan;
     std::vector<std::uint8_t> memory;
 };
@@ -159,14 +159,14 @@ TEST_F(AgentFilterPlans, RefuseNamesThatLeadBack) {
     auto const a = name("A", std::make_shared<AllAgentsFilter>());
     auto const b = name("B", AgentFilter::IsEver(by_name(*a)));
     a->SetAgentFilter(AgentFilter::AnyOf({by_name(*b)}));
-    Mentions mentions;
-    EXPECT_THAT(refusal([&] { compile(*by_name(*a), document, mentions); }),
+    SymbolTable symbols;
+    EXPECT_THAT(refusal([&] { compile(*by_name(*a), document, symbols); }),
                 HasSubstr("AgentFilterObject 'A' leads back to itself by names: 'A' -> 'B' -> 'A'"));
     auto last = name("Doubling", std::make_shared<AllAgentsFilter>());
     for (int i = 1; i <= 20; ++i) {
         last = name(document.next_unique_name("Doubling"), AgentFilter::AnyOf({by_name(*last), by_name(*last)}));
     }
-    EXPECT_THAT(refusal([&] { compile(*by_name(*last), document, mentions); }),
+    EXPECT_THAT(refusal([&] { compile(*by_name(*last), document, symbols); }),
                 HasSubstr("AgentFilter: with those that it names, nested deeper than 1000 levels or made of more than "
                           "100000 parts"));
 }

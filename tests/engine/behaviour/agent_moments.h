@@ -13,21 +13,21 @@ namespace pedflux::engine {
 /// An agent's moment of which a test says what is true: relations to objects by their names, and numbers.
 template <class Situation>
 struct Moment : Situation {
-    explicit Moment(Mentions const& all) : mentions(all) {}
+    explicit Moment(SymbolTable const& all) : symbols(all) {}
 
-    Mentions const& mentions;
+    SymbolTable const& symbols;
     std::set<std::pair<std::string_view, std::string>> facts;
 
     void add(std::string_view relation, GlobalId id) { facts.emplace(relation, id.GetString()); }
-    bool is(std::string_view relation, MentionIndex object) const {
-        return facts.contains({relation, GlobalId(mentions.objects[object]).GetString()});
+    bool is(std::string_view relation, SymbolIndex object) const {
+        return facts.contains({relation, GlobalId(symbols.objects[object]).GetString()});
     }
 
-    bool was_created_by(MentionIndex event) const override { return is("created by", event); }
-    bool entered_at(MentionIndex place) const override { return is("entered at", place); }
-    bool has_profile(MentionIndex profile) const override { return is("has profile", profile); }
-    bool is_in(MentionIndex area) const override { return is("in", area); }
-    bool holds(MentionIndex token) const override { return is("holds", token); }
+    bool was_created_by(SymbolIndex event) const override { return is("created by", event); }
+    bool entered_at(SymbolIndex place) const override { return is("entered at", place); }
+    bool has_profile(SymbolIndex profile) const override { return is("has profile", profile); }
+    bool is_in(SymbolIndex area) const override { return is("in", area); }
+    bool holds(SymbolIndex token) const override { return is("holds", token); }
 };
 
 struct TestMoment : Moment<TestSituation> {
@@ -35,23 +35,23 @@ struct TestMoment : Moment<TestSituation> {
 
     double seconds_here = 0;
     ChanceKey key{1, 2, 3};
-    std::map<MentionIndex, double> tallies;
+    std::map<SymbolIndex, double> tallies;
     double now = 0;
-    std::map<MentionIndex, double> times;
+    std::map<SymbolIndex, double> times;
 
     double age() const override { return seconds_here; }
-    bool initial_exit_is(MentionIndex portal) const override { return is("first exit", portal); }
+    bool initial_exit_is(SymbolIndex portal) const override { return is("first exit", portal); }
     ChanceKey chance_key() const override { return key; }
-    bool is_active(MentionIndex event) const override { return is("active", event); }
-    bool is_gate_open(MentionIndex gate, GateStateDirection way) const override {
+    bool is_active(SymbolIndex event) const override { return is("active", event); }
+    bool is_gate_open(SymbolIndex gate, GateStateDirection way) const override {
         return is(way == GateStateDirection::BALL_TO_BOX ? "open forth" : "open back", gate);
     }
-    bool is_server_open(MentionIndex server, ServerAccessPoint point) const override {
+    bool is_server_open(SymbolIndex server, ServerAccessPoint point) const override {
         return is(point == ServerAccessPoint::ENTRANCE ? "entrance open" : "exit open", server);
     }
-    double tally(MentionIndex tally) const override { return tallies.at(tally); }
+    double tally(SymbolIndex tally) const override { return tallies.at(tally); }
     double clock() const override { return now; }
-    double time(MentionIndex time) const override { return times.at(time); }
+    double time(SymbolIndex time) const override { return times.at(time); }
 };
 
 struct FilterMoment : Moment<FilterSituation> {
@@ -59,19 +59,19 @@ struct FilterMoment : Moment<FilterSituation> {
 
     AgentStateAtSimulationEnd end = AgentStateAtSimulationEnd::INSIDE;
     AgentActivity doing = AgentActivity::STANDING;
-    std::set<MentionIndex> transitions;
-    std::set<MentionIndex> trips;
+    std::set<SymbolIndex> transitions;
+    std::set<SymbolIndex> trips;
     double metres_per_second = 0;
     double density = 0;
     double nearest = 10;  ///< metres
     double nearest_in_sight = 20;
 
     AgentStateAtSimulationEnd end_state() const override { return end; }
-    bool exited_at(MentionIndex place) const override { return is("exited at", place); }
+    bool exited_at(SymbolIndex place) const override { return is("exited at", place); }
     AgentActivity activity() const override { return doing; }
-    bool is_at(MentionIndex server) const override { return is("at", server); }
-    bool makes(MentionIndex transition) const override { return transitions.contains(transition); }
-    bool is_on(MentionIndex trip) const override { return trips.contains(trip); }
+    bool is_at(SymbolIndex server) const override { return is("at", server); }
+    bool makes(SymbolIndex transition) const override { return transitions.contains(transition); }
+    bool is_on(SymbolIndex trip) const override { return trips.contains(trip); }
     double speed() const override { return metres_per_second; }
     double local_density() const override { return density; }
     bool has_neighbor_within(double distance, bool ignore_barriers) const override {

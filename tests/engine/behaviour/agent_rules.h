@@ -1,12 +1,12 @@
 #pragma once
 
-#include "engine/behaviour/agent_filter_states.h"
-#include "engine/behaviour/agent_test_states.h"
-#include "engine/behaviour/distribution_face.h"
+#include "engine/behaviour/distributions/distribution_handle.h"
+#include "engine/behaviour/filters/agent_filter_states.h"
+#include "engine/behaviour/tests/agent_test_states.h"
 #include "engine/model/document.h"
 #include "engine/model/kind.h"
 #include "engine/model/saving.h"
-#include "engine/model/scene_states.h"
+#include "engine/scene/scene_states.h"
 
 #include <pedflux/exception.h>
 
@@ -28,7 +28,7 @@ namespace pedflux::engine {
     struct Class##State : Base {                             \
         static constexpr ObjectType TYPE = ObjectType::KIND; \
         static constexpr std::string_view NAME = #Class;     \
-        using Face = SimObject;                              \
+        using Handle = SimObject;                            \
                                                              \
         template <class Self, class Field>                   \
         static void fields(Self& self, Field&& field) {      \
@@ -67,8 +67,8 @@ struct AgentRules : testing::Test {
     GlobalId broadcast = document.add<SomeBroadcastState>("Broadcast").id;
 
     template <class State>
-    std::shared_ptr<typename State::Face> create(std::string const& name) {
-        return std::static_pointer_cast<typename State::Face>(document.face_of(document.add<State>(name)));
+    std::shared_ptr<typename State::Handle> create(std::string const& name) {
+        return std::static_pointer_cast<typename State::Handle>(document.face_of(document.add<State>(name)));
     }
 };
 

@@ -1,6 +1,5 @@
-#include "engine/behaviour/agent_test_plan.h"
-
-#include "engine/behaviour/random.h"
+#include "engine/base/random.h"
+#include "engine/behaviour/tests/test_program.h"
 #include "tests/engine/behaviour/agent_moments.h"
 #include "tests/engine/behaviour/agent_rules.h"
 
@@ -125,9 +124,9 @@ TEST_F(AgentTestPlans, AskWhatTheirKindSays) {
     for (auto const& [test, arrange, expected] : cases) {
         for (bool const negated : {false, true}) {
             Question const asked = negated ? std::make_shared<NotTest>(test) : test;
-            Mentions mentions;
-            auto const plan = compile(*asked, document, mentions);
-            TestMoment moment(mentions);
+            SymbolTable symbols;
+            auto const plan = compile(*asked, document, symbols);
+            TestMoment moment(symbols);
             arrange(moment);
             EXPECT_EQ(passes(plan, moment), expected != negated) << written(asked);
         }
@@ -191,15 +190,15 @@ TEST_F(AgentTestPlans, AnswerAsTheTreesThatTheyAreMadeOf) {
     int no = 0;
     for (int round = 0; round < 400; ++round) {
         auto const test = random_test(tokens, random, 4);
-        Mentions mentions;
-        auto const plan = compile(*test, document, mentions);
+        SymbolTable symbols;
+        auto const plan = compile(*test, document, symbols);
         for (DecisionIndex i = 0; i < plan.decisions.size(); ++i) {
             for (auto const next : {plan.decisions[i].if_yes, plan.decisions[i].if_no}) {
                 EXPECT_TRUE(next < i || next == YES || next == NO);
             }
         }
         for (unsigned held = 0; held < 8; ++held) {
-            TestMoment moment(mentions);
+            TestMoment moment(symbols);
             std::set<std::string> names;
             for (std::size_t i = 0; i < tokens.size(); ++i) {
                 if ((held >> i & 1U) == 0) continue;
@@ -216,25 +215,25 @@ TEST_F(AgentTestPlans, AnswerAsTheTreesThatTheyAreMadeOf) {
 }
 
 TEST_F(AgentTestPlans, ShareTheNumbersOfWhatTheyMention) {
-    Mentions mentions;
+    SymbolTable symbols;
     auto const both = std::make_shared<TokenTest>(std::vector{token, other_token});
-    auto const first = compile(*both, document, mentions);
-    auto const second = compile(*std::make_shared<TokenTest>(std::vector{third_token, token}), document, mentions);
+    auto const first = compile(*both, document, symbols);
+    auto const second = compile(*std::make_shared<TokenTest>(std::vector{third_token, token}), document, symbols);
     EXPECT_THAT(first.objects, ElementsAre(0, 1));
     EXPECT_THAT(second.objects, ElementsAre(2, 0));
-    ASSERT_EQ(mentions.objects.size(), 3U);
-    EXPECT_TRUE(mentions.objects[2].InternalEquals(third_token));
+    ASSERT_EQ(symbols.objects.size(), 3U);
+    EXPECT_TRUE(symbols.objects[2].InternalEquals(third_token));
 }
 
 TEST_F(AgentTestPlans, DrawChancesByNumbersAlone) {
     constexpr std::uint64_t agents = 20'000;
     auto const rare = std::make_shared<RandomChanceTest>(0.25);
     auto const even = std::make_shared<RandomChanceTest>(0.5);
-    Mentions mentions;
-    auto const rare_plan = compile(*rare, document, mentions);
-    auto const both_plan = compile(AllOfTest(rare, even), document, mentions);
-    EXPECT_EQ(mentions.chances, 3U);
-    TestMoment moment(mentions);
+    SymbolTable symbols;
+    auto const rare_plan = compile(*rare, document, symbols);
+    auto const both_plan = compile(AllOfTest(rare, even), document, symbols);
+    EXPECT_EQ(symbols.chances, 3U);
+    TestMoment moment(symbols);
     int rarely = 0;
     int both = 0;
     int again = 0;
@@ -264,10 +263,10 @@ TEST_F(AgentTestPlans, DrawChancesByNumbersAlone) {
 TEST_F(AgentTestPlans, TakeNamedTestsAsTheyAreWhenCompiled) {
     auto const inner = name("Inner", holds_token());
     auto const outer = name("Outer", std::make_shared<NotTest>(by_name(*inner)));
-    Mentions mentions;
-    auto const plan = compile(AllOfTest(by_name(*outer), by_name(*outer)), document, mentions);
+    SymbolTable symbols;
+    auto const plan = compile(AllOfTest(by_name(*outer), by_name(*outer)), document, symbols);
     inner->SetAgentTest(std::make_shared<AlwaysTrueTest>());
-    TestMoment moment(mentions);
+    TestMoment moment(symbols);
     EXPECT_TRUE(passes(plan, moment));
     moment.add("holds", token);
     EXPECT_FALSE(passes(plan, moment));
@@ -278,12 +277,12 @@ TEST_F(AgentTestPlans, RefuseNamesThatLeadNowhere) {
     auto const b = name("B", std::make_shared<NotTest>(by_name(*a)));
     auto const c = name("C", std::make_shared<AnyOfTest>(holds_token(), by_name(*b)));
     a->SetAgentTest(by_name(*c));
-    Mentions mentions;
-    EXPECT_THAT(refusal([&] { compile(*by_name(*b), document, mentions); }),
+    SymbolTable symbols;
+    EXPECT_THAT(refusal([&] { compile(*by_name(*b), document, symbols); }),
                 HasSubstr("AgentTestObject 'B' leads back to itself by names: 'B' -> 'A' -> 'C' -> 'B'"));
     a->SetAgentTest(by_name(*a));
-    EXPECT_THAT(refusal([&] { compile(*by_name(*c), document, mentions); }), HasSubstr("'A' -> 'A'"));
-    EXPECT_THAT(refusal([&] { compile(NamedTest(GlobalId::Generate()), document, mentions); }),
+    EXPECT_THAT(refusal([&] { compile(*by_name(*c), document, symbols); }), HasSubstr("'A' -> 'A'"));
+    EXPECT_THAT(refusal([&] { compile(NamedTest(GlobalId::Generate()), document, symbols); }),
                 HasSubstr("AgentTestObject: the project has none with the identifier"));
 
     // Each names the one before twice, so that the whole doubles with every name.
@@ -291,9 +290,9 @@ TEST_F(AgentTestPlans, RefuseNamesThatLeadNowhere) {
     for (int i = 1; i <= 20; ++i) {
         last = name("Doubling " + std::to_string(i), std::make_shared<AnyOfTest>(by_name(*last), by_name(*last)));
     }
-    EXPECT_THAT(refusal([&] { compile(*by_name(*last), document, mentions); }), HasSubstr("more than 100000 parts"));
+    EXPECT_THAT(refusal([&] { compile(*by_name(*last), document, symbols); }), HasSubstr("more than 100000 parts"));
     for (int i = 0; i < 1'000; ++i) last = name("Link " + std::to_string(i), by_name(*last));
-    EXPECT_THAT(refusal([&] { compile(*by_name(*last), document, mentions); }), HasSubstr("deeper than 1000 levels"));
+    EXPECT_THAT(refusal([&] { compile(*by_name(*last), document, symbols); }), HasSubstr("deeper than 1000 levels"));
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-#include "engine/behaviour/distribution_face.h"
-#include "engine/behaviour/random.h"
+#include "engine/base/random.h"
+#include "engine/behaviour/distributions/distribution_handle.h"
 
 #include <pedflux/distributions.h>
 
@@ -34,20 +34,20 @@ struct Weighted {
 
 /// By Simpson's rule, with the heaviest weight taken as 1 and values measured from the middle, so that neither far
 /// tails nor narrow intervals cancel. Uses none of the formulas under test.
-Moments moments_of(Weighted const& law) {
+Moments moments_of(Weighted const& spec) {
     constexpr int steps = 200000;
-    auto const at = [&](int k) { return law.from + (law.to - law.from) * k / steps; };
+    auto const at = [&](int k) { return spec.from + (spec.to - spec.from) * k / steps; };
     double heaviest = -std::numeric_limits<double>::infinity();
-    for (int k = 0; k <= steps; ++k) heaviest = std::max(heaviest, law.log_weight(at(k)));
+    for (int k = 0; k <= steps; ++k) heaviest = std::max(heaviest, spec.log_weight(at(k)));
     auto const integral_of = [&](Function const& function) {
         double sum = 0;
         for (int k = 0; k <= steps; ++k) {
             int const factor = k == 0 || k == steps ? 1 : (k % 2 == 1 ? 4 : 2);
-            sum += factor * function(law.x(at(k))) * std::exp(law.log_weight(at(k)) - heaviest);
+            sum += factor * function(spec.x(at(k))) * std::exp(spec.log_weight(at(k)) - heaviest);
         }
         return sum;
     };
-    double const origin = law.x(at(steps / 2));
+    double const origin = spec.x(at(steps / 2));
     double const mass = integral_of([](double) { return 1; });
     double const mean = integral_of([&](double x) { return x - origin; }) / mass;
     double const square = integral_of([&](double x) { return (x - origin - mean) * (x - origin - mean); }) / mass;
@@ -56,7 +56,7 @@ Moments moments_of(Weighted const& law) {
 
 struct Subject {
     std::string name;
-    std::shared_ptr<Distribution> law;
+    std::shared_ptr<Distribution> spec;
     Moments expected;
 };
 
@@ -153,12 +153,12 @@ struct Sampled {
 };
 
 /// Moments around the expected mean, and their standard errors: that of a variance is √((m₄ - σ⁴) / n).
-Sampled sampled(Distribution& law, double around, int count) {
+Sampled sampled(Distribution& spec, double around, int count) {
     Random random(20, 3);
     Sampled found;
     double sums[4] = {};
     for (int k = 0; k < count; ++k) {
-        double const value = sample(law, random);
+        double const value = sample(spec, random);
         found.least = std::min(found.least, value);
         found.greatest = std::max(found.greatest, value);
         double power = 1;
@@ -180,9 +180,9 @@ TEST(DistributionMoments, AreThoseOfAMillionSamples) {
     constexpr double errors = 4;
     std::printf("%-38s %13s %13s %6s %11s %11s %6s %13s %13s\n", "law", "mean", "sampled", "errors", "deviation",
                 "sampled", "errors", "least", "greatest");
-    for (auto const& [name, law, expected] : subjects()) {
-        double const mean = law->GetMean();
-        auto const found = sampled(*law, expected.mean, count);
+    for (auto const& [name, spec, expected] : subjects()) {
+        double const mean = spec->GetMean();
+        auto const found = sampled(*spec, expected.mean, count);
         auto const in_errors = [](double difference, double error) { return error > 0 ? difference / error : 0; };
         std::printf("%-38s %13.8g %13.8g %6.2f %11.6g %11.6g %6.2f %13.8g %13.8g\n", name.c_str(), mean,
                     found.moments.mean, in_errors(found.moments.mean - mean, found.error_of_mean), expected.deviation,
@@ -193,8 +193,8 @@ TEST(DistributionMoments, AreThoseOfAMillionSamples) {
         EXPECT_NEAR(mean, expected.mean, 1e-9 * expected.deviation + 4 * rounding) << name;
         EXPECT_NEAR(found.moments.mean, mean, errors * found.error_of_mean + rounding) << name;
         EXPECT_NEAR(found.moments.deviation, expected.deviation, errors * found.error_of_deviation + rounding) << name;
-        EXPECT_GE(found.least, law->GetMin()) << name;
-        EXPECT_LE(found.greatest, law->GetMax()) << name;
+        EXPECT_GE(found.least, spec->GetMin()) << name;
+        EXPECT_LE(found.greatest, spec->GetMax()) << name;
     }
 }
 

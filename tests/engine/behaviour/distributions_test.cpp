@@ -1,5 +1,5 @@
-#include "engine/behaviour/bounded_normal.h"
-#include "engine/behaviour/distribution_face.h"
+#include "engine/behaviour/distributions/bounded_normal.h"
+#include "engine/behaviour/distributions/distribution_handle.h"
 #include "engine/model/properties.h"
 
 #include <pedflux/distributions.h>
@@ -65,56 +65,56 @@ std::vector<Continuous> continuous_laws() {
 }
 
 // E[X] = max - ∫ F over the bounds, with F the truncated distribution function; by Simpson's rule.
-double mean_by_quadrature(Continuous const& law) {
-    auto const min = law.distribution->GetMin();
-    auto const max = law.distribution->GetMax();
-    auto const base = law.untruncated(min);
-    auto const mass = law.untruncated(max) - base;
+double mean_by_quadrature(Continuous const& spec) {
+    auto const min = spec.distribution->GetMin();
+    auto const max = spec.distribution->GetMax();
+    auto const base = spec.untruncated(min);
+    auto const mass = spec.untruncated(max) - base;
     constexpr int steps = 200000;
     auto const width = (max - min) / steps;
     double integral = 0;
     for (int k = 0; k <= steps; ++k) {
         auto const factor = k == 0 || k == steps ? 1 : (k % 2 == 1 ? 4 : 2);
-        integral += factor * (law.untruncated(min + k * width) - base) / mass;
+        integral += factor * (spec.untruncated(min + k * width) - base) / mass;
     }
     return max - integral * width / 3;
 }
 
 TEST(Distributions, MeansAreThoseOfTheBoundedLaws) {
-    for (auto const& law : continuous_laws()) {
-        auto const expected = mean_by_quadrature(law);
-        EXPECT_NEAR(law.distribution->GetMean(), expected, 1e-7 * std::max(1.0, std::abs(expected))) << law.name;
+    for (auto const& spec : continuous_laws()) {
+        auto const expected = mean_by_quadrature(spec);
+        EXPECT_NEAR(spec.distribution->GetMean(), expected, 1e-7 * std::max(1.0, std::abs(expected))) << spec.name;
     }
 }
 
 TEST(Distributions, SamplesFollowTheLawAndItsMean) {
     constexpr int count = 20000;
-    for (auto const& law : continuous_laws()) {
+    for (auto const& spec : continuous_laws()) {
         Random random(7, 1);
         std::vector<double> values(count);
-        std::generate(values.begin(), values.end(), [&] { return sample(*law.distribution, random); });
+        std::generate(values.begin(), values.end(), [&] { return sample(*spec.distribution, random); });
         std::sort(values.begin(), values.end());
-        ASSERT_GE(values.front(), law.distribution->GetMin()) << law.name;
-        ASSERT_LE(values.back(), law.distribution->GetMax()) << law.name;
+        ASSERT_GE(values.front(), spec.distribution->GetMin()) << spec.name;
+        ASSERT_LE(values.back(), spec.distribution->GetMax()) << spec.name;
 
-        auto const base = law.untruncated(law.distribution->GetMin());
-        auto const mass = law.untruncated(law.distribution->GetMax()) - base;
+        auto const base = spec.untruncated(spec.distribution->GetMin());
+        auto const mass = spec.untruncated(spec.distribution->GetMax()) - base;
         double greatest_gap = 0;  // Kolmogorov and Smirnov's
         double sum = 0;
         double squares = 0;
         for (int k = 0; k < count; ++k) {
             auto const value = values[static_cast<std::size_t>(k)];
-            auto const chance = (law.untruncated(value) - base) / mass;
+            auto const chance = (spec.untruncated(value) - base) / mass;
             greatest_gap = std::max(
                 {greatest_gap, chance - static_cast<double>(k) / count, static_cast<double>(k + 1) / count - chance});
             sum += value;
             squares += value * value;
         }
         constexpr double gap_of_one_chance_in_a_thousand = 1.95;
-        EXPECT_LT(greatest_gap * std::sqrt(count), gap_of_one_chance_in_a_thousand) << law.name;
+        EXPECT_LT(greatest_gap * std::sqrt(count), gap_of_one_chance_in_a_thousand) << spec.name;
         auto const mean = sum / count;
         auto const standard_error = std::sqrt((squares / count - mean * mean) / count);
-        EXPECT_NEAR(mean, law.distribution->GetMean(), 3.5 * standard_error) << law.name;
+        EXPECT_NEAR(mean, spec.distribution->GetMean(), 3.5 * standard_error) << spec.name;
     }
 }
 
@@ -156,27 +156,27 @@ TEST(Distributions, SamplingReachesEveryTail) {
         Distribution::CreateTriangular(7, 7, 7),        Distribution::CreateConstant(-3),
         Distribution::CreateExponential(1e-300, 0, 10), Distribution::CreateNormal(0, 1e-9, -5, 5),
     };
-    for (auto const& law : laws) {
+    for (auto const& spec : laws) {
         Random random(11, 0);
         double sum = 0;
         for (int k = 0; k < 1000; ++k) {
-            auto const value = sample(*law, random);
-            ASSERT_TRUE(law->GetMin() <= value && value <= law->GetMax());
+            auto const value = sample(*spec, random);
+            ASSERT_TRUE(spec->GetMin() <= value && value <= spec->GetMax());
             sum += value;
         }
-        auto const width = law->GetMax() - law->GetMin();
-        EXPECT_NEAR(sum / 1000, law->GetMean(), 0.05 * width);
+        auto const width = spec->GetMax() - spec->GetMin();
+        EXPECT_NEAR(sum / 1000, spec->GetMean(), 0.05 * width);
     }
 }
 
 TEST(Distributions, DiscreteDrawsItsValuesByWeight) {
-    auto const law = Distribution::CreateDiscrete({10, -4, 7}, {1, 0, 3});
-    EXPECT_EQ(law->GetMin(), 7);
-    EXPECT_EQ(law->GetMax(), 10);
+    auto const spec = Distribution::CreateDiscrete({10, -4, 7}, {1, 0, 3});
+    EXPECT_EQ(spec->GetMin(), 7);
+    EXPECT_EQ(spec->GetMax(), 10);
     Random random(12, 0);
     int tens = 0;
     for (int k = 0; k < 10000; ++k) {
-        auto const value = sample(*law, random);
+        auto const value = sample(*spec, random);
         ASSERT_TRUE(value == 10 || value == 7);
         tens += value == 10 ? 1 : 0;
     }
@@ -278,16 +278,16 @@ TEST(Distributions, SurviveCopyingAndFiles) {
     auto laws = continuous_laws();
     laws.push_back({"discrete", Distribution::CreateDiscrete({1, 2}, {3, 4}), {}});
     laws.push_back({"constant", Distribution::CreateConstant(1e-9), {}});
-    for (auto const& law : laws) {
+    for (auto const& spec : laws) {
         using Shared = std::shared_ptr<Distribution>;
-        auto const json = Codec<Shared>::write(law.distribution);
+        auto const json = Codec<Shared>::write(spec.distribution);
         Shared opened;
         Codec<Shared>::read(opened, Json::parse(json.dump()), reading);
-        EXPECT_EQ(Codec<Shared>::write(opened), json) << law.name;
-        auto const copy = copy_of(law.distribution);
-        EXPECT_NE(copy, law.distribution);
-        EXPECT_EQ(Codec<Shared>::write(copy), json) << law.name;
-        EXPECT_EQ(copy->GetDistributionType(), law.distribution->GetDistributionType()) << law.name;
+        EXPECT_EQ(Codec<Shared>::write(opened), json) << spec.name;
+        auto const copy = copy_of(spec.distribution);
+        EXPECT_NE(copy, spec.distribution);
+        EXPECT_EQ(Codec<Shared>::write(copy), json) << spec.name;
+        EXPECT_EQ(copy->GetDistributionType(), spec.distribution->GetDistributionType()) << spec.name;
     }
     EXPECT_TRUE(warnings.empty());
     std::shared_ptr<Distribution> opened;

@@ -1,8 +1,8 @@
-#include "engine/behaviour/event_states.h"
+#include "engine/behaviour/events/event_states.h"
 #include "engine/model/document.h"
 #include "engine/model/kind.h"
 #include "engine/model/saving.h"
-#include "engine/model/scene_states.h"
+#include "engine/scene/scene_states.h"
 
 #include <pedflux/agent_actions.h>
 #include <pedflux/agent_tests.h>
@@ -31,25 +31,25 @@ using ::testing::IsEmpty;
 struct PlaceState : NetworkObjectState {
     static constexpr ObjectType TYPE = ObjectType::FLOOR;
     static constexpr std::string_view NAME = "Place";
-    using Face = SceneObject;
+    using Handle = SceneObject;
 };
 
 struct PersonState : ObjectState {
     static constexpr ObjectType TYPE = ObjectType::PROFILE;
     static constexpr std::string_view NAME = "Person";
-    using Face = SimObject;
+    using Handle = SimObject;
 };
 
 struct DoorState : NetworkObjectState {
     static constexpr ObjectType TYPE = ObjectType::PORTAL;
     static constexpr std::string_view NAME = "Door";
-    using Face = SceneObject;
+    using Handle = SceneObject;
 };
 
 struct BadgeState : ObjectState {
     static constexpr ObjectType TYPE = ObjectType::TOKEN;
     static constexpr std::string_view NAME = "Badge";
-    using Face = SimObject;
+    using Handle = SimObject;
 };
 
 Kinds event_kinds() {
@@ -72,8 +72,8 @@ struct Events : testing::Test {
     std::shared_ptr<AgentTest> has_badge = std::make_shared<TokenTest>(badge);
 
     template <class State>
-    std::shared_ptr<typename State::Face> create(std::string const& name) {
-        return std::dynamic_pointer_cast<typename State::Face>(document.face_of(document.add<State>(name)));
+    std::shared_ptr<typename State::Handle> create(std::string const& name) {
+        return std::dynamic_pointer_cast<typename State::Handle>(document.face_of(document.add<State>(name)));
     }
 };
 

@@ -1,4 +1,4 @@
-#include "engine/behaviour/population_face.h"
+#include "engine/behaviour/population/population_handle.h"
 #include "engine/model/codec.h"
 
 #include <pedflux/distributions.h>

@@ -1,4 +1,4 @@
-#include "engine/behaviour/random.h"
+#include "engine/base/random.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "engine/behaviour/schedule.h"
+#include "engine/behaviour/population/schedule.h"
 
 #include <pedflux/distributions.h>
 #include <pedflux/exception.h>

@@ -1,4 +1,4 @@
-#include "engine/behaviour/tally_object_states.h"
+#include "engine/behaviour/tallies/tally_object_states.h"
 #include "tests/engine/behaviour/agent_rules.h"
 
 #include <pedflux/tallies.h>

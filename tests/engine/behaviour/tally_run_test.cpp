@@ -1,6 +1,6 @@
-#include "engine/behaviour/tally_run.h"
+#include "engine/behaviour/tallies/tally_run.h"
 
-#include "engine/behaviour/tally_object_states.h"
+#include "engine/behaviour/tallies/tally_object_states.h"
 #include "tests/engine/behaviour/agent_rules.h"
 
 #include <algorithm>
@@ -40,8 +40,8 @@ struct TallyRuns : AgentRules {
     }
     /// The same with what the ranges do in each frame: '|' a span begins, '-' it goes on, ' ' none is open.
     Values run(TallyObject& wanted, Values const& measured, std::string const& spans, std::uint64_t seed = 1) {
-        Mentions mentions;
-        TallyPlan const plan = compile_tallies(document, mentions);
+        SymbolTable symbols;
+        TallyProgram const plan = compile_tallies(document, symbols);
         TallyRun running(plan, seed);
         Values values;
         for (std::size_t i = 0; i < measured.size(); ++i) {
@@ -222,8 +222,8 @@ TEST_F(TallyRuns, WhatIsAddedStaysUntilAReset) {
     clock->SetTallyValueByClockCountingDown(2);
     clock->SetMinValue(0);
 
-    Mentions mentions;
-    TallyPlan const plan = compile_tallies(document, mentions);
+    SymbolTable symbols;
+    TallyProgram const plan = compile_tallies(document, symbols);
     TallyRun running(plan, 1);
     auto const values = [&] { return Values{running.value(0), running.value(1), running.value(2)}; };
     auto const step = [&](double people) { running.step(Values{people, people}, {}); };
@@ -276,27 +276,27 @@ TEST_F(TallyRuns, ExpressionsAreFiniteNumbers) {
              std::make_shared<MinTally>(number(4), number(8))),
          8},
     };
-    Mentions mentions;
-    for (auto const& entry : cases) mentions.tallies.push_back(entry.tally);
-    TallyPlan const plan = compile_tallies(document, mentions);
+    SymbolTable symbols;
+    for (auto const& entry : cases) symbols.tallies.push_back(entry.tally);
+    TallyProgram const plan = compile_tallies(document, symbols);
     TallyRun running(plan, 1);
     running.step(Values(plan.measures.size(), 6), {});
-    for (MentionIndex i = 0; i < std::size(cases); ++i) {
+    for (SymbolIndex i = 0; i < std::size(cases); ++i) {
         EXPECT_EQ(running.compared(i), cases[i].expected) << written(cases[i].tally);
     }
 }
 
 TEST_F(TallyRuns, MeasuresSayWhatTheyAreOf) {
-    Mentions mentions;
-    mentions.tallies = {std::make_shared<AddTally>(
+    SymbolTable symbols;
+    symbols.tallies = {std::make_shared<AddTally>(
         std::make_shared<ServerQueueTally>(server),
         std::make_shared<AddTally>(std::make_shared<AreaPopulationTally>(std::vector{volume, link}),
                                    std::make_shared<TransitionTally>(Transition::SimEnter(portal))))};
-    auto const plan = compile_tallies(document, mentions);
+    auto const plan = compile_tallies(document, symbols);
     ASSERT_EQ(plan.measures.size(), 3u);
     auto const named_by = [&](TallyMeasure const& measure) {
         std::vector<std::string> names;
-        for (auto const object : measure.objects) names.push_back(document.find(mentions.objects[object])->name);
+        for (auto const object : measure.objects) names.push_back(document.find(symbols.objects[object])->name);
         return names;
     };
     EXPECT_EQ(plan.measures[0].kind, TallyType::SERVER_QUEUE);
@@ -304,11 +304,11 @@ TEST_F(TallyRuns, MeasuresSayWhatTheyAreOf) {
     EXPECT_EQ(plan.measures[1].kind, TallyType::AREA_POPULATION);
     EXPECT_THAT(named_by(plan.measures[1]), ElementsAre("Volume", "Link"));
     EXPECT_EQ(plan.measures[2].kind, TallyType::TRANSITION);
-    ASSERT_EQ(mentions.transitions.size(), 1u);
+    ASSERT_EQ(symbols.transitions.size(), 1u);
     EXPECT_EQ(plan.measures[2].transition, 0u);
 
-    mentions.tallies = {std::make_shared<NamedTally>(GlobalId::Generate())};
-    EXPECT_THAT(refusal([&] { compile_tallies(document, mentions); }), testing::HasSubstr("no tally object"));
+    symbols.tallies = {std::make_shared<NamedTally>(GlobalId::Generate())};
+    EXPECT_THAT(refusal([&] { compile_tallies(document, symbols); }), testing::HasSubstr("no tally object"));
 }
 
 TEST_F(TallyRuns, NamedTalliesHaveTheValueOfTheSameFrame) {

@@ -1,4 +1,4 @@
-#include "engine/behaviour/task_order.h"
+#include "engine/behaviour/actions/task_order.h"
 #include "tests/engine/behaviour/agent_rules.h"
 
 #include <pedflux/tasks.h>

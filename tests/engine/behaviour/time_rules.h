@@ -1,10 +1,10 @@
 #pragma once
 
-#include "engine/behaviour/access_rule_states.h"
-#include "engine/behaviour/time_reference.h"
-#include "engine/behaviour/transition_states.h"
-#include "engine/behaviour/trigger_range_states.h"
-#include "engine/behaviour/trigger_states.h"
+#include "engine/behaviour/access/access_rule_states.h"
+#include "engine/behaviour/events/time_reference.h"
+#include "engine/behaviour/triggers/transition_states.h"
+#include "engine/behaviour/triggers/trigger_range_states.h"
+#include "engine/behaviour/triggers/trigger_states.h"
 #include "tests/engine/behaviour/agent_rules.h"
 
 #include <memory>
@@ -17,7 +17,7 @@ namespace pedflux::engine {
 struct SomeCordonState : ObjectState {
     static constexpr ObjectType TYPE = ObjectType::CORDON;
     static constexpr std::string_view NAME = "SomeCordon";
-    using Face = SimObject;
+    using Handle = SimObject;
 };
 
 struct TimeRules : AgentRules {

@@ -1,4 +1,4 @@
-#include "engine/geometry/identifiers.h"
+#include "engine/base/identifiers.h"
 
 #include "tests/engine/geometry/expect.h"
 

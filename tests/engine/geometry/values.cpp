@@ -1,4 +1,4 @@
-#include "engine/geometry/log.h"
+#include "engine/base/log.h"
 #include "tests/engine/geometry/expect.h"
 
 #include <pedflux/color.h>

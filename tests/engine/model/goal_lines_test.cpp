@@ -1,4 +1,4 @@
-#include "engine/model/goal_lines.h"
+#include "engine/scene/goal_lines.h"
 
 #include "tests/engine/geometry/expect.h"
 

@@ -1,5 +1,5 @@
 #include "engine/geometry/plan_faults.h"
-#include "engine/geometry/plan_polygons.h"
+#include "engine/geometry/polygons.h"
 #include "tests/engine/navigation/plans.h"
 
 #include <pedflux/exception.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/geometry/plan_polygons.h"
+#include "engine/geometry/polygons.h"
 
 #include <cmath>
 #include <cstdint>

@@ -1,10 +1,10 @@
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 #include "engine/geometry/vector.h"
-#include "engine/model/avatar_state.h"
-#include "engine/model/presentation_states.h"
 #include "engine/model/saving.h"
 #include "engine/project/kinds.h"
-#include "engine/project/view_state.h"
+#include "engine/scene/avatar_state.h"
+#include "engine/scene/presentation_states.h"
+#include "engine/view/view_state.h"
 #include "tests/engine/project/building.h"
 
 #include <pedflux/avatars.h>

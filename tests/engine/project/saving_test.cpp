@@ -2,8 +2,8 @@
 
 #include "engine/model/document.h"
 #include "engine/model/files.h"
-#include "engine/model/scene_states.h"
 #include "engine/project/kinds.h"
+#include "engine/scene/scene_states.h"
 #include "tests/engine/project/building.h"
 #include "tests/engine/project/filled_document.h"
 

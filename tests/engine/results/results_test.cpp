@@ -1,4 +1,4 @@
-#include "engine/geometry/identifiers.h"
+#include "engine/base/identifiers.h"
 #include "engine/results/agent_data.h"
 #include "engine/results/level_of_service.h"
 #include "engine/results/run_reader.h"

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "engine/analysis/frames.h"
+#include "engine/analysis/map_query_states.h"
+#include "engine/model/properties.h"
+
+#include <memory>
+#include <optional>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+/// What the setters and getters of queries come down to. The field can be one of a part of the query's state.
+namespace pedflux::engine {
+
+/// Maps that were found without a change are forgotten after it.
+inline void forget_maps(QueryState&) {}
+inline void forget_maps(MapQueryState& state) { state.maps.clear(); }
+
+template <class State, class Member, class Part>
+Member const& get_part(SimObject& handle, Member Part::*member) {
+    return state_of<State>(handle).*member;
+}
+
+template <class State, class Member, class Part, class Value>
+void set_part(SimObject& handle, Member Part::*member, Value&& value) {
+    State& state = state_of<State>(handle);
+    set_field(owner_of(state), state, member, std::forward<Value>(value));
+    forget_maps(state);
+}
+
+/// Sets the list of runs of a query of several, and the run that stands for all of them.
+template <class State>
+void set_runs(SimObject& handle, std::vector<GlobalId> const& runs) {
+    set_part<State>(handle, &State::runs, runs);
+    set_part<State>(handle, &State::run, runs.empty() ? std::nullopt : std::optional(runs.front()));
+}
+
+// The properties that many queries have in the same form, one line for each in the tables of the faces.
+#define PEDFLUX_PROPERTY(Query, Type, Argument, Name, member)                                                        \
+    Type Query::Get##Name() { return engine::get_part<engine::Query##State>(*this, &engine::Query##State::member); } \
+    void Query::Set##Name(Argument value) {                                                                          \
+        engine::set_part<engine::Query##State>(*this, &engine::Query##State::member, value);                         \
+    }
+#define PEDFLUX_VALUE(Query, Type, Name, member) PEDFLUX_PROPERTY(Query, Type, Type, Name, member)
+#define PEDFLUX_LIST(Query, Name, member) \
+    PEDFLUX_PROPERTY(Query, std::vector<GlobalId>, std::vector<GlobalId> const&, Name, member)
+#define PEDFLUX_FLAG(Query, Name, member)                                                                           \
+    bool Query::Is##Name() { return engine::get_part<engine::Query##State>(*this, &engine::Query##State::member); } \
+    void Query::Set##Name(bool value) {                                                                             \
+        engine::set_part<engine::Query##State>(*this, &engine::Query##State::member, value);                        \
+    }
+/// Write-only.
+#define PEDFLUX_SETTER(Query, Argument, Name, member)                                        \
+    void Query::Set##Name(Argument value) {                                                  \
+        engine::set_part<engine::Query##State>(*this, &engine::Query##State::member, value); \
+    }
+/// A shared object of which the query keeps a copy and hands out copies.
+#define PEDFLUX_COPIED(Query, Type, Name, member)                                                             \
+    std::shared_ptr<Type> Query::Get##Name() {                                                                \
+        return engine::copy_of(engine::get_part<engine::Query##State>(*this, &engine::Query##State::member)); \
+    }                                                                                                         \
+    void Query::Set##Name(std::shared_ptr<Type> const& value) {                                               \
+        engine::set_part<engine::Query##State>(*this, &engine::Query##State::member, engine::copy_of(value)); \
+    }
+#define PEDFLUX_SEVERAL_RUNS(Query)                                                        \
+    void Query::SetSimulationRunId(GlobalId const& run) { SetSimulationRunIds({run}); }    \
+    std::vector<GlobalId> Query::GetSimulationRunIds() {                                   \
+        return engine::get_part<engine::Query##State>(*this, &engine::Query##State::runs); \
+    }                                                                                      \
+    void Query::SetSimulationRunIds(std::vector<GlobalId> const& runs) {                   \
+        engine::set_runs<engine::Query##State>(*this, runs);                               \
+    }
+#define PEDFLUX_AGENT_FILTER(Query) PEDFLUX_COPIED(Query, AgentFilter, AgentFilter, filter)
+#define PEDFLUX_COLOR_FUNCTION(Query)                                                                             \
+    PEDFLUX_PROPERTY(Query, std::shared_ptr<ColorFunction>, std::shared_ptr<ColorFunction> const&, ColorFunction, \
+                     colors)
+
+}  // namespace pedflux::engine

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "engine/behaviour/actions/action_program.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <vector>
+
+/// What each agent does at the time, out of an `ActionProgram`: a stack of the actions that it is in, the innermost
+/// last. Those that happen at once are passed on to the simulation; one that takes time stays on top until it is done.
+/// An action that is started meanwhile stands on top of it, and when that one is done the former goes on.
+namespace pedflux::engine {
+
+/// Of goals that the agent reaches whichever is the easiest.
+inline constexpr int ANY_GOAL = -1;
+
+/// One action that an agent is in.
+struct ActionFrame {
+    int node;
+    bool apart = false;  ///< started besides what the agent did, not by the frame below
+    bool begun = false;
+    int step = 0;                                            ///< children or turns done
+    int turns = 0;                                           ///< to do, of a count
+    int goal = ANY_GOAL;                                     ///< of the node's objects
+    int station = NONE;                                      ///< of a process, the place where the agent goes in it
+    int passed = NONE;                                       ///< of a process, the place where the agent was last
+    double until = std::numeric_limits<double>::infinity();  ///< seconds of the simulated clock
+    std::uint64_t draw = 0;                                  ///< of the order of the children
+    std::uint64_t turn_began = 0;                            ///< the call of `advance` in which the turn began
+    std::uint64_t began_in = 0;                              ///< the call of `advance` in which the action began
+};
+
+struct ActionStack {
+    std::vector<ActionFrame> frames;
+    std::uint64_t draws = 0;     ///< numbers drawn so far
+    std::uint64_t advances = 0;  ///< calls of `advance` so far
+};
+
+/// Something that takes time. Of a kind of action that is not itself a way to go or to wait, the agent waits: until
+/// the rest of what it was to do has passed when the node has a style, or until the next step.
+struct ActionTask {
+    int node;
+    int goal;  ///< of the node's objects, or ANY_GOAL
+
+    friend bool operator==(ActionTask const&, ActionTask const&) = default;
+};
+
+/// The agent and the world around it, as its actions see them.
+struct ActionScene {
+    ActionScene() = default;
+    ActionScene(ActionScene const&) = delete;
+    ActionScene& operator=(ActionScene const&) = delete;
+    virtual ~ActionScene() = default;
+
+    /// Seconds of the simulated clock.
+    virtual double now() const = 0;
+    /// Whether a test of the plan is true for the agent.
+    virtual bool passes(int test) = 0;
+    /// A time of the plan in seconds of the simulated clock; none while it is not known, as before an event starts.
+    virtual std::optional<double> time_of(int time) const = 0;
+    /// Whether the agent is where a task to go somewhere leads.
+    virtual bool has_arrived(ActionTask const& task) = 0;
+    /// An action that happens at once: of tokens, tallies, looks, network, history, tasks, and leaving.
+    /// Must not change the stack.
+    virtual void happen(ActionNode const& node) = 0;
+};
+
+/// Draws are a function of these and of how many there were before, so that agents do not disturb each other.
+struct ActionDraws {
+    std::uint64_t seed;
+    std::uint64_t agent;
+};
+
+/// How many actions can happen at once in one step of an agent; what is left goes on in the next one.
+inline constexpr int MOST_AT_ONCE = 1000;
+
+/// Starts an action besides what the agent does: it comes first, and then the rest goes on.
+void start(ActionStack& stack, int node);
+/// Adds an action for when the agent has done all that it was to do.
+void start_last(ActionStack& stack, int node);
+
+/// Lets the agent do what it has to until something takes time, and returns that; none when there is nothing left to
+/// do. A repeated action that takes no time is done once in a step.
+std::optional<ActionTask> advance(ActionProgram const& plan, ActionStack& stack, ActionDraws draws, ActionScene& scene);
+
+}  // namespace pedflux::engine

@@ -1,0 +1,75 @@
+#include "engine/behaviour/actions/wait_style_states.h"
+#include "engine/model/node_kind.h"
+
+#include <pedflux/wait_styles.h>
+
+namespace pedflux {
+
+using engine::get;
+using engine::make_node;
+using engine::set;
+using engine::WaitInSpacesState;
+
+WaitStyle::WaitStyle(engine::NodePointer node) : node_(std::move(node)) {}
+WaitStyle::WaitStyle(WaitStyle const& other) : node_(engine::copy_of(engine::node_of(other))) {}
+WaitStyle::~WaitStyle() = default;
+
+WaitStyleTypeId WaitStyle::GetWaitStyleTypeId() { return static_cast<WaitStyleTypeId>(engine::type_of(*this)); }
+std::shared_ptr<WaitStyle> WaitStyle::Clone() { return engine::clone_of(*this); }
+
+std::shared_ptr<WaitStyle> WaitStyle::StandStill() { return std::make_shared<StandStillWaitStyle>(); }
+std::shared_ptr<WaitStyle> WaitStyle::SpreadOut() { return std::make_shared<SpreadOutWaitStyle>(); }
+std::shared_ptr<WaitStyle> WaitStyle::AssignedWaitSpace(std::vector<GlobalId> const& spaces) {
+    return std::make_shared<AssignedWaitSpaceWaitStyle>(spaces);
+}
+std::shared_ptr<WaitStyle> WaitStyle::AssignedWaitSpace(std::vector<GlobalId> const& spaces,
+                                                        std::vector<double> const& weights) {
+    return std::make_shared<AssignedWaitSpaceWaitStyle>(spaces, weights);
+}
+std::shared_ptr<WaitStyle> WaitStyle::LowestCostWaitSpace(std::vector<GlobalId> const& spaces) {
+    return std::make_shared<LowestCostWaitSpaceWaitStyle>(spaces);
+}
+
+StandStillWaitStyle::StandStillWaitStyle() : WaitStyle(make_node<WaitStyle, engine::StandStillWaitStyleState>()) {}
+SpreadOutWaitStyle::SpreadOutWaitStyle() : WaitStyle(make_node<WaitStyle, engine::SpreadOutWaitStyleState>()) {}
+
+AssignedWaitSpaceWaitStyle::AssignedWaitSpaceWaitStyle(std::vector<GlobalId> const& spaces)
+    : WaitStyle(
+          make_node<WaitStyle, engine::AssignedWaitSpaceWaitStyleState>([&](auto& state) { state.spaces = spaces; })) {}
+AssignedWaitSpaceWaitStyle::AssignedWaitSpaceWaitStyle(std::vector<GlobalId> const& spaces,
+                                                       std::vector<double> const& weights)
+    : WaitStyle(make_node<WaitStyle, engine::AssignedWaitSpaceWaitStyleState>([&](auto& state) {
+          engine::require_equal_lengths("AssignedWaitSpaceWaitStyle: wait spaces", spaces.size(), "weights",
+                                        weights.size());
+          state.spaces = spaces;
+          state.weights = weights;
+      })) {}
+LowestCostWaitSpaceWaitStyle::LowestCostWaitSpaceWaitStyle(std::vector<GlobalId> const& spaces)
+    : WaitStyle(make_node<WaitStyle, engine::LowestCostWaitSpaceWaitStyleState>(
+          [&](auto& state) { state.spaces = spaces; })) {}
+
+#define FALLBACK(Class)                                                                                  \
+    WaitStyleTypeId Class::GetFallbackWaitStyleId() { return get(*this, &WaitInSpacesState::fallback); } \
+    void Class::SetFallbackWaitStyleStandStill() {                                                       \
+        set(*this, &WaitInSpacesState::fallback, WaitStyleTypeId::STAND_STILL);                          \
+    }                                                                                                    \
+    void Class::SetFallbackWaitStyleSpreadOut() {                                                        \
+        set(*this, &WaitInSpacesState::fallback, WaitStyleTypeId::SPREAD_OUT);                           \
+    }
+
+FALLBACK(AssignedWaitSpaceWaitStyle)
+FALLBACK(LowestCostWaitSpaceWaitStyle)
+
+namespace engine {
+
+template <>
+std::span<KindOfNode<WaitStyle> const* const> kinds_of<WaitStyle>() {
+    static KindOfNode<WaitStyle> const* const kinds[] = {&node_kind<WaitStyle, StandStillWaitStyleState>(),
+                                                         &node_kind<WaitStyle, SpreadOutWaitStyleState>(),
+                                                         &node_kind<WaitStyle, AssignedWaitSpaceWaitStyleState>(),
+                                                         &node_kind<WaitStyle, LowestCostWaitSpaceWaitStyleState>()};
+    return kinds;
+}
+
+}  // namespace engine
+}  // namespace pedflux

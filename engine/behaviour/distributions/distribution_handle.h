@@ -1,0 +1,43 @@
+#pragma once
+
+#include "engine/behaviour/distributions/distribution_spec.h"
+#include "engine/model/codec.h"
+
+#include <pedflux/distributions.h>
+
+#include <memory>
+
+namespace pedflux {
+
+struct Distribution::State {
+    engine::DistributionSpec spec;
+};
+
+namespace engine {
+
+/// The way from an SDK distribution to its law.
+struct DistributionAccess {
+    static DistributionSpec& spec(Distribution& distribution) { return distribution.state_->spec; }
+    static DistributionSpec const& spec(Distribution const& distribution) { return distribution.state_->spec; }
+};
+
+/// The law of a distribution.
+inline DistributionSpec const& spec_of(Distribution const& distribution) {
+    return DistributionAccess::spec(distribution);
+}
+
+/// A distribution of the class that belongs to the law. Throws as the class's constructor does.
+std::shared_ptr<Distribution> make_distribution(DistributionSpec const& spec);
+
+template <>
+struct SharedValue<Distribution> {
+    using Value = DistributionSpec;
+    static DistributionSpec const& value(Distribution const& distribution) { return spec_of(distribution); }
+    static std::shared_ptr<Distribution> make(DistributionSpec const& spec) { return make_distribution(spec); }
+};
+
+/// One value of a distribution. Throws for one that is not valid.
+double sample(Distribution const& distribution, Random& random);
+
+}  // namespace engine
+}  // namespace pedflux

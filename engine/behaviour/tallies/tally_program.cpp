@@ -1,0 +1,220 @@
+#include "engine/behaviour/tallies/tally_program.h"
+
+#include "engine/behaviour/tallies/tally_object_states.h"
+#include "engine/model/node.h"
+
+#include <pedflux/exception.h>
+
+#include <algorithm>
+#include <concepts>
+#include <unordered_map>
+#include <utility>
+#include <variant>
+
+namespace pedflux::engine {
+
+namespace {
+
+double value_of(ZeroOverZeroValue rule) {
+    switch (rule) {
+        case ZeroOverZeroValue::ZERO:
+            return 0;
+        case ZeroOverZeroValue::ONE:
+            return 1;
+        case ZeroOverZeroValue::INFINITE:
+            return std::numeric_limits<double>::max();
+    }
+    return 0;
+}
+
+class Compiler {
+  public:
+    Compiler(Document const& project, SymbolTable& symbols) : project_(project), mentions_(symbols) {
+        plan_.frame_rate = project.settings.frame_rate;
+    }
+
+    TallyProgram compile() {
+        auto const objects = project_.objects<TallyObjectState>();
+        for (auto const* const object : objects) {
+            places_.emplace(object->id, static_cast<TallyIndex>(places_.size()));
+        }
+        for (auto const* const object : objects) plan_.tallies.push_back(planned(*object));
+        for (auto const* const change : project_.objects<TallyChangeState>()) {
+            if (change->enabled) plan_.changes.push_back(planned(*change));
+        }
+        for (auto const& tally : mentions_.tallies) plan_.compared.push_back(expression(*tally));
+        sort(objects);
+        return std::move(plan_);
+    }
+
+  private:
+    std::int64_t frames(int seconds) const { return std::int64_t{seconds} * plan_.frame_rate; }
+
+    PlannedTally planned(TallyObjectState const& object) {
+        PlannedTally tally;
+        tally.id = object.id;
+        tally.enabled = object.enabled;
+        tally.min = object.min.value_or(tally.min);
+        tally.max = object.max.value_or(tally.max);
+        tally.start = object.start;
+        tally.default_value = object.default_value;
+        tally.reset = std::visit([&](auto const& rule) { return reset_rule(rule); }, object.reset);
+        std::visit(
+            [&]<class Value>(Value const& value) {
+                tally.type = Value::TYPE;
+                if constexpr (std::derived_from<Value, MadeOfTally>) tally.expression = expression(*value.tally);
+                if constexpr (std::derived_from<Value, MadeOfWindow>) tally.window = frames(value.seconds);
+                if constexpr (std::same_as<Value, RollingAverageValue>) tally.whole_window = value.whole_window;
+                if constexpr (std::same_as<Value, ClockValue>) tally.counts_down = value.counts_down;
+            },
+            object.value);
+        return tally;
+    }
+
+    using When = TallyResetRule::When;
+    static TallyResetRule reset_rule(NoReset) { return {}; }
+    static TallyResetRule reset_rule(EveryFrameReset) { return {.when = When::EVERY_FRAME}; }
+    TallyResetRule reset_rule(IntervalReset rule) const {
+        return {.when = When::EVERY_INTERVAL, .interval = frames(rule.seconds)};
+    }
+    TallyResetRule reset_rule(GreaterOrEqualReset const& rule) {
+        return {.when = When::GREATER_OR_EQUAL, .compared = expression(*rule.tally)};
+    }
+    TallyResetRule reset_rule(LessOrEqualReset const& rule) {
+        return {.when = When::LESS_OR_EQUAL, .compared = expression(*rule.tally)};
+    }
+
+    PlannedTallyChange planned(TallyChangeState const& state) {
+        PlannedTallyChange change;
+        change.id = state.id;
+        change.range = state.range;
+        for (auto const& id : state.tally_objects) {
+            if (auto const place = places_.find(id); place != places_.end()) change.tallies.push_back(place->second);
+        }
+        change.resets = state.command.resets;
+        change.adds = state.command.adds;
+        change.period = frames(state.command.period.value_or(0));
+        change.cycle = frames(state.cycle_period.value_or(0));
+        change.integers = state.integers;
+        change.skip_first = state.skip_first;
+        if (auto const* const added = std::get_if<AddedTally>(&state.value)) {
+            change.expression = expression(*added->tally);
+        } else {
+            change.distribution = std::get<AddedDistribution>(state.value).distribution;
+        }
+        return change;
+    }
+
+    TallyExpression expression(Tally const& tally) {
+        // A tally outside of projects can be changed until it is compiled, so its extent is checked here.
+        require_shallow(node_of(tally));
+        auto const first = static_cast<TallyIndex>(plan_.operations.size());
+        emit(tally);
+        return {first, static_cast<TallyIndex>(plan_.operations.size()) - first};
+    }
+
+    void emit(Tally const& tally) {
+        auto const children = children_of(tally);
+        for (auto const& child : children) emit(*child);
+        plan_.operations.push_back(operation(tally, static_cast<TallyIndex>(children.size())));
+    }
+
+    TallyOperation operation(Tally const& tally, TallyIndex operands) {
+        auto const kind = static_cast<TallyType>(type_of(tally));
+        switch (kind) {
+            case TallyType::AREA_POPULATION:
+                return measure(kind, state_of<AreaPopulationTallyState>(tally).value);
+            case TallyType::SERVER_AVAILABLE_CAPACITY:
+                return measure(kind, state_of<ServerAvailableCapacityTallyState>(tally).value);
+            case TallyType::SERVER_QUEUE_AND_APPROACH:
+                return measure(kind, state_of<ServerQueueAndApproachTallyState>(tally).value);
+            case TallyType::SERVER_QUEUE:
+                return measure(kind, state_of<ServerQueueTallyState>(tally).value);
+            case TallyType::SURFACE_AREA:
+                return measure(kind, state_of<SurfaceAreaTallyState>(tally).value);
+            case TallyType::TRANSITION:
+                return measure(
+                    {kind, {}, SymbolTable::add(mentions_.transitions, state_of<TransitionTallyState>(tally).value)});
+            case TallyType::NAMED:
+                return {.kind = kind, .index = place_of(state_of<NamedTallyState>(tally).value)};
+            case TallyType::VARIABLE:
+                return {.kind = kind, .number = state_of<VariableTallyState>(tally).value};
+            case TallyType::SCALE:
+                return {.kind = kind, .number = state_of<ScaleTallyState>(tally).scale};
+            case TallyType::DIVIDE:
+                return {.kind = kind, .number = value_of(state_of<DivideTallyState>(tally).zero_over_zero)};
+            case TallyType::SUBTRACT:
+            case TallyType::MULTIPLY:
+            case TallyType::ADD:
+            case TallyType::MAX:
+            case TallyType::MIN:
+                break;
+        }
+        return {.kind = kind, .index = operands};
+    }
+
+    TallyOperation measure(TallyType kind, std::vector<GlobalId> const& objects) {
+        TallyMeasure made{kind, {}};
+        for (auto const& id : objects) made.objects.push_back(mentions_.object(id));
+        return measure(std::move(made));
+    }
+    TallyOperation measure(TallyMeasure made) {
+        auto const kind = made.kind;
+        plan_.measures.push_back(std::move(made));
+        return {.kind = kind, .index = static_cast<TallyIndex>(plan_.measures.size() - 1)};
+    }
+
+    TallyIndex place_of(GlobalId const& id) const {
+        auto const place = places_.find(id);
+        if (place == places_.end()) {
+            throw Exception("NamedTally: the project has no tally object with the identifier " +
+                            GlobalId(id).GetString());
+        }
+        return place->second;
+    }
+
+    /// Puts each tally object after those that it is made of (Kahn's algorithm). Objects refuse to be made of
+    /// themselves, so every one finds its place.
+    void sort(std::vector<TallyObjectState const*> const& objects) {
+        std::vector<std::vector<TallyIndex>> users(objects.size());
+        std::vector<std::size_t> missing(objects.size(), 0);
+        for (std::size_t i = 0; i < objects.size(); ++i) {
+            auto const [first, count] = plan_.tallies[i].expression;
+            for (TallyIndex k = first; k < first + count; ++k) {
+                if (plan_.operations[k].kind != TallyType::NAMED) continue;
+                users[plan_.operations[k].index].push_back(static_cast<TallyIndex>(i));
+                ++missing[i];
+            }
+        }
+        auto& order = plan_.order;
+        for (TallyIndex i = 0; i < objects.size(); ++i) {
+            if (missing[i] == 0) order.push_back(i);
+        }
+        for (std::size_t next = 0; next < order.size(); ++next) {
+            for (TallyIndex const user : users[order[next]]) {
+                if (--missing[user] == 0) order.push_back(user);
+            }
+        }
+        if (order.size() != objects.size()) throw Exception("TallyObject: some tally objects are made of themselves");
+    }
+
+    Document const& project_;
+    SymbolTable& mentions_;
+    TallyProgram plan_;
+    std::unordered_map<GlobalId, TallyIndex, IdentifierHash, IdentifierEqual> places_;
+};
+
+}  // namespace
+
+std::optional<TallyIndex> TallyProgram::find(GlobalId const& id) const {
+    auto const found =
+        std::ranges::find_if(tallies, [&](PlannedTally const& tally) { return tally.id.InternalEquals(id); });
+    if (found == tallies.end()) return std::nullopt;
+    return static_cast<TallyIndex>(found - tallies.begin());
+}
+
+TallyProgram compile_tallies(Document const& project, SymbolTable& symbols) {
+    return Compiler(project, symbols).compile();
+}
+
+}  // namespace pedflux::engine

@@ -1,0 +1,275 @@
+#include "engine/behaviour/tallies/tally_run.h"
+
+#include "engine/behaviour/distributions/distribution_handle.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace pedflux::engine {
+
+namespace {
+
+constexpr double LARGEST = std::numeric_limits<double>::max();
+
+/// The nearest finite number.
+double finite(double number) { return std::clamp(number, -LARGEST, LARGEST); }
+
+double quotient(double numerator, double denominator, double zero_over_zero) {
+    if (denominator != 0) return finite(numerator / denominator);
+    return numerator == 0 ? zero_over_zero : std::copysign(LARGEST, numerator);
+}
+
+/// Whether the bounds hold for all that was ever added, and not only for what is shown.
+bool is_total(TallyValueType type) {
+    return type == TallyValueType::VARIABLE || type == TallyValueType::CLOCK ||
+           type == TallyValueType::AGGREGATE_SUM_OVER_TIME;
+}
+
+/// Tallies have random numbers of their own, apart from those of events and agents.
+constexpr std::uint64_t TALLY_STREAM = std::uint64_t{0x7A11} << 32;
+constexpr std::uint64_t CHANGE_STREAM = TALLY_STREAM + (std::uint64_t{1} << 32);
+
+}  // namespace
+
+void RollingSum::push(double value) {
+    if (next_ == static_cast<std::size_t>(length_)) {
+        for (auto i = values_.size() - 1; i > 0; --i) values_[i - 1] = finite(values_[i - 1] + values_[i]);
+        next_ = 0;
+        running_ = 0;
+    }
+    if (next_ == values_.size()) {
+        values_.push_back(value);
+    } else {
+        values_[next_] = value;
+    }
+    ++next_;
+    running_ = finite(running_ + value);
+    count_ = std::min(count_ + 1, length_);
+}
+
+double RollingSum::sum() const {
+    // Where no block came before, the values end with the running one.
+    return next_ == values_.size() ? running_ : finite(running_ + values_[next_]);
+}
+
+void RollingSum::clear() {
+    values_.clear();
+    next_ = 0;
+    running_ = 0;
+    count_ = 0;
+}
+
+TallyRun::TallyRun(TallyProgram const& plan, std::uint64_t seed) : plan_(plan), compared_(plan.compared.size(), 0) {
+    for (TallyIndex i = 0; i < plan.tallies.size(); ++i) {
+        auto const& tally = plan.tallies[i];
+        auto& running = running_.emplace_back(Running{.random = Random(seed, TALLY_STREAM + i)});
+        if (tally.window > 0) running.window.emplace(tally.window);
+        running.base = tally.start ? *tally.start : sample(*tally.default_value, running.random);
+        settle(i);
+    }
+    for (std::size_t i = 0; i < plan.changes.size(); ++i)
+        changes_.push_back({.random = Random(seed, CHANGE_STREAM + i)});
+}
+
+void TallyRun::step(std::span<double const> measures, std::span<RangeInFrame const> ranges) {
+    measures_ = measures;
+    ++frame_;
+    for (TallyIndex const tally : plan_.order) {
+        count_clock(tally);
+        if (is_reset_due(tally)) reset(tally);
+    }
+    for (std::size_t i = 0; i < changes_.size(); ++i) carry_out(i, ranges[i]);
+    for (TallyIndex const tally : plan_.order) {
+        measure(tally);
+        settle(tally);
+    }
+    for (TallyIndex const tally : plan_.order) compare(tally);
+    for (std::size_t i = 0; i < compared_.size(); ++i) compared_[i] = evaluate(plan_.compared[i]);
+}
+
+void TallyRun::add(TallyIndex tally, double amount) {
+    if (!plan_.tallies[tally].enabled) return;
+    auto& running = running_[tally];
+    running.base = finite(running.base + amount);
+    settle(tally);
+}
+
+void TallyRun::reset(TallyIndex tally) {
+    auto const& planned = plan_.tallies[tally];
+    if (!planned.enabled) return;
+    auto& running = running_[tally];
+    running.base = sample(*planned.default_value, running.random);
+    running.frames = 0;
+    running.extreme.reset();
+    if (running.window) running.window->clear();
+    if (is_total(planned.type)) running.part = 0;
+    settle(tally);
+}
+
+void TallyRun::count_clock(TallyIndex tally) {
+    auto const& planned = plan_.tallies[tally];
+    if (planned.type != TallyValueType::CLOCK || !planned.enabled || frame_ == 0) return;
+    auto& running = running_[tally];
+    ++running.frames;
+    double const seconds = static_cast<double>(running.frames) / plan_.frame_rate;
+    running.part = planned.counts_down ? -seconds : seconds;
+    settle(tally);
+}
+
+bool TallyRun::is_reset_due(TallyIndex tally) const {
+    auto const& rule = plan_.tallies[tally].reset;
+    if (frame_ == 0) return false;
+    switch (rule.when) {
+        case TallyResetRule::When::NEVER:
+            return false;
+        case TallyResetRule::When::EVERY_FRAME:
+            return true;
+        case TallyResetRule::When::EVERY_INTERVAL:
+            return frame_ % rule.interval == 0;
+        case TallyResetRule::When::GREATER_OR_EQUAL:
+        case TallyResetRule::When::LESS_OR_EQUAL:
+            return running_[tally].reached;
+    }
+    return false;
+}
+
+void TallyRun::carry_out(std::size_t index, RangeInFrame range) {
+    auto const& planned = plan_.changes[index];
+    auto& change = changes_[index];
+    if (range.opened) {
+        change.frames = 0;
+        change.has_added = false;
+    }
+    if (!range.open) return;
+    auto const since_start = change.frames++;
+    auto const since_cycle = planned.cycle > 0 ? since_start % planned.cycle : since_start;
+    if (since_cycle == 0 && planned.resets) {
+        for (TallyIndex const tally : planned.tallies) reset(tally);
+    }
+    bool const is_due = planned.period > 0 ? since_cycle % planned.period == 0 : since_cycle == 0;
+    if (!planned.adds || !is_due) return;
+    if (change.has_added || !planned.skip_first) add_all(planned, change.random);
+    change.has_added = true;
+}
+
+void TallyRun::add_all(PlannedTallyChange const& change, Random& random) {
+    double amount = change.distribution ? 0 : evaluate(change.expression);
+    for (TallyIndex const tally : change.tallies) {
+        if (change.distribution) {
+            amount = sample(*change.distribution, random);
+            if (change.integers) amount = std::round(amount);
+        }
+        add(tally, amount);
+    }
+}
+
+void TallyRun::measure(TallyIndex tally) {
+    auto const& planned = plan_.tallies[tally];
+    if (!planned.enabled || planned.expression.count == 0) return;
+    auto& running = running_[tally];
+    double const now = evaluate(planned.expression);
+    switch (planned.type) {
+        case TallyValueType::COUNT:
+            running.part = now;
+            break;
+        case TallyValueType::AGGREGATE_SUM_OVER_TIME:
+            running.base = finite(running.base + now);
+            break;
+        case TallyValueType::AGGREGATE_MIN_OVER_TIME:
+            running.part = *(running.extreme = std::min(running.extreme.value_or(now), now));
+            break;
+        case TallyValueType::AGGREGATE_MAX_OVER_TIME:
+            running.part = *(running.extreme = std::max(running.extreme.value_or(now), now));
+            break;
+        case TallyValueType::AGGREGATE_ROLLING_SUM:
+            running.window->push(now);
+            running.part = running.window->sum();
+            break;
+        case TallyValueType::AGGREGATE_ROLLING_AVERAGE: {
+            running.window->push(now);
+            auto const frames = planned.whole_window ? planned.window : running.window->count();
+            running.part = running.window->sum() / static_cast<double>(frames);
+            break;
+        }
+        case TallyValueType::VARIABLE:
+        case TallyValueType::CLOCK:
+            break;
+    }
+}
+
+void TallyRun::settle(TallyIndex tally) {
+    auto const& planned = plan_.tallies[tally];
+    auto& running = running_[tally];
+    double const unbounded = finite(running.base + running.part);
+    running.value = std::clamp(unbounded, planned.min, planned.max);
+    if (is_total(planned.type) && running.value != unbounded) {
+        running.base = running.value;
+        running.part = 0;
+        running.frames = 0;
+    }
+}
+
+void TallyRun::compare(TallyIndex tally) {
+    auto const& rule = plan_.tallies[tally].reset;
+    auto& running = running_[tally];
+    if (rule.when == TallyResetRule::When::GREATER_OR_EQUAL) running.reached = running.value >= evaluate(rule.compared);
+    if (rule.when == TallyResetRule::When::LESS_OR_EQUAL) running.reached = running.value <= evaluate(rule.compared);
+}
+
+double TallyRun::evaluate(TallyExpression expression) {
+    auto& stack = stack_;
+    auto const pop = [&] {
+        double const top = stack.back();
+        stack.pop_back();
+        return top;
+    };
+    auto const combine = [&](TallyIndex count, auto const& join) {
+        double joined = count == 0 ? 0 : pop();
+        for (TallyIndex i = 1; i < count; ++i) joined = join(pop(), joined);
+        stack.push_back(joined);
+    };
+    for (TallyIndex i = expression.first; i < expression.first + expression.count; ++i) {
+        auto const& operation = plan_.operations[i];
+        switch (operation.kind) {
+            case TallyType::AREA_POPULATION:
+            case TallyType::SERVER_AVAILABLE_CAPACITY:
+            case TallyType::SERVER_QUEUE_AND_APPROACH:
+            case TallyType::SERVER_QUEUE:
+            case TallyType::SURFACE_AREA:
+            case TallyType::TRANSITION:
+                stack.push_back(measures_[operation.index]);
+                break;
+            case TallyType::NAMED:
+                stack.push_back(running_[operation.index].value);
+                break;
+            case TallyType::VARIABLE:
+                stack.push_back(operation.number);
+                break;
+            case TallyType::SCALE:
+                stack.back() = finite(stack.back() * operation.number);
+                break;
+            case TallyType::SUBTRACT:
+                combine(2, [](double first, double second) { return finite(first - second); });
+                break;
+            case TallyType::MULTIPLY:
+                combine(2, [](double first, double second) { return finite(first * second); });
+                break;
+            case TallyType::DIVIDE:
+                combine(2, [&](double first, double second) { return quotient(first, second, operation.number); });
+                break;
+            case TallyType::ADD:
+                combine(operation.index, [](double first, double second) { return finite(first + second); });
+                break;
+            case TallyType::MAX:
+                combine(operation.index, [](double first, double second) { return std::max(first, second); });
+                break;
+            case TallyType::MIN:
+                combine(operation.index, [](double first, double second) { return std::min(first, second); });
+                break;
+        }
+    }
+    return pop();
+}
+
+}  // namespace pedflux::engine

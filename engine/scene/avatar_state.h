@@ -1,0 +1,66 @@
+#pragma once
+
+#include "engine/model/codec.h"
+#include "engine/model/rules.h"
+#include "engine/model/state.h"
+#include "engine/scene/scene_states.h"
+
+#include <pedflux/avatars.h>
+#include <pedflux/geometry.h>
+#include <pedflux/objects.h>
+
+#include <memory>
+#include <string_view>
+#include <variant>
+
+namespace pedflux::engine {
+
+/// Presets are written by identifier.
+template <>
+struct Codec<std::shared_ptr<AvatarPreset>> {
+    static Json write(std::shared_ptr<AvatarPreset> const& preset);
+    static void read(std::shared_ptr<AvatarPreset>& preset, Json const& json, Reading& reading);
+};
+
+/// An avatar with a mesh of its own.
+struct OwnLook {
+    static constexpr std::string_view NAME = "mesh";
+
+    std::shared_ptr<Geometry> geometry;  ///< replaced, never changed
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        field("geometry", self.geometry, MESH);
+    }
+};
+
+/// An avatar that looks like a preset.
+struct PresetLook {
+    static constexpr std::string_view NAME = "preset";
+
+    std::shared_ptr<AvatarPreset> preset;
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        field("preset", self.preset);
+    }
+};
+
+using Look = std::variant<OwnLook, PresetLook>;
+
+struct AvatarState : ObjectState {
+    static constexpr ObjectType TYPE = ObjectType::AVATAR;
+    static constexpr std::string_view NAME = "Avatar";
+    using Handle = Avatar;
+
+    Look look;
+
+    template <class Self, class Field>
+    static void fields(Self& self, Field&& field) {
+        ObjectState::fields(self, field);
+        field("look", self.look);
+    }
+    static void check(AvatarState const& self);
+};
+
+}  // namespace pedflux::engine

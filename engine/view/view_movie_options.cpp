@@ -1,0 +1,46 @@
+#include "engine/base/checks.h"
+#include "engine/model/enumerations.h"
+
+#include <pedflux/exception.h>
+#include <pedflux/views.h>
+
+#include <string>
+
+namespace pedflux {
+
+namespace engine {
+
+PEDFLUX_NAMES(MovieQuality,
+              {{MovieQuality::LOW, "LOW"}, {MovieQuality::MEDIUM, "MEDIUM"}, {MovieQuality::HIGH, "HIGH"}});
+
+}  // namespace engine
+
+MovieOptions::MovieOptions() = default;
+
+void MovieOptions::SetFrameRate(int rate) {
+    constexpr int MOST = 240;
+    if (rate < 1 || rate > MOST) {
+        throw Exception("MovieOptions: the frame rate must be 1 to " + std::to_string(MOST) +
+                        " pictures per second, not " + std::to_string(rate));
+    }
+    frameRate_ = rate;
+}
+
+void MovieOptions::SetPlaybackSpeed(double speed) {
+    constexpr double MOST = 10'000;
+    if (!(speed > 0 && speed <= MOST)) {
+        throw Exception("MovieOptions: the playback speed must be greater than 0 and at most " + engine::text_of(MOST) +
+                        ", not " + engine::text_of(speed));
+    }
+    playbackSpeed_ = speed;
+}
+
+void MovieOptions::SetQuality(MovieQuality quality) {
+    if (engine::name_of_value(quality).empty()) {
+        throw Exception("MovieOptions: the quality must be one of " + engine::names_of<MovieQuality>() + ", not " +
+                        std::to_string(static_cast<int>(quality)));
+    }
+    quality_ = quality;
+}
+
+}  // namespace pedflux
