@@ -1,7 +1,7 @@
 #include "engine/simulation/tasks/wait_program.h"
 
-#include "engine/base/checks.h"
 #include "engine/behaviour/actions/wait_style_states.h"
+#include "engine/geometry/checks.h"
 #include "engine/geometry/polygons.h"
 #include "engine/model/document.h"
 #include "engine/model/node.h"
@@ -21,12 +21,12 @@ constexpr double deepest_under = 0.5;
 
 /// Puts the space on the floor that is the nearest under it.
 void put_on_floor(WaitSpace& space, WaitSpaceState const& state, FloorPlan const& plan) {
-    auto const triangles = upward_faces_of(state);
-    if (triangles.empty()) return;
-    auto const drawn = area_of(triangles);
-    double lowest = triangles.front().front().y;
+    auto const faces = upward_faces_of(state);
+    if (faces.empty()) return;
+    auto const drawn = area_of(faces);
+    double lowest = faces.front().front().y;
     for (auto const& face : faces) {
-        for (auto const& corner : object) lowest = std::min(lowest, corner.y);
+        for (auto const& corner : face) lowest = std::min(lowest, corner.y);
     }
     double least = highest_over;
     for (navigation::RegionIndex region = 0; region < plan.floor_count; ++region) {

@@ -29,12 +29,11 @@ Segment plan_of(LineSeg3d line) {
 std::vector<Triangle> upward_faces_of(SceneState const& state) {
     std::vector<Triangle> faces;
     for (Tri3d triangle : state.geometry->AsMeshGeometry()->GetFaces()) {
-        Triangle const object{vector_of(triangle.GetFirstVertex()), vector_of(triangle.GetSecondVertex()),
-                              vector_of(triangle.GetThirdVertex())};
-        if (normalized(cross(face[1] - face[0], face[2] - face[0])).y >= LEAST_UPWARD_NORMAL)
-            triangles.push_back(object);
+        Triangle const face{vector_of(triangle.GetFirstVertex()), vector_of(triangle.GetSecondVertex()),
+                            vector_of(triangle.GetThirdVertex())};
+        if (normalized(cross(face[1] - face[0], face[2] - face[0])).y >= LEAST_UPWARD_NORMAL) faces.push_back(face);
     }
-    return triangles;
+    return faces;
 }
 
 Polygons area_of(std::vector<Triangle> const& faces) {

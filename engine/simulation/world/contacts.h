@@ -23,7 +23,7 @@ inline constexpr double PORTAL_HEIGHT_TOLERANCE = 0.5;
 std::vector<Triangle> upward_faces_of(SceneState const& state);
 
 /// What the faces cover of the plan.
-Polygons area_of(std::vector<Triangle> const& triangles);
+Polygons area_of(std::vector<Triangle> const& faces);
 
 /// One end of a connection as seen from above.
 struct ConnectionEnd {

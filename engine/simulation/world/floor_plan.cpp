@@ -1,6 +1,6 @@
 #include "engine/simulation/world/floor_plan.h"
 
-#include "engine/base/checks.h"
+#include "engine/geometry/checks.h"
 #include "engine/geometry/polygons.h"
 #include "engine/model/document.h"
 #include "engine/scene/goal_lines.h"
@@ -29,23 +29,23 @@ Point plan_of(Vector corner) { return {corner.x, corner.z}; }
 
 std::vector<Triangle> faces_of(SceneState const& state) {
     std::vector<Triangle> faces;
-    for (Tri3d object : state.geometry->AsMeshGeometry()->GetFaces()) {
-        triangles.push_back(
+    for (Tri3d face : state.geometry->AsMeshGeometry()->GetFaces()) {
+        faces.push_back(
             {vector_of(face.GetFirstVertex()), vector_of(face.GetSecondVertex()), vector_of(face.GetThirdVertex())});
     }
-    return triangles;
+    return faces;
 }
 
 std::vector<Triangle> walkable_faces_of(SceneState const& state) {
-    auto triangles = upward_faces_of(state);
-    if (triangles.empty()) refuse(title_of(state) + " has no face that looks upwards, so nobody can walk on it");
-    return triangles;
+    auto faces = upward_faces_of(state);
+    if (faces.empty()) refuse(title_of(state) + " has no face that looks upwards, so nobody can walk on it");
+    return faces;
 }
 
-double plan_area(Triangle const& object) {
+double plan_area(Triangle const& face) {
     return std::abs(orientation(plan_of(face[0]), plan_of(face[1]), plan_of(face[2]))) / 2;
 }
-double true_area(Triangle const& object) { return length(cross(face[1] - face[0], face[2] - face[0])) / 2; }
+double true_area(Triangle const& face) { return length(cross(face[1] - face[0], face[2] - face[0])) / 2; }
 
 /// The rectangle over a line, so far to each side of it.
 Polygon strip(Segment line, double to_left, double to_right) {
@@ -63,7 +63,7 @@ Polygons footprint_of(std::vector<Triangle> const& faces) {
         triangles.push_back({plan_of(face[0]), plan_of(face[1]), plan_of(face[2])});
         for (std::size_t i = 0; i < 3; ++i) {
             Segment const edge{plan_of(face[i]), plan_of(face[(i + 1) % 3])};
-            bool const is_upright = plan_area(object) < thin_wall * thin_wall;
+            bool const is_upright = plan_area(face) < thin_wall * thin_wall;
             if (is_upright && length(edge) > 0) parts.push_back(strip(edge, thin_wall / 2, thin_wall / 2));
         }
     }
@@ -81,7 +81,7 @@ struct Box {
 Box box_of(std::vector<Triangle> const& faces) {
     Box box;
     for (auto const& face : faces) {
-        for (Vector const corner : object) {
+        for (Vector const corner : face) {
             box.least = smaller(box.least, corner);
             box.most = larger(box.most, corner);
         }
@@ -97,8 +97,8 @@ bool stands_on(Box const& box, Ground const& ground) {
 }
 
 /// The part of a face between two heights, seen in the plan; empty when there is none.
-Ring part_between(Triangle const& object, double low, double high) {
-    std::vector<Vector> corners(object.begin(), object.end());
+Ring part_between(Triangle const& face, double low, double high) {
+    std::vector<Vector> corners(face.begin(), face.end());
     for (double const sign : {1.0, -1.0}) {
         double const bound = sign > 0 ? low : -high;
         std::vector<Vector> kept;
@@ -146,8 +146,8 @@ class Maker {
 
   private:
     void add_surface(SceneState const& state, SurfaceKind kind, Polygons walkable, std::vector<Triangle> faces) {
-        plan_.grounds.emplace_back(triangles);
-        plan_.surfaces.push_back({state.id, state.name, kind, std::move(walkable), std::move(triangles)});
+        plan_.grounds.emplace_back(faces);
+        plan_.surfaces.push_back({state.id, state.name, kind, std::move(walkable), std::move(faces)});
         plan_.inclines.emplace_back();
         titles_.push_back(title_of(state));
     }
@@ -155,17 +155,17 @@ class Maker {
     void add_floors() {
         for (auto const* const floor : document_.objects<FloorState>()) {
             if (!floor->enabled) continue;
-            auto triangles = walkable_faces_of(*floor);
-            auto area = area_of(triangles);
-            add_surface(*floor, SurfaceKind::LEVEL, std::move(area), std::move(triangles));
+            auto faces = walkable_faces_of(*floor);
+            auto area = area_of(faces);
+            add_surface(*floor, SurfaceKind::LEVEL, std::move(area), std::move(faces));
         }
         plan_.floor_count = plan_.surfaces.size();
         if (plan_.floor_count == 0) refuse("The project has no enabled floor, so nobody can walk in it");
         for (auto const* const barrier : document_.objects<BarrierState>()) {
             if (!barrier->enabled) continue;
-            auto const triangles = faces_of(*barrier);
-            auto const box = box_of(triangles);
-            auto const footprint = footprint_of(triangles);
+            auto const faces = faces_of(*barrier);
+            auto const box = box_of(faces);
+            auto const footprint = footprint_of(faces);
             for (std::size_t floor = 0; floor < plan_.floor_count; ++floor) {
                 auto& walkable = plan_.surfaces[floor].walkable;
                 if (stands_on(box, plan_.grounds[floor])) walkable = difference(walkable, footprint);
@@ -197,8 +197,8 @@ class Maker {
         double plan = 0;
         double slope = 0;
         for (auto const& face : draft.faces) {
-            plan += plan_area(object);
-            slope += true_area(object);
+            plan += plan_area(face);
+            slope += true_area(face);
         }
         Vector const rise = vector_of(box.GetMidpoint()) - vector_of(ball.GetMidpoint());
         Incline incline;
@@ -247,7 +247,7 @@ class Maker {
                 auto const box = box_of(drafts_[i].faces);
                 if (!plan_.grounds[floor].heights_in(plan_of(box.least), plan_of(box.most), low, high)) continue;
                 for (auto const& face : drafts_[i].faces) {
-                    if (auto part = part_between(object, low - headroom, high + headroom); !part.empty()) {
+                    if (auto part = part_between(face, low - headroom, high + headroom); !part.empty()) {
                         taken.push_back({std::move(part), {}});
                     }
                 }

@@ -16,7 +16,7 @@ Ground::Ground(std::vector<Triangle> const& faces) : lowest_(infinity), highest_
         Plane plane;
         plane.least = {infinity, infinity};
         plane.most = {-infinity, -infinity};
-        for (std::size_t i = 0; i < object.size(); ++i) {
+        for (std::size_t i = 0; i < face.size(); ++i) {
             Vector const corner = face[i];
             plane.corners[i] = {corner.x, corner.z};
             plane.heights[i] = corner.y;

@@ -14,7 +14,7 @@ using Triangle = std::array<Vector, 3>;
 class Ground {
   public:
     /// At least one face, each with an area in the plan.
-    explicit Ground(std::vector<Triangle> const& triangles);
+    explicit Ground(std::vector<Triangle> const& faces);
 
     /// Metres; beside the faces, the height of the nearest.
     double height(Point point) const;
