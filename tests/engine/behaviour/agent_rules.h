@@ -68,7 +68,7 @@ struct AgentRules : testing::Test {
 
     template <class State>
     std::shared_ptr<typename State::Handle> create(std::string const& name) {
-        return std::static_pointer_cast<typename State::Handle>(document.face_of(document.add<State>(name)));
+        return std::static_pointer_cast<typename State::Handle>(document.handle_of(document.add<State>(name)));
     }
 };
 

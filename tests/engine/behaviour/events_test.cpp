@@ -73,7 +73,7 @@ struct Events : testing::Test {
 
     template <class State>
     std::shared_ptr<typename State::Handle> create(std::string const& name) {
-        return std::dynamic_pointer_cast<typename State::Handle>(document.face_of(document.add<State>(name)));
+        return std::dynamic_pointer_cast<typename State::Handle>(document.handle_of(document.add<State>(name)));
     }
 };
 
