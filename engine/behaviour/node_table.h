@@ -54,8 +54,7 @@ using Parameter = std::conditional_t<std::is_scalar_v<Value>, Value, Value const
 #define PEDFLUX_FOR_EACH_STEP(macro, context, entry, ...) \
     macro(context, entry) __VA_OPT__(PEDFLUX_FOR_EACH_NEXT PEDFLUX_PARENTHESES(macro, context, __VA_ARGS__))
 #define PEDFLUX_FOR_EACH_NEXT() PEDFLUX_FOR_EACH_STEP
-#define PEDFLUX_COMMAS(macro, context, ...) \
-    __VA_OPT__(PEDFLUX_SCAN(PEDFLUX_COMMAS_STEP(macro, context, __VA_ARGS__)))
+#define PEDFLUX_COMMAS(macro, context, ...) __VA_OPT__(PEDFLUX_SCAN(PEDFLUX_COMMAS_STEP(macro, context, __VA_ARGS__)))
 #define PEDFLUX_COMMAS_STEP(macro, context, entry, ...) \
     macro(context, entry) __VA_OPT__(, PEDFLUX_COMMAS_NEXT PEDFLUX_PARENTHESES(macro, context, __VA_ARGS__))
 #define PEDFLUX_COMMAS_NEXT() PEDFLUX_COMMAS_STEP
@@ -76,10 +75,19 @@ using Parameter = std::conditional_t<std::is_scalar_v<Value>, Value, Value const
         PEDFLUX_FOR_EACH(PEDFLUX_FIELD, , __VA_ARGS__)                                \
     }
 
+/// The same after those of the state that the kind's is derived from.
+#define PEDFLUX_PROPERTIES_AFTER(Base, ...)                                           \
+    PEDFLUX_FOR_EACH(PEDFLUX_MEMBER, , __VA_ARGS__)                                   \
+    template <class Self, class Field>                                                \
+    static void fields([[maybe_unused]] Self& self, [[maybe_unused]] Field&& field) { \
+        Base::fields(self, field);                                                    \
+        PEDFLUX_FOR_EACH(PEDFLUX_FIELD, , __VA_ARGS__)                                \
+    }
+
 /// What every kind has: its type, its name in files and messages, which is that of its class, and the class.
-#define PEDFLUX_KIND(Enumeration, Class, type)              \
-    static constexpr Enumeration TYPE = Enumeration::type;  \
-    static constexpr std::string_view NAME = #Class;        \
+#define PEDFLUX_KIND(Enumeration, Class, type)             \
+    static constexpr Enumeration TYPE = Enumeration::type; \
+    static constexpr std::string_view NAME = #Class;       \
     using Handle = Class;
 
 // The handle class of a kind.
@@ -90,9 +98,9 @@ using Parameter = std::conditional_t<std::is_scalar_v<Value>, Value, Value const
 #define PEDFLUX_ASSIGNMENT_OF(access, Type, Name, member, ...) state.member = member;
 
 /// The constructor that takes all properties in their order.
-#define PEDFLUX_CONSTRUCTOR(Base, Class, ...)                                                                     \
-    Class::Class(PEDFLUX_COMMAS(PEDFLUX_PARAMETER, , __VA_ARGS__))                                                \
-        : Base(engine::make_node<Base, engine::Class##State>(                                                     \
+#define PEDFLUX_CONSTRUCTOR(Base, Class, ...)                      \
+    Class::Class(PEDFLUX_COMMAS(PEDFLUX_PARAMETER, , __VA_ARGS__)) \
+        : Base(engine::make_node<Base, engine::Class##State>(      \
               __VA_OPT__([&](auto& state) { PEDFLUX_FOR_EACH(PEDFLUX_ASSIGNMENT, , __VA_ARGS__) }))) {}
 
 #define PEDFLUX_ACCESS(Class, property) PEDFLUX_ACCESS_BY(Class, PEDFLUX_UNWRAP property)
@@ -106,10 +114,8 @@ using Parameter = std::conditional_t<std::is_scalar_v<Value>, Value, Value const
 
 #define PEDFLUX_GETTER(Class, Type, function, member) \
     Type Class::function { return engine::get(*this, &engine::Class##State::member); }
-#define PEDFLUX_SETTER(Class, Type, Name, member)                 \
-    void Class::Set##Name(engine::Parameter<Type> value) {        \
-        engine::set(*this, &engine::Class##State::member, value); \
-    }
+#define PEDFLUX_SETTER(Class, Type, Name, member) \
+    void Class::Set##Name(engine::Parameter<Type> value) { engine::set(*this, &engine::Class##State::member, value); }
 /// Get and Set.
 #define PEDFLUX_ACCESS_VALUE(Class, Type, Name, member) \
     PEDFLUX_GETTER(Class, Type, Get##Name(), member)    \
@@ -123,10 +129,10 @@ using Parameter = std::conditional_t<std::is_scalar_v<Value>, Value, Value const
     PEDFLUX_GETTER(Class, Type, Is##Name(), member)    \
     PEDFLUX_SETTER(Class, Type, Name, member)
 /// Get and Set, where the new value has to fit the other properties too.
-#define PEDFLUX_ACCESS_CHECKED(Class, Type, Name, member)                                         \
-    PEDFLUX_GETTER(Class, Type, Get##Name(), member)                                              \
-    void Class::Set##Name(engine::Parameter<Type> value) {                                        \
-        engine::change<engine::Class##State>(*this, [&](auto& state) { state.member = value; });  \
+#define PEDFLUX_ACCESS_CHECKED(Class, Type, Name, member)                                        \
+    PEDFLUX_GETTER(Class, Type, Get##Name(), member)                                             \
+    void Class::Set##Name(engine::Parameter<Type> value) {                                       \
+        engine::change<engine::Class##State>(*this, [&](auto& state) { state.member = value; }); \
     }
 /// Written where the classes are implemented, because the SDK's operations do more than to get and to set.
 #define PEDFLUX_ACCESS_WRITTEN(Class, Type, Name, member)

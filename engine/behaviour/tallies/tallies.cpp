@@ -25,18 +25,18 @@ Tallies Tally::GetChildTallies() { return engine::children_of(*this); }
 Tallies Tally::GetAllNestedChildTallies() { return engine::nested_children_of(*this); }
 
 /// A list of tallies that make one up.
-#define PEDFLUX_ACCESS_CHILDREN(Class, Type, Name, member)                                          \
-    void Class::AddChildTally(std::shared_ptr<Tally> const& tally) {                                \
-        change<engine::Class##State>(*this, [&](auto& state) { state.member.push_back(tally); });   \
-    }                                                                                               \
-    void Class::ClearChildTallies() { SetChildTallies({}); }                                        \
-    void Class::SetChildTally(int index, std::shared_ptr<Tally> const& tally) {                     \
-        change<engine::Class##State>(*this, [&](auto& state) {                                      \
+#define PEDFLUX_ACCESS_CHILDREN(Class, Type, Name, member)                                           \
+    void Class::AddChildTally(std::shared_ptr<Tally> const& tally) {                                 \
+        change<engine::Class##State>(*this, [&](auto& state) { state.member.push_back(tally); });    \
+    }                                                                                                \
+    void Class::ClearChildTallies() { SetChildTallies({}); }                                         \
+    void Class::SetChildTally(int index, std::shared_ptr<Tally> const& tally) {                      \
+        change<engine::Class##State>(*this, [&](auto& state) {                                       \
             state.member[engine::checked_index(state, "child", index, state.member.size())] = tally; \
-        });                                                                                         \
-    }                                                                                               \
-    void Class::SetChildTallies(Tallies const& tallies) {                                           \
-        change<engine::Class##State>(*this, [&](auto& state) { state.member = tallies; });          \
+        });                                                                                          \
+    }                                                                                                \
+    void Class::SetChildTallies(Tallies const& tallies) {                                            \
+        change<engine::Class##State>(*this, [&](auto& state) { state.member = tallies; });           \
     }
 
 #define TALLY(Class, type, ...)                    \

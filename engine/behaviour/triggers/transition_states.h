@@ -21,11 +21,11 @@ inline constexpr RefersTo A_CORDON = refers_to_kind<ObjectType::CORDON>("a cordo
         PEDFLUX_KIND(TransitionType, Class, type) \
         PEDFLUX_PROPERTIES(__VA_ARGS__)           \
     };
-#define CHECKED_TRANSITION(Class, type, ...)                                       \
-    struct Class##State : NodeState {                                              \
-        PEDFLUX_KIND(TransitionType, Class, type)                                  \
-        PEDFLUX_PROPERTIES(__VA_ARGS__)                                            \
-        static void check(Subject const& subject, Class##State const& self);       \
+#define CHECKED_TRANSITION(Class, type, ...)                                 \
+    struct Class##State : NodeState {                                        \
+        PEDFLUX_KIND(TransitionType, Class, type)                            \
+        PEDFLUX_PROPERTIES(__VA_ARGS__)                                      \
+        static void check(Subject const& subject, Class##State const& self); \
     };
 #include "engine/behaviour/triggers/transition_table.def"
 

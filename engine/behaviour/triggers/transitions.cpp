@@ -54,18 +54,18 @@ AnyOfTransition::AnyOfTransition(std::shared_ptr<Transition> const& first, std::
     : AnyOfTransition(std::vector{first, second}) {}
 
 /// A list of transitions that make one up.
-#define PEDFLUX_ACCESS_CHILDREN(Class, Type, Name, member)                                                \
-    void Class::AddChildTransition(std::shared_ptr<Transition> const& child) {                            \
-        change<engine::Class##State>(*this, [&](auto& state) { state.member.push_back(child); });         \
-    }                                                                                                     \
-    void Class::ClearChildTransitions() { SetChildTransitions({}); }                                      \
-    void Class::SetChildTransition(int index, std::shared_ptr<Transition> const& child) {                 \
-        change<engine::Class##State>(*this, [&](auto& state) {                                            \
-            state.member[engine::checked_index(state, "child", index, state.member.size())] = child;      \
-        });                                                                                               \
-    }                                                                                                     \
-    void Class::SetChildTransitions(Type const& children) {                                               \
-        change<engine::Class##State>(*this, [&](auto& state) { state.member = children; });               \
+#define PEDFLUX_ACCESS_CHILDREN(Class, Type, Name, member)                                           \
+    void Class::AddChildTransition(std::shared_ptr<Transition> const& child) {                       \
+        change<engine::Class##State>(*this, [&](auto& state) { state.member.push_back(child); });    \
+    }                                                                                                \
+    void Class::ClearChildTransitions() { SetChildTransitions({}); }                                 \
+    void Class::SetChildTransition(int index, std::shared_ptr<Transition> const& child) {            \
+        change<engine::Class##State>(*this, [&](auto& state) {                                       \
+            state.member[engine::checked_index(state, "child", index, state.member.size())] = child; \
+        });                                                                                          \
+    }                                                                                                \
+    void Class::SetChildTransitions(Type const& children) {                                          \
+        change<engine::Class##State>(*this, [&](auto& state) { state.member = children; });          \
     }
 
 #define TRANSITION(Class, type, ...)                    \
