@@ -1,4 +1,5 @@
 #include "engine/model/node_kind.h"
+#include "engine/model/properties.h"
 #include "engine/transport/elevator_operation_states.h"
 
 #include <pedflux/elevator_operations.h>

@@ -1,6 +1,7 @@
 #include "engine/behaviour/actions/agent_action_states.h"
 #include "engine/model/document.h"
 #include "engine/model/node_kind.h"
+#include "engine/model/properties.h"
 
 #include <pedflux/agent_actions.h>
 
@@ -382,7 +383,7 @@ void AgentActionObjectState::require_no_way_back(AgentActionObjectState const& s
         NodeState const& node = node_of(*open.back());
         open.pop_back();
         std::vector<Reference> references;
-        node.kind->references(&self, node, references);
+        collect_references(&self, fields_in(node), references);
         for (auto const& reference : references) {
             if (reference.to.InternalEquals(self.id)) {
                 Subject{owner_of(self), "agentAction"}.refuse("an action that does not lead back to the object itself",

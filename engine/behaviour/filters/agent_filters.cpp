@@ -1,5 +1,6 @@
 #include "engine/behaviour/filters/agent_filter_states.h"
 #include "engine/model/node_kind.h"
+#include "engine/model/properties.h"
 
 #include <pedflux/agent_filters.h>
 

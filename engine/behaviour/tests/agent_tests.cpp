@@ -1,5 +1,6 @@
 #include "engine/behaviour/tests/agent_test_states.h"
 #include "engine/model/node_kind.h"
+#include "engine/model/properties.h"
 
 #include <pedflux/agent_tests.h>
 

@@ -1,5 +1,6 @@
 #include "engine/behaviour/triggers/transition_states.h"
 #include "engine/model/node_kind.h"
+#include "engine/model/properties.h"
 
 #include <pedflux/transitions.h>
 
