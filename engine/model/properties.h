@@ -52,11 +52,11 @@ Value const& get_field(Owner const& owner, State const& state, std::optional<Val
 
 /// The value of a field; of an optional one the value that is set.
 template <class State, class Member>
-Member const& get(SimObject& handle, Member State::*member) {
+Member const& get(SimObject const& handle, Member State::*member) {
     return state_of<State>(handle).*member;
 }
 template <class State, class Value>
-Value const& get(SimObject& handle, std::optional<Value> State::*member) {
+Value const& get(SimObject const& handle, std::optional<Value> State::*member) {
     State const& state = state_of<State>(handle);
     return get_field(owner_of(state), state, member);
 }
@@ -96,7 +96,7 @@ Value const& get(Handle const& handle, std::optional<Value> State::*member) {
 }
 
 template <class State, class Value>
-bool has(SimObject& handle, std::optional<Value> State::*member) {
+bool has(SimObject const& handle, std::optional<Value> State::*member) {
     return (state_of<State>(handle).*member).has_value();
 }
 
@@ -123,7 +123,7 @@ void set_copy(SimObject& handle, std::shared_ptr<T> State::*member, std::shared_
 
 /// A copy of the value. Throws Exception when none is set.
 template <class State, class T>
-std::shared_ptr<T> get_copy(SimObject& handle, std::shared_ptr<T> State::*member) {
+std::shared_ptr<T> get_copy(SimObject const& handle, std::shared_ptr<T> State::*member) {
     State const& state = state_of<State>(handle);
     auto const& place = state.*member;
     if (!place) refuse_unset(owner_of(state), fields_in(state), &place, typeid(place));
@@ -131,7 +131,7 @@ std::shared_ptr<T> get_copy(SimObject& handle, std::shared_ptr<T> State::*member
 }
 
 template <class State, class T>
-bool has(SimObject& handle, std::shared_ptr<T> State::*member) {
+bool has(SimObject const& handle, std::shared_ptr<T> State::*member) {
     return state_of<State>(handle).*member != nullptr;
 }
 template <class State, class T>

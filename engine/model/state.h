@@ -82,12 +82,12 @@ std::string title_of(ObjectState const& state);
 
 /// The way from a handle to the state behind it.
 struct ObjectAccess {
-    static std::shared_ptr<ObjectState> const& state(SimObject& handle) { return handle.state_; }
+    static std::shared_ptr<ObjectState> const& state(SimObject const& handle) { return handle.state_; }
 };
 
 /// The state behind a handle, by the type that belongs to the handle's class.
 template <class State>
-State& state_of(SimObject& handle) {
+State& state_of(SimObject const& handle) {
     return static_cast<State&>(*ObjectAccess::state(handle));
 }
 
