@@ -14,9 +14,9 @@
 ///
 ///     (access, type, name, member, initial value, rules...)
 ///
-/// where `access` tells which accessors the handle class has (see PEDFLUX_ACCESS_… below), `name` is that of the
-/// accessors and, in lower camel case, of the field in files, and `member` is the state's member. Fields are saved in
-/// the order of the line. Words end in no comma, so that a line reads
+/// where `access` tells which accessors the handle class has (see engine/behaviour/node_handles.h), `name` is that of
+/// the accessors and, in lower camel case, of the field in files, and `member` is the state's member. Fields are saved
+/// in the order of the line. Words end in no comma, so that a line reads
 ///
 ///     TRIGGER(DelayedTrigger, DELAYED, AS_CHILDREN, ANY, CHILD, SECONDS(DelayInSeconds, delay))
 namespace pedflux::engine {
@@ -89,50 +89,3 @@ using Parameter = std::conditional_t<std::is_scalar_v<Value>, Value, Value const
     static constexpr Enumeration TYPE = Enumeration::type; \
     static constexpr std::string_view NAME = #Class;       \
     using Handle = Class;
-
-// The handle class of a kind.
-
-#define PEDFLUX_PARAMETER(context, property) PEDFLUX_PARAMETER_OF property
-#define PEDFLUX_PARAMETER_OF(access, Type, Name, member, ...) engine::Parameter<Type> member
-#define PEDFLUX_ASSIGNMENT(context, property) PEDFLUX_ASSIGNMENT_OF property
-#define PEDFLUX_ASSIGNMENT_OF(access, Type, Name, member, ...) state.member = member;
-
-/// The constructor that takes all properties in their order.
-#define PEDFLUX_CONSTRUCTOR(Base, Class, ...)                      \
-    Class::Class(PEDFLUX_COMMAS(PEDFLUX_PARAMETER, , __VA_ARGS__)) \
-        : Base(engine::make_node<Base, engine::Class##State>(      \
-              __VA_OPT__([&](auto& state) { PEDFLUX_FOR_EACH(PEDFLUX_ASSIGNMENT, , __VA_ARGS__) }))) {}
-
-#define PEDFLUX_ACCESS(Class, property) PEDFLUX_ACCESS_BY(Class, PEDFLUX_UNWRAP property)
-#define PEDFLUX_ACCESS_BY(...) PEDFLUX_ACCESS_IN(__VA_ARGS__)
-#define PEDFLUX_ACCESS_IN(Class, access, Type, Name, member, ...) PEDFLUX_ACCESS_##access(Class, Type, Name, member)
-
-/// The accessors of all properties.
-#define PEDFLUX_ACCESSORS(Class, ...) PEDFLUX_FOR_EACH(PEDFLUX_ACCESS, Class, __VA_ARGS__)
-
-// The words for accessors.
-
-#define PEDFLUX_GETTER(Class, Type, function, member) \
-    Type Class::function { return engine::get(*this, &engine::Class##State::member); }
-#define PEDFLUX_SETTER(Class, Type, Name, member) \
-    void Class::Set##Name(engine::Parameter<Type> value) { engine::set(*this, &engine::Class##State::member, value); }
-/// Get and Set.
-#define PEDFLUX_ACCESS_VALUE(Class, Type, Name, member) \
-    PEDFLUX_GETTER(Class, Type, Get##Name(), member)    \
-    PEDFLUX_SETTER(Class, Type, Name, member)
-/// Get and Set, where the SDK's Get is const.
-#define PEDFLUX_ACCESS_CONST_VALUE(Class, Type, Name, member) \
-    PEDFLUX_GETTER(Class, Type, Get##Name() const, member)    \
-    PEDFLUX_SETTER(Class, Type, Name, member)
-/// Is and Set.
-#define PEDFLUX_ACCESS_FLAG(Class, Type, Name, member) \
-    PEDFLUX_GETTER(Class, Type, Is##Name(), member)    \
-    PEDFLUX_SETTER(Class, Type, Name, member)
-/// Get and Set, where the new value has to fit the other properties too.
-#define PEDFLUX_ACCESS_CHECKED(Class, Type, Name, member)                                        \
-    PEDFLUX_GETTER(Class, Type, Get##Name(), member)                                             \
-    void Class::Set##Name(engine::Parameter<Type> value) {                                       \
-        engine::change<engine::Class##State>(*this, [&](auto& state) { state.member = value; }); \
-    }
-/// Written where the classes are implemented, because the SDK's operations do more than to get and to set.
-#define PEDFLUX_ACCESS_WRITTEN(Class, Type, Name, member)

@@ -1,6 +1,7 @@
 #include "engine/base/list_checks.h"
+#include "engine/behaviour/node_handles.h"
 #include "engine/behaviour/triggers/trigger_range_states.h"
-#include "engine/model/node_kind.h"
+#include "engine/model/properties.h"
 
 #include <pedflux/triggers.h>
 
@@ -42,9 +43,9 @@ std::shared_ptr<TriggerRange> TriggerRange::Clone() { return engine::clone_of(*t
     PEDFLUX_CONSTRUCTOR(TriggerRange, Class,                                                              \
                         (VALUE, std::shared_ptr<Trigger>, StartTrigger, start)__VA_OPT__(, ) __VA_ARGS__) \
     STARTED_RANGE_WITH_CONSTRUCTORS(Class, type, __VA_ARGS__)
-#define STARTED_RANGE_WITH_CONSTRUCTORS(Class, type, ...)                \
-    PEDFLUX_CONSTRUCTOR(TriggerRange, Class)                             \
-    PEDFLUX_SETTER(Class, std::shared_ptr<Trigger>, StartTrigger, start) \
+#define STARTED_RANGE_WITH_CONSTRUCTORS(Class, type, ...)                       \
+    PEDFLUX_CONSTRUCTOR(TriggerRange, Class)                                    \
+    PEDFLUX_ACCESS_SETTER(Class, std::shared_ptr<Trigger>, StartTrigger, start) \
     PEDFLUX_ACCESSORS(Class, __VA_ARGS__)
 #include "engine/behaviour/triggers/trigger_range_table.def"
 
