@@ -14,8 +14,8 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-using Action = Rule<AgentAction>;
-using Actions = RuleList<AgentAction>;
+using Action = NodePointerOf<AgentAction>;
+using Actions = NodeList<AgentAction>;
 using Type = AgentActionTypeId;
 
 /// A world of one agent, which holds tokens and arrives when the test says so.

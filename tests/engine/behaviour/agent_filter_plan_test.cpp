@@ -10,7 +10,7 @@ namespace {
 
 using ::testing::HasSubstr;
 
-using Filter = Rule<AgentFilter>;
+using Filter = NodePointerOf<AgentFilter>;
 
 struct AgentFilterPlans : AgentRules {
     std::shared_ptr<AgentFilterObject> name(std::string const& title, Filter const& filter) {

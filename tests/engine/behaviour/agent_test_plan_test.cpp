@@ -13,8 +13,8 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
-using Question = Rule<AgentTest>;
-using Questions = RuleList<AgentTest>;
+using Question = NodePointerOf<AgentTest>;
+using Questions = NodeList<AgentTest>;
 
 struct AgentTestPlans : AgentRules {
     GlobalId other_token = document.add<SomeTokenState>("Other token").id;
