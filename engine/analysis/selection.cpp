@@ -41,11 +41,11 @@ class Compiler {
                 return combined({state.first, state.second}, state.combination == BooleanOperator::AND);
             }
             case AgentFilterType::ALL_OF:
-                return combined(state_of<FilterListState>(filter).children, true);
+                return combined(children_of(filter), true);
             case AgentFilterType::ANY_OF:
-                return combined(state_of<FilterListState>(filter).children, false);
+                return combined(children_of(filter), false);
             case AgentFilterType::NONE_OF:
-                return [any = combined(state_of<FilterListState>(filter).children, false)](
+                return [any = combined(children_of(filter), false)](
                            View const& view, std::size_t i) { return !any(view, i); };
             case AgentFilterType::IS_EVER:
                 return ever(test(*state_of<IsEverFilterState>(filter).value));
