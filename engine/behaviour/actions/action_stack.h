@@ -62,9 +62,8 @@ struct ActionScene {
     virtual std::optional<double> time_of(int time) const = 0;
     /// Whether the agent is where a task to go somewhere leads.
     virtual bool has_arrived(ActionTask const& task) = 0;
-    /// An action that happens at once: of tokens, tallies, looks, network, history, tasks, and leaving.
-    /// Must not change the stack.
-    virtual void happen(ActionNode const& node) = 0;
+    /// Carries out an action that happens at once. Must not change the stack.
+    virtual void happen(ActionEffect effect, ActionNode const& node) = 0;
 };
 
 /// Draws are a function of these and of how many there were before, so that agents do not disturb each other.

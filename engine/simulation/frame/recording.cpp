@@ -17,10 +17,6 @@ namespace {
 /// The last frame of an episode that goes on.
 constexpr int open_end = std::numeric_limits<int>::max();
 
-bool waits(AgentActionTypeId type) {
-    return type >= AgentActionTypeId::WAIT_FOR_DURATION && type <= AgentActionTypeId::WAIT_WHILE_TEST_TRUE;
-}
-
 bool is_same(Episode const& episode, EpisodeKind kind, GlobalId const& object) {
     return episode.kind == kind && episode.object.InternalEquals(object);
 }
@@ -48,7 +44,7 @@ AgentActivity activity_of(SimulationState const& run, AgentMotion const& motion)
     if (tasks.visit.stage == Visit::Stage::IS_SERVED) return AgentActivity::SERVED;
     if (tasks.task) {
         auto const& node = run.rules.plan.nodes[static_cast<std::size_t>(tasks.task->node)];
-        if (waits(node.type) || node.style != NONE) return AgentActivity::WAITING;
+        if (play_of(node.type) == ActionPlay::WAIT || node.style != NONE) return AgentActivity::WAITING;
     } else if (info.goal != no_place && motion.starts_at > run.seconds()) {
         return AgentActivity::WAITING;
     }

@@ -85,7 +85,7 @@ class LiveScene : public ActionScene {
         }
         return arrived;
     }
-    void happen(ActionNode const& node) override;
+    void happen(ActionEffect effect, ActionNode const& node) override;
 
     bool leaves() const { return leaves_; }
     /// A portal that it reached on its way in this call.
@@ -185,48 +185,48 @@ bool LiveScene::is_through(ActionNode const& node, ActionTask const& task) {
     }
 }
 
-void LiveScene::happen(ActionNode const& node) {
+void LiveScene::happen(ActionEffect effect, ActionNode const& node) {
     auto const objects = run_.rules.plan.objects_of(node);
-    switch (node.type) {
-        case AgentActionTypeId::ADD_TOKENS:
+    switch (effect) {
+        case ActionEffect::ADD_TOKENS:
             for (auto const& token : objects) give_token(run_, walker_.agent, token);
             break;
-        case AgentActionTypeId::CLEAR_TOKENS:
+        case ActionEffect::CLEAR_TOKENS:
             for (auto const& token : objects) take_token(run_, walker_.agent, token);
             break;
-        case AgentActionTypeId::ADD_TO_TALLY:
+        case ActionEffect::ADD_TO_TALLY:
             for (auto const& tally : objects) {
                 if (auto const number = run_.events->tally_plan().find(tally)) {
                     run_.events->tallies.add(*number, node.value);
                 }
             }
             break;
-        case AgentActionTypeId::SET_AVATAR:
+        case ActionEffect::SET_AVATAR:
             person_.avatar = objects.front();
             break;
-        case AgentActionTypeId::CLEAR_AVATAR:
+        case ActionEffect::CLEAR_AVATAR:
             person_.avatar = person_.origin.avatar;
             break;
-        case AgentActionTypeId::SET_COLOR:
+        case ActionEffect::SET_COLOR:
             person_.color = node.color;
             break;
-        case AgentActionTypeId::CLEAR_COLOR:
+        case ActionEffect::CLEAR_COLOR:
             person_.color = person_.origin.color;
             break;
-        case AgentActionTypeId::SET_NETWORK:
+        case ActionEffect::SET_NETWORK:
             set_network(run_, walker_, objects.empty() ? no_network : require_network(run_, objects.front()));
             break;
-        case AgentActionTypeId::CLEAR_NETWORK:
+        case ActionEffect::CLEAR_NETWORK:
             set_network(run_, walker_, preferences_of(run_, person_.origin).network);
             break;
-        case AgentActionTypeId::EXIT_SIMULATION:
+        case ActionEffect::EXIT_SIMULATION:
             leaves_ = true;
             break;
-        case AgentActionTypeId::CLEAR_TASKS:
+        case ActionEffect::CLEAR_TASKS:
             doings_.last_goal = no_place;
             doings_.circulation = no_place;
             break;
-        default:
+        case ActionEffect::CLEAR_HISTORY:
             // Routes are the shortest whatever an agent has passed: its history need not be cleared.
             break;
     }
@@ -314,7 +314,7 @@ void act(SimulationState& run, AgentMotion& motion) {
     if (scene.leaves()) return take_out(run, AgentInfo::Fate::ARRIVED, motion, false);
     if (tasks.task) {
         auto const& node = run.rules.plan.nodes[static_cast<std::size_t>(tasks.task->node)];
-        bool const goes = node.type >= AgentActionTypeId::SEEK_AREA && node.type <= AgentActionTypeId::FOLLOW_SIGN;
+        bool const goes = is_seeking(node.type);
         head_for(run, motion, goes ? tasks.task_goal : no_place);
         if (tasks.sign.far_end != navigation::none && goes) motion.destination = tasks.sign.far_end;
         return;

@@ -19,10 +19,6 @@ namespace pedflux::engine {
 
 namespace {
 
-bool goes_to_objects(AgentActionTypeId type) {
-    return type >= AgentActionTypeId::SEEK_AREA && type <= AgentActionTypeId::FOLLOW_SIGN;
-}
-
 /// Throws Exception for an event whose start and activity simulations do not know.
 void require_start(Document const& document, GlobalId const& event) {
     auto const* const object = document.find(event);
@@ -294,7 +290,7 @@ void resolve_places(BehaviourProgram& rules, Places& places, std::size_t first_n
     rules.places.resize(rules.plan.objects.size(), no_place);
     for (auto i = first_node; i < rules.plan.nodes.size(); ++i) {
         auto const& node = rules.plan.nodes[i];
-        if (!goes_to_objects(node.type)) continue;
+        if (!is_seeking(node.type)) continue;
         for (auto object = node.objects.first; object < node.objects.first + node.objects.count; ++object) {
             rules.places[object] = place_of(places, node.type, rules.plan.objects[object]);
         }

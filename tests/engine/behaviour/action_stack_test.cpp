@@ -33,7 +33,7 @@ struct FakeScene : ActionScene {
         return reference.seconds;
     }
     bool has_arrived(ActionTask const&) override { return std::exchange(arrived, false); }
-    void happen(ActionNode const& node) override {
+    void happen(ActionEffect, ActionNode const& node) override {
         happened.push_back(node.type);
         for (auto token : plan.objects_of(node)) {
             if (node.type == Type::ADD_TOKENS) tokens.insert(token.GetString());
