@@ -33,11 +33,11 @@ struct Settings {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("startTimeInSeconds", self.start_time, NOT_NEGATIVE);
-        field("durationInSeconds", self.duration, AT_LEAST_ONE);
+        field("startTimeInSeconds", self.start_time, not_negative);
+        field("durationInSeconds", self.duration, at_least_one);
         field("frameRate", self.frame_rate, Range{1, 1000, "frames per second"});
         field("randomSeed", self.random_seed);
-        field("populationMultiplier", self.population_multiplier, NOT_NEGATIVE);
+        field("populationMultiplier", self.population_multiplier, not_negative);
         field("projectOrigin", self.origin);
         field("defaultBookmark", self.default_bookmark, refers_to_kind<ObjectType::BOOKMARK>("a bookmark"));
     }

@@ -16,7 +16,7 @@ namespace pedflux::engine {
 
 namespace {
 
-constexpr off_t LARGEST = off_t{1} << 30;
+constexpr off_t largest_file = off_t{1} << 30;
 
 [[noreturn]] void fail(std::string const& what, std::string const& path, int error = errno) {
     throw Exception("cannot " + what + " '" + path + "': " + std::generic_category().message(error));
@@ -95,7 +95,7 @@ std::string read_file(std::string const& path) {
     struct stat status {};
     if (::fstat(file.number(), &status) != 0) fail("read", path);
     if (!S_ISREG(status.st_mode)) throw Exception("cannot read '" + path + "': it is not a file");
-    if (status.st_size > LARGEST) throw Exception("cannot read '" + path + "': it is larger than 1 GiB");
+    if (status.st_size > largest_file) throw Exception("cannot read '" + path + "': it is larger than 1 GiB");
 
     std::string contents(static_cast<std::size_t>(status.st_size), '\0');
     std::size_t filled = 0;

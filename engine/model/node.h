@@ -30,8 +30,8 @@
 ///
 ///         template <class Self, class Field>
 ///         static void fields(Self& self, Field&& field) {
-///             field("childTrigger", self.child, REQUIRED);
-///             field("delayInSeconds", self.delay, NOT_NEGATIVE);
+///             field("childTrigger", self.child, must_be_given);
+///             field("delayInSeconds", self.delay, not_negative);
 ///         }
 ///     };
 ///
@@ -43,9 +43,9 @@
 namespace pedflux::engine {
 
 /// How deep nodes can nest in nodes.
-inline constexpr int DEEPEST_NODE = 64;
+inline constexpr int deepest_node = 64;
 /// How many nodes one can hold.
-inline constexpr int MOST_NODES = 100'000;
+inline constexpr int most_nodes = 100'000;
 
 struct NodeState {
     NodeState() = default;
@@ -115,7 +115,7 @@ std::shared_ptr<Base> copy_of(std::shared_ptr<Base> const& node) {
     return node ? clone_of(*node) : nullptr;
 }
 
-/// Throws Exception when nodes nest deeper in it than DEEPEST_NODE, or are more than MOST_NODES.
+/// Throws Exception when nodes nest deeper in it than deepest_node, or are more than most_nodes.
 void require_shallow(NodeState const& state);
 
 /// The index as one of a list. Throws Exception: AllOfTrigger: there is no child 3, it has 2.

@@ -25,14 +25,14 @@ struct Range {
     bool without_least = false;  ///< greater than `least`
 };
 
-inline constexpr double WITHOUT_END = std::numeric_limits<double>::infinity();
-inline constexpr Range NOT_NEGATIVE{0, WITHOUT_END};
-inline constexpr Range ABOVE_ZERO{0, WITHOUT_END, "", true};
-inline constexpr Range AT_LEAST_ONE{1, WITHOUT_END};
+inline constexpr double unlimited = std::numeric_limits<double>::infinity();
+inline constexpr Range not_negative{0, unlimited};
+inline constexpr Range above_zero{0, unlimited, "", true};
+inline constexpr Range at_least_one{1, unlimited};
 
 /// A part that must be given.
 struct Required {};
-inline constexpr Required REQUIRED;
+inline constexpr Required must_be_given;
 
 /// A distribution that must be given, with its range.
 struct RequiredRange : Range {};

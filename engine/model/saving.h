@@ -19,8 +19,8 @@
 /// that older versions would misread the file; they refuse it.
 namespace pedflux::engine {
 
-inline constexpr std::string_view FILE_FORMAT = "pedflux project";
-inline constexpr int FILE_VERSION = 1;
+inline constexpr std::string_view file_format = "pedflux project";
+inline constexpr int file_version = 1;
 
 /// The kinds of objects that a file may hold.
 using Kinds = std::span<Kind const* const>;

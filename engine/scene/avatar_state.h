@@ -26,7 +26,7 @@ struct OwnLook {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("geometry", self.geometry, MESH);
+        field("geometry", self.geometry, mesh_rule);
     }
 };
 

@@ -49,10 +49,10 @@ Points vertices_of(MeshGeometry& mesh) {
 
 /// The corners of the faces that look upwards, by more than the rounding of a wall; of all faces if there is none.
 Points walkable_vertices_of(MeshGeometry& mesh) {
-    constexpr double UPWARDS = 0.01;
+    constexpr double upwards = 0.01;
     Points points;
     for (auto handle : mesh.GetFaces()) {
-        if (handle.GetNormal().GetY() < UPWARDS) continue;
+        if (handle.GetNormal().GetY() < upwards) continue;
         for (auto const& corner : {handle.GetFirstVertex(), handle.GetSecondVertex(), handle.GetThirdVertex()}) {
             points.push_back(vector_of(corner));
         }
@@ -116,8 +116,8 @@ Direction long_direction_of(Points const& points) {
             best_length = length;
         }
     }
-    constexpr double UPRIGHT = 1e-12;
-    bool const backwards = best.x < -UPRIGHT || (std::abs(best.x) <= UPRIGHT && best.z < 0);
+    constexpr double upright = 1e-12;
+    bool const backwards = best.x < -upright || (std::abs(best.x) <= upright && best.z < 0);
     return backwards ? Direction{-best.x, -best.z} : best;
 }
 
@@ -140,8 +140,8 @@ Direction rise_of(Points const& points) {
     double const slope_x = (zz * xy - xz * zy) / determinant;
     double const slope_z = (xx * zy - xz * xy) / determinant;
     double const slope = std::hypot(slope_x, slope_z);
-    constexpr double LEVEL = 0.001;  // a millimetre in a metre
-    return slope < LEVEL ? Direction{0, 0} : Direction{slope_x / slope, slope_z / slope};
+    constexpr double level = 0.001;  // a millimetre in a metre
+    return slope < level ? Direction{0, 0} : Direction{slope_x / slope, slope_z / slope};
 }
 
 LineSeg3d line_between(Vector a, Vector b) { return {value_of(a), value_of(b)}; }
@@ -157,7 +157,7 @@ LineSeg3d line_at_start(std::vector<Vector> const& vertices) {
         direction = {(vertex.x - start.x) / length, (vertex.z - start.z) / length};
         break;
     }
-    Vector const aside{-direction.z * PATH_WIDTH / 2, 0, direction.x * PATH_WIDTH / 2};
+    Vector const aside{-direction.z * path_width / 2, 0, direction.x * path_width / 2};
     return line_between(start - aside, start + aside);
 }
 

@@ -24,11 +24,11 @@ struct EndLines {
 /// rise has its ends across the longer side of the smallest rectangle that holds it as seen from above, the ball at the
 /// end with the smaller x (or z). A line spans the vertices at its end.
 ///
-/// A polyline has its ball at its first point and its box at its last one; the lines there are PATH_WIDTH long and lie
+/// A polyline has its ball at its first point and its box at its last one; the lines there are path_width long and lie
 /// across the polyline.
 EndLines end_goal_lines(Geometry& geometry);
 
 /// Metres that agents who go along a polyline need across it.
-inline constexpr double PATH_WIDTH = 0.6;
+inline constexpr double path_width = 0.6;
 
 }  // namespace pedflux::engine

@@ -62,7 +62,7 @@ struct CollectionState : GroupState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         GroupState::fields(self, field);
-        field("weights", self.weights, NOT_NEGATIVE);
+        field("weights", self.weights, not_negative);
     }
     static void check(CollectionState const& self);
 };
@@ -83,7 +83,7 @@ struct TransformState : GroupState {
         GroupState::fields(self, field);
         field("translation", self.translation);
         field("rotation", self.rotation);
-        field("scale", self.scale, ABOVE_ZERO);
+        field("scale", self.scale, above_zero);
     }
 };
 

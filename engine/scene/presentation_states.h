@@ -51,8 +51,8 @@ struct VisualState : SceneState {
     using Handle = Visual;
 };
 
-inline constexpr GeometryRule RECTANGLE{"a rectangle",
-                                        [](Geometry& geometry) { return geometry.AsRectangleGeometry() != nullptr; }};
+inline constexpr GeometryRule rectangle_rule{
+    "a rectangle", [](Geometry& geometry) { return geometry.AsRectangleGeometry() != nullptr; }};
 
 // The clock sources stand in the order of BillboardClockSource.
 
@@ -67,7 +67,7 @@ struct PlaybackClock {
     }
 };
 
-inline constexpr RefersTo TALLIES = refers_to_kind<ObjectType::TALLY_OBJECT>("a tally object");
+inline constexpr RefersTo tallies_rule = refers_to_kind<ObjectType::TALLY_OBJECT>("a tally object");
 
 struct TallyClock {
     static constexpr std::string_view NAME = "TALLY_OBJECT";
@@ -76,7 +76,7 @@ struct TallyClock {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("tallyObject", self.tally, TALLIES);
+        field("tallyObject", self.tally, tallies_rule);
     }
 };
 
@@ -87,7 +87,7 @@ struct UserDefinedClock {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("startTime", self.start_time, Range{0, WITHOUT_END, "s"});
+        field("startTime", self.start_time, Range{0, unlimited, "s"});
     }
 };
 
@@ -98,7 +98,7 @@ struct BillboardState : SceneState {
     static constexpr std::string_view NAME = "Billboard";
     using Handle = Billboard;
 
-    GeometryRule geometry_rule() const override { return RECTANGLE; }
+    GeometryRule geometry_rule() const override { return rectangle_rule; }
 
     std::string text;
     Color text_color = Color::BLACK;
@@ -115,18 +115,18 @@ struct BillboardState : SceneState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        constexpr double LARGEST = 1000;
+        constexpr double largest = 1000;
         SceneState::fields(self, field);
         field("text", self.text);
         field("textColor", self.text_color);
         field("textHorizontalAlignment", self.horizontal_alignment);
         field("textVerticalAlignment", self.vertical_alignment);
-        field("fixedTextSize", self.text_size, Range{0, LARGEST, "m", true});
-        field("marginSize", self.margin, Range{0, LARGEST, "m"});
+        field("fixedTextSize", self.text_size, Range{0, largest, "m", true});
+        field("marginSize", self.margin, Range{0, largest, "m"});
         field("backgroundColor", self.background);
         field("backSideDisplayType", self.back_side);
         field("clockSource", self.clock);
-        field("tallyObjects", self.tallies, TALLIES);
+        field("tallyObjects", self.tallies, tallies_rule);
         field("tallyUpdateIntervalType", self.tally_interval);
         field("showTallyDecimals", self.tally_decimals);
     }
@@ -134,7 +134,7 @@ struct BillboardState : SceneState {
 
 /// Where one looks from: see Viewpoint.
 struct Camera {
-    static constexpr double WIDEST = 179;  ///< degrees
+    static constexpr double widest_angle = 179;  ///< degrees
 
     Vec3d eye;
     Vec3d center;
@@ -146,7 +146,7 @@ struct Camera {
         field("eyePoint", self.eye);
         field("centerPoint", self.center);
         field("upDirection", self.up);
-        field("verticalFov", self.vertical_fov, Range{0, WIDEST, "degrees", true});
+        field("verticalFov", self.vertical_fov, Range{0, widest_angle, "degrees", true});
     }
 };
 
@@ -309,7 +309,7 @@ struct BookmarkState : ObjectState {
         ObjectState::fields(self, field);
         Applied::fields(self.applied, field);
         field("viewpoint", self.viewpoint);
-        field("simulationTime", self.simulation_time, Range{0, WITHOUT_END, "s"});
+        field("simulationTime", self.simulation_time, Range{0, unlimited, "s"});
         Display::fields(self.display, field);
     }
     static void check(BookmarkState const& self);

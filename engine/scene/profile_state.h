@@ -44,10 +44,10 @@ struct ProfileState : ObjectState {
         field("speedDistribution", self.speed, Range{0, 20, "m/s", true});
         field("radiusDistribution", self.radius, Range{0, 2, "m", true});
         field("personalSpaceDistribution", self.personal_space, Range{0, 10, "m"});
-        field("horizontalCostDistribution", self.horizontal_cost, NOT_NEGATIVE);
-        field("verticalCostDistribution", self.vertical_cost, NOT_NEGATIVE);
-        field("queueCostDistribution", self.queue_cost, NOT_NEGATIVE);
-        field("processingCostDistribution", self.processing_cost, NOT_NEGATIVE);
+        field("horizontalCostDistribution", self.horizontal_cost, not_negative);
+        field("verticalCostDistribution", self.vertical_cost, not_negative);
+        field("queueCostDistribution", self.queue_cost, not_negative);
+        field("processingCostDistribution", self.processing_cost, not_negative);
         field("agentDirectionBias", self.direction_bias);
         field("accelerationForwardMax", self.acceleration_forward_max, Range{0, 100, "m/s2", true});
         field("speedShuffleFactor", self.speed_shuffle_factor, Range{0, 1});

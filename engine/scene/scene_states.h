@@ -53,15 +53,16 @@ PEDFLUX_NAMES(PersonalSpaceSelection, {{PersonalSpaceSelection::BEHIND, "BEHIND"
 PEDFLUX_NAMES(CordonDirection, {{CordonDirection::BOTH_WAYS, "BOTH_WAYS"}, {CordonDirection::ONE_WAY, "ONE_WAY"}});
 
 /// A mesh, or a rectangle, which is a mesh of two triangles.
-inline constexpr GeometryRule MESH{"a mesh", [](Geometry& geometry) { return geometry.AsMeshGeometry() != nullptr; }};
-inline constexpr GeometryRule POLYLINE{"a polyline",
-                                       [](Geometry& geometry) { return geometry.AsPolylineGeometry() != nullptr; }};
+inline constexpr GeometryRule mesh_rule{"a mesh",
+                                        [](Geometry& geometry) { return geometry.AsMeshGeometry() != nullptr; }};
+inline constexpr GeometryRule polyline_rule{
+    "a polyline", [](Geometry& geometry) { return geometry.AsPolylineGeometry() != nullptr; }};
 
 struct SceneState : ObjectState {
     std::shared_ptr<Geometry> geometry;  ///< replaced, never changed
 
     /// The shapes that the kind can have.
-    virtual GeometryRule geometry_rule() const { return MESH; }
+    virtual GeometryRule geometry_rule() const { return mesh_rule; }
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
@@ -76,7 +77,7 @@ struct NetworkObjectState : SceneState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         SceneState::fields(self, field);
-        field("distanceAdded", self.distance_added, Range{0, WITHOUT_END, "m"});
+        field("distanceAdded", self.distance_added, Range{0, unlimited, "m"});
     }
 };
 
@@ -91,7 +92,7 @@ struct FlowCap {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         field("type", self.type);
-        field("value", self.value, ABOVE_ZERO);
+        field("value", self.value, above_zero);
     }
 };
 
@@ -105,8 +106,8 @@ struct Priority {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         field("direction", self.direction);
-        field("cost", self.cost, Range{0, WITHOUT_END, "s"});
-        field("distance", self.distance, Range{0, WITHOUT_END, "m"});
+        field("cost", self.cost, Range{0, unlimited, "s"});
+        field("distance", self.distance, Range{0, unlimited, "m"});
         field("commitWhenWaiting", self.commit_when_waiting);
         field("primaryYieldToSecondary", self.primary_yields_to_secondary);
     }
@@ -119,9 +120,9 @@ struct SpeedLimit {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        constexpr Range SPEED{0, 20, "m/s", true};
-        field("up", self.up, SPEED);
-        field("down", self.down, SPEED);
+        constexpr Range speed_range{0, 20, "m/s", true};
+        field("up", self.up, speed_range);
+        field("down", self.down, speed_range);
     }
 };
 
@@ -153,13 +154,13 @@ struct ConnectionState : WalkableState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        constexpr Range SECONDS{0, WITHOUT_END, "s"};
+        constexpr Range seconds_range{0, unlimited, "s"};
         WalkableState::fields(self, field);
         field("agentTraversalType", self.traversal);
         field("direction", self.direction);
         field("enteringFlowCap", self.flow_cap);
-        field("entranceDelayDistribution", self.entrance_delay, SECONDS);
-        field("exitDelayDistribution", self.exit_delay, SECONDS);
+        field("entranceDelayDistribution", self.entrance_delay, seconds_range);
+        field("exitDelayDistribution", self.exit_delay, seconds_range);
         field("gated", self.gated);
         field("ignoreBarriers", self.ignore_barriers);
         field("ignoreNeighbors", self.ignore_neighbors);
@@ -237,7 +238,7 @@ struct QueueSpacing {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         field("type", self.type);
-        field("distance", self.distance, Range{0, WITHOUT_END, "m"});
+        field("distance", self.distance, Range{0, unlimited, "m"});
         field("personalSpaceSelection", self.personal_space);
     }
 };
@@ -250,7 +251,7 @@ struct PathState : ConnectionState {
     static constexpr std::string_view NAME = "Path";
     using Handle = Path;
 
-    GeometryRule geometry_rule() const override { return POLYLINE; }
+    GeometryRule geometry_rule() const override { return polyline_rule; }
 
     std::optional<QueueSpacing> queue_spacing;
 

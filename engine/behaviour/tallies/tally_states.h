@@ -44,11 +44,11 @@ TALLY_OF(ServerAvailableCapacityTally, SERVER_AVAILABLE_CAPACITY, std::vector<Gl
 TALLY_OF(ServerQueueAndApproachTally, SERVER_QUEUE_AND_APPROACH, std::vector<GlobalId>, "servers", A_SERVER)
 TALLY_OF(ServerQueueTally, SERVER_QUEUE, std::vector<GlobalId>, "servers", A_SERVER)
 TALLY_OF(SurfaceAreaTally, SURFACE_AREA, std::vector<GlobalId>, "walkableObjects", A_WALKABLE_OBJECT)
-TALLY_OF(TransitionTally, TRANSITION, std::shared_ptr<Transition>, "transition", REQUIRED)
+TALLY_OF(TransitionTally, TRANSITION, std::shared_ptr<Transition>, "transition", must_be_given)
 TALLY_OF(VariableTally, VARIABLE, double, "value")
-TALLY_OF(AddTally, ADD, std::vector<std::shared_ptr<Tally>>, "tallies", REQUIRED)
-TALLY_OF(MaxTally, MAX, std::vector<std::shared_ptr<Tally>>, "tallies", REQUIRED)
-TALLY_OF(MinTally, MIN, std::vector<std::shared_ptr<Tally>>, "tallies", REQUIRED)
+TALLY_OF(AddTally, ADD, std::vector<std::shared_ptr<Tally>>, "tallies", must_be_given)
+TALLY_OF(MaxTally, MAX, std::vector<std::shared_ptr<Tally>>, "tallies", must_be_given)
+TALLY_OF(MinTally, MIN, std::vector<std::shared_ptr<Tally>>, "tallies", must_be_given)
 #undef TALLY_OF
 
 struct ScaleTallyState : NodeState {
@@ -61,7 +61,7 @@ struct ScaleTallyState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("tally", self.tally, REQUIRED);
+        field("tally", self.tally, must_be_given);
         field("scaleValue", self.scale);
     }
 };
@@ -72,8 +72,8 @@ struct TwoTalliesState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("firstTally", self.first, REQUIRED);
-        field("secondTally", self.second, REQUIRED);
+        field("firstTally", self.first, must_be_given);
+        field("secondTally", self.second, must_be_given);
     }
 };
 
@@ -100,8 +100,8 @@ struct DivideTallyState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("numeratorTally", self.numerator, REQUIRED);
-        field("denominatorTally", self.denominator, REQUIRED);
+        field("numeratorTally", self.numerator, must_be_given);
+        field("denominatorTally", self.denominator, must_be_given);
         field("zeroOverZeroValue", self.zero_over_zero);
     }
 };

@@ -23,7 +23,7 @@ struct AnyOfTransitionState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("childTransitions", self.children, REQUIRED);
+        field("childTransitions", self.children, must_be_given);
     }
 };
 

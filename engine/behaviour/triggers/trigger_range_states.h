@@ -31,7 +31,7 @@ struct StartedRangeState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("startTrigger", self.start, REQUIRED);
+        field("startTrigger", self.start, must_be_given);
     }
 };
 
@@ -43,7 +43,7 @@ struct BoundedTriggerRangeState : StartedRangeState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         StartedRangeState::fields(self, field);
-        field("endTrigger", self.end, REQUIRED);
+        field("endTrigger", self.end, must_be_given);
     }
 };
 

@@ -55,8 +55,8 @@ struct TriggerTiming {
 TriggerTiming timing_of(Trigger const& trigger);
 
 inline constexpr RefersTo A_TRIGGER_OBJECT = refers_to_kind<ObjectType::TRIGGER_OBJECT>("a trigger object");
-inline constexpr Range WHOLE_SECONDS{0, WITHOUT_END, "s"};
-inline constexpr Range AT_LEAST_ONE_SECOND{1, WITHOUT_END, "s"};
+inline constexpr Range WHOLE_SECONDS{0, unlimited, "s"};
+inline constexpr Range AT_LEAST_ONE_SECOND{1, unlimited, "s"};
 
 #define TRIGGER_KIND(Name, type)                              \
     static constexpr TriggerType TYPE = TriggerType::type;    \
@@ -112,7 +112,7 @@ struct ClockInRangeTriggerState : NodeState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         field("comparisonType", self.comparison);
-        field("timeReference", self.time, REQUIRED);
+        field("timeReference", self.time, must_be_given);
     }
 };
 
@@ -168,9 +168,9 @@ struct TallyTriggerState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("firstTally", self.first, REQUIRED);
+        field("firstTally", self.first, must_be_given);
         field("comparisonType", self.comparison);
-        field("secondTally", self.second, REQUIRED);
+        field("secondTally", self.second, must_be_given);
     }
 };
 
@@ -197,7 +197,7 @@ struct ChildTriggerState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("childTrigger", self.child, REQUIRED);
+        field("childTrigger", self.child, must_be_given);
     }
 };
 
@@ -267,7 +267,7 @@ struct PeriodicTriggerState : ChildTriggerState {
     static void fields(Self& self, Field&& field) {
         ChildTriggerState::fields(self, field);
         field("periodInSeconds", self.period, AT_LEAST_ONE_SECOND);
-        field("fixedCount", self.count, AT_LEAST_ONE);
+        field("fixedCount", self.count, at_least_one);
     }
 };
 
@@ -281,8 +281,8 @@ struct TransitionCountTriggerState : ChildTriggerState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         ChildTriggerState::fields(self, field);
-        field("transition", self.transition, REQUIRED);
-        field("targetValue", self.target, AT_LEAST_ONE);
+        field("transition", self.transition, must_be_given);
+        field("targetValue", self.target, at_least_one);
         field("loop", self.loop);
     }
 };
@@ -292,7 +292,7 @@ struct ChildTriggersState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("childTriggers", self.children, REQUIRED);
+        field("childTriggers", self.children, must_be_given);
     }
 };
 
@@ -322,7 +322,7 @@ struct TriggerObjectState : ObjectState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
-        field("trigger", self.trigger, REQUIRED);
+        field("trigger", self.trigger, must_be_given);
     }
     /// Its trigger does not lead back to it by names.
     static void check(TriggerObjectState const& self);
