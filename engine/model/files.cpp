@@ -39,7 +39,7 @@ class Descriptor {
     int number_;
 };
 
-/// A file that is gone again unless it was put into place.
+/// A temporary file that is deleted unless it was put into place.
 class Draft {
   public:
     explicit Draft(std::string const& target) : path_(target + ".XXXXXX"), file_(::mkostemp(path_.data(), O_CLOEXEC)) {
@@ -72,7 +72,7 @@ class Draft {
     bool placed_ = false;
 };
 
-/// The permissions of the file that is replaced, or those of a new file.
+/// The permissions of the file that is replaced, or the default ones of a new file.
 mode_t mode_for(std::string const& target) {
     struct stat status {};
     if (::stat(target.c_str(), &status) == 0) return status.st_mode & 07777;

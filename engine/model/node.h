@@ -16,9 +16,9 @@
 #include <utility>
 #include <vector>
 
-/// Nodes are the values that say when, who and what: triggers, tests, filters, actions, tallies, transitions, wait
-/// styles. They nest. A family of nodes has one base class in the SDK, and each kind of the family a class derived from
-/// it; behind each object stands a state that lists its fields once, as the states of project objects do:
+/// Nodes are nested values: triggers, tests, filters, actions, tallies, transitions and wait styles. A family of nodes
+/// has one base class in the SDK, and each kind of the family a class derived from it; behind each object stands a
+/// state that lists its fields once, as the states of project objects do:
 ///
 ///     struct DelayedTriggerState : NodeState {
 ///         static constexpr TriggerType TYPE = TriggerType::DELAYED;
@@ -37,7 +37,7 @@
 ///
 /// Copying, comparing, saving, opening, the children, the search for references and the checks come from that list.
 ///
-/// Nodes outside of projects are shared: whoever holds a child can change it. A project object keeps a deep copy of
+/// Nodes outside of projects are shared: a holder of a child can change it. A project object keeps a deep copy of
 /// the node that it is given and hands out deep copies. A node outside of a project refers to objects by identifiers
 /// that are not looked up before an object of a project takes it.
 namespace pedflux::engine {

@@ -11,13 +11,13 @@
 
 namespace pedflux::engine {
 
-// Rules that the value of a field follows. A field without a rule takes what makes sense for its type: finite numbers,
-// the named values of an enumeration, text in UTF-8.
+// Rules for the values of fields. A field without a rule accepts every valid value of its type: finite numbers, the
+// named values of an enumeration, text in UTF-8.
 
 /// The field has no rule of its own.
 struct NoRule {};
 
-/// A number from `least` to `most`; NaN and infinities never belong to it.
+/// Finite numbers from `least` to `most`.
 struct Range {
     double least = -std::numeric_limits<double>::infinity();
     double most = std::numeric_limits<double>::infinity();
@@ -37,27 +37,27 @@ inline constexpr Required must_be_given;
 /// A distribution that must be given, with its range.
 struct RequiredRange : Range {};
 
-/// The shapes that an object can have.
+/// The geometries that an object can have.
 struct GeometryRule {
     std::string_view what;  ///< for messages: "a mesh"
     bool (*allows)(Geometry& geometry);
 };
 
-/// What an object is to the one that refers to it.
+/// The role of an object for the one that refers to it.
 enum class Role {
     OTHER,
     ORIGIN,       ///< agents come from it
     DESTINATION,  ///< agents go to it
 };
 
-/// One mention of an object.
+/// A reference to an object.
 struct Reference {
     ObjectState const* from;  ///< none for the project's settings
     GlobalId to;
     Role role;
 };
 
-/// An identifier, or a list of identifiers each of them once, of objects of certain kinds.
+/// An identifier, or a list of different identifiers, of objects of certain kinds.
 struct RefersTo {
     std::string_view what;  ///< for messages: "a route bank"
     bool (*allows)(ObjectState const& object);

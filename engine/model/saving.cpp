@@ -36,7 +36,7 @@ Json to_json(Document const& document) {
     return json;
 }
 
-/// Refuses what a well-formed text can still do to a reader: nest without end, and say one thing twice.
+/// Refuses well-formed texts that nest too deep or have a member twice.
 class Watch {
   public:
     bool operator()(int, Json::parse_event_t event, Json& parsed) {

@@ -30,7 +30,7 @@ struct OwnLook {
     }
 };
 
-/// An avatar that looks like a preset.
+/// An avatar with the mesh of a preset.
 struct PresetLook {
     static constexpr std::string_view NAME = "preset";
 

@@ -18,7 +18,7 @@ namespace pedflux::engine {
 struct GroupState : ObjectState {
     std::vector<GlobalId> items;
 
-    /// What the items are.
+    /// The objects that can be items.
     virtual RefersTo item_rule() const = 0;
 
     template <class Self, class Field>
@@ -57,7 +57,7 @@ struct CollectionState : GroupState {
 
     RefersTo item_rule() const override { return refers_to_any("an object of the project"); }
 
-    std::optional<std::vector<double>> weights;  ///< one for each item; automatic when there are none
+    std::optional<std::vector<double>> weights;  ///< one for each item; automatic if not set
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {

@@ -20,7 +20,7 @@
 #include <variant>
 #include <vector>
 
-/// The states of what is only looked at, and of how it is looked at.
+/// The states of views, bookmarks, billboards and other objects of presentation.
 namespace pedflux::engine {
 
 PEDFLUX_NAMES(BillboardBackDisplayType, {{BillboardBackDisplayType::BLANK, "BLANK"},
@@ -54,7 +54,7 @@ struct VisualState : SceneState {
 inline constexpr GeometryRule rectangle_rule{
     "a rectangle", [](Geometry& geometry) { return geometry.AsRectangleGeometry() != nullptr; }};
 
-// The clock sources stand in the order of BillboardClockSource.
+// The clock sources are in the order of BillboardClockSource.
 
 struct PlaybackClock {
     static constexpr std::string_view NAME = "PLAYBACK";
@@ -104,9 +104,9 @@ struct BillboardState : SceneState {
     Color text_color = Color::BLACK;
     TextHorizontalAlign horizontal_alignment = TextHorizontalAlign::CENTER;
     TextVerticalAlign vertical_alignment = TextVerticalAlign::MIDDLE;
-    std::optional<double> text_size;  ///< metres; as large as fits when there is none
+    std::optional<double> text_size;  ///< metres; fitted to the billboard if not set
     double margin = 0.05;             ///< metres
-    std::optional<Color> background;  ///< the object's colour when there is none
+    std::optional<Color> background;  ///< the object's colour if not set
     BillboardBackDisplayType back_side = BillboardBackDisplayType::BLANK;
     ClockSource clock;
     std::vector<GlobalId> tallies;
@@ -132,7 +132,7 @@ struct BillboardState : SceneState {
     }
 };
 
-/// Where one looks from: see Viewpoint.
+/// The camera of a Viewpoint.
 struct Camera {
     static constexpr double widest_angle = 179;  ///< degrees
 
@@ -150,7 +150,7 @@ struct Camera {
     }
 };
 
-/// Throws Exception when one cannot look from there: "<what>: the centre point must ...".
+/// Throws Exception when the camera is degenerate: "<what>: the centre point must ...".
 void require_usable(std::string const& what, Camera const& camera);
 
 struct ViewpointAccess {
@@ -164,7 +164,8 @@ struct SharedValue<Viewpoint> {
     static std::shared_ptr<Viewpoint> make(Camera const& camera) { return std::make_shared<Viewpoint>(camera); }
 };
 
-// What is shown and how, in the parts that a bookmark can apply. Bookmarks list them without their structure.
+// The settings of a view, in the groups that a bookmark can apply. In files their fields stand directly in the
+// bookmark.
 
 struct Visibility {
     BookmarkVisibilityControl control = BookmarkVisibilityControl::HIDE_LISTED;
@@ -268,7 +269,7 @@ struct Display {
     }
 };
 
-/// The parts of a view that a bookmark replaces.
+/// The groups of settings that a bookmark applies to a view.
 struct Applied {
     bool viewpoint = true;
     bool simulation_time = false;

@@ -22,10 +22,10 @@ struct ProfileState : ObjectState {
 
     ProfileState();
 
-    // The distributions are replaced, never changed, and never empty but for the personal space.
+    // The distributions are immutable and always set, except for the personal space.
     std::shared_ptr<Distribution> speed;           ///< m/s
     std::shared_ptr<Distribution> radius;          ///< m
-    std::shared_ptr<Distribution> personal_space;  ///< m; not kept when there is none
+    std::shared_ptr<Distribution> personal_space;  ///< m; no personal space if not set
     std::shared_ptr<Distribution> horizontal_cost;
     std::shared_ptr<Distribution> vertical_cost;
     std::shared_ptr<Distribution> queue_cost;
@@ -34,7 +34,7 @@ struct ProfileState : ObjectState {
     double acceleration_forward_max = 2;  ///< m/s2
     double speed_shuffle_factor = 0;
     double turn_rate_cap = 360;                   ///< degrees per second
-    std::shared_ptr<AgentAction> initial_action;  ///< none unless set
+    std::shared_ptr<AgentAction> initial_action;  ///< none by default
     std::optional<GlobalId> avatar;
     std::optional<GlobalId> network;
 

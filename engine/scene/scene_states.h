@@ -16,7 +16,7 @@
 #include <string_view>
 #include <vector>
 
-/// The states of the objects that have a place: see state.h for how a state lists its fields.
+/// The states of objects with a geometry: see state.h for how a state lists its fields.
 namespace pedflux::engine {
 
 PEDFLUX_NAMES(AgentTraversalType,
@@ -61,7 +61,7 @@ inline constexpr GeometryRule polyline_rule{
 struct SceneState : ObjectState {
     std::shared_ptr<Geometry> geometry;  ///< replaced, never changed
 
-    /// The shapes that the kind can have.
+    /// The geometries that the kind accepts.
     virtual GeometryRule geometry_rule() const { return mesh_rule; }
 
     template <class Self, class Field>
@@ -113,7 +113,7 @@ struct Priority {
     }
 };
 
-/// The greatest speed of agents on a connection, in metres per second along the slope. Level kinds keep both equal.
+/// The maximum speed of agents on a connection, in metres per second along the slope. Both are equal on level kinds.
 struct SpeedLimit {
     double up = 0;
     double down = 0;
@@ -128,7 +128,7 @@ struct SpeedLimit {
 
 struct Subject;
 
-/// Objects that are perimeters.
+/// The rule of lists of perimeters.
 RefersTo perimeters();
 
 struct ConnectionState : WalkableState {
@@ -220,7 +220,7 @@ struct EscalatorState : ConnectionState {
 
     EscalatorState() { direction = ConnectionObjectDirection::BALL_TO_BOX; }
 
-    double tread_speed = 0.5;  ///< metres per second along the slope, while it runs
+    double tread_speed = 0.5;  ///< metres per second along the slope while running
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
@@ -229,11 +229,11 @@ struct EscalatorState : ConnectionState {
     }
 };
 
-/// The distance between agents who queue.
+/// The spacing of agents in a queue.
 struct QueueSpacing {
     QueueSpacingType type = QueueSpacingType::DISTANCE;
-    std::shared_ptr<Distribution> distance;                ///< metres; none by personal space alone
-    std::optional<PersonalSpaceSelection> personal_space;  ///< none by distance alone
+    std::shared_ptr<Distribution> distance;                ///< metres; not set if only the personal space counts
+    std::optional<PersonalSpaceSelection> personal_space;  ///< not set if only the distance counts
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
@@ -243,7 +243,7 @@ struct QueueSpacing {
     }
 };
 
-/// Throws Exception unless the spacing has the parts that its type needs, and no other.
+/// Throws Exception unless exactly the parts that the type needs are set.
 void require_whole(Subject const& subject, QueueSpacing const& spacing);
 
 struct PathState : ConnectionState {
@@ -308,7 +308,7 @@ struct WaitSpaceState : SceneState {
     static constexpr std::string_view NAME = "WaitSpace";
     using Handle = WaitSpace;
 
-    std::shared_ptr<WaitStyle> wait_style;  ///< none: agents stand still
+    std::shared_ptr<WaitStyle> wait_style;  ///< agents stand still if not set
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {

@@ -23,7 +23,7 @@ double length_of(PolylineGeometry const& line) {
 int capacity_limit_of(ServerState const& server) {
     auto const& capacity = server.capacity.value();
     if (auto const* const fixed = std::get_if<FixedCapacity>(&capacity)) return fixed->limit;
-    // A line that was drawn as a multiple of the spacing has that many, whatever its length was rounded to.
+    // A line drawn as a multiple of the spacing has room for that many agents in spite of rounding.
     constexpr double rounding = 1e-9;
     double const length = length_of(*server.geometry->AsPolylineGeometry());
     double const spacings = length / std::get<AutoCapacity>(capacity).spacing;

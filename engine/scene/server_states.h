@@ -28,7 +28,7 @@ struct FixedCapacity {
     }
 };
 
-/// As many as fit on the queue's line.
+/// The capacity follows from the length of the queue's line.
 struct AutoCapacity {
     static constexpr std::string_view NAME = "Automatic";
 
@@ -40,7 +40,7 @@ struct AutoCapacity {
     }
 };
 
-/// How long serving takes those who pass a test.
+/// The processing time of agents that pass `test`.
 struct ContactTimeRule {
     std::shared_ptr<AgentTest> test;
     std::shared_ptr<Distribution> duration;  ///< seconds
@@ -80,7 +80,7 @@ struct ServerState : NetworkObjectState {
     }
 };
 
-/// The greatest number of agents at a server that has a limit. An automatic one follows from the length of the line.
+/// The capacity of a server with a limit. An automatic one follows from the length of the line.
 int capacity_limit_of(ServerState const& server);
 
 }  // namespace pedflux::engine
