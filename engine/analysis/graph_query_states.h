@@ -27,7 +27,7 @@ struct GraphQueryState : MadeOf<QueryState, Timed> {
         field("title", self.title);
         field("horizontalLabel", self.horizontal_label);
         field("verticalLabel", self.vertical_label);
-        field("windowSizeInSeconds", self.window, AT_LEAST_ONE);
+        field("windowSizeInSeconds", self.window, at_least_one);
         field("showLegend", self.show_legend);
         field("showMetadata", self.show_metadata);
     }
@@ -36,7 +36,7 @@ struct GraphQueryState : MadeOf<QueryState, Timed> {
 PEDFLUX_QUERY_PART(OfAreas, std::vector<GlobalId>, areas, {}, "areas", self.areas, WALKABLE_AREAS)
 /// Never changed, replaced.
 PEDFLUX_QUERY_PART(OfTransitions, std::vector<std::shared_ptr<Transition>>, transitions, {}, "transitions",
-                   self.transitions, REQUIRED)
+                   self.transitions, must_be_given)
 /// Never changed, replaced; empty: the usual ones.
 PEDFLUX_QUERY_PART(InSpeedColors, std::shared_ptr<ColorFunction>, colors, {}, "speedRatioColorFunction", self.colors)
 PEDFLUX_QUERY_PART(OfTallies, std::vector<GlobalId>, tallies, {}, "tallyObjects", self.tallies,

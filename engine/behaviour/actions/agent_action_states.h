@@ -26,7 +26,7 @@ namespace pedflux::engine {
 PEDFLUX_NAMES(ListActionAssignment, {{ListActionAssignment::IN_ORDER, "IN_ORDER"},
                                      {ListActionAssignment::IN_RANDOM_ORDER, "IN_RANDOM_ORDER"}});
 
-inline constexpr RequiredRange A_DURATION{{0, WITHOUT_END, "s"}};
+inline constexpr RequiredRange A_DURATION{{0, unlimited, "s"}};
 inline constexpr RequiredRange A_COUNT{{0, std::numeric_limits<int>::max()}};
 
 /// Throws Exception unless there are as many weights as there are things of a name.
@@ -42,7 +42,7 @@ struct Destinations {
     template <class Self, class Field>
     static void fields_of(Self& self, Field&& field, std::string_view name, RefersTo const& rule) {
         field(name, self.ids, rule);
-        field("weights", self.weights, NOT_NEGATIVE);
+        field("weights", self.weights, not_negative);
         field("destinationAssignment", self.assignment);
     }
 };
@@ -111,8 +111,8 @@ struct ChooseFromSetActionState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("childActions", self.actions, REQUIRED);
-        field("weights", self.weights, NOT_NEGATIVE);
+        field("childActions", self.actions, must_be_given);
+        field("weights", self.weights, not_negative);
     }
     static void check(Subject const& subject, ChooseFromSetActionState const& self) {
         require_one_weight_each(subject, "childActions", self.actions.size(), self.weights);
@@ -130,7 +130,7 @@ struct AgentActionObjectState : ObjectState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
-        field("agentAction", self.action, REQUIRED);
+        field("agentAction", self.action, must_be_given);
     }
     /// Throws Exception when the action leads back to the object by way of named actions.
     static void check(AgentActionObjectState const& self) { require_no_way_back(self, *self.action); }

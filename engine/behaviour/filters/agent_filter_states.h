@@ -40,8 +40,8 @@ struct FilterRangeState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("rangeMin", self.min, NOT_NEGATIVE);
-        field("rangeMax", self.max, NOT_NEGATIVE);
+        field("rangeMin", self.min, not_negative);
+        field("rangeMax", self.max, not_negative);
     }
     static void check(Subject const& subject, FilterRangeState const& self) {
         if (self.min && self.max && *self.min > *self.max) {
@@ -51,7 +51,7 @@ struct FilterRangeState : NodeState {
     }
 };
 
-inline constexpr Range METRES_ABOVE_ZERO{0, WITHOUT_END, "m", true};
+inline constexpr Range METRES_ABOVE_ZERO{0, unlimited, "m", true};
 
 #define AGENT_FILTER(Class, type, variation, ...)  \
     struct Class##State : NodeState {              \
@@ -74,7 +74,7 @@ struct AgentFilterObjectState : ObjectState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
-        field("agentFilter", self.filter, REQUIRED);
+        field("agentFilter", self.filter, must_be_given);
     }
 };
 

@@ -46,7 +46,7 @@ struct AgentTestObjectState : ObjectState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
-        field("agentTest", self.test, REQUIRED);
+        field("agentTest", self.test, must_be_given);
     }
 };
 
