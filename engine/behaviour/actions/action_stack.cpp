@@ -22,8 +22,8 @@ enum class Progress {
 
 class Interpreter {
   public:
-    Interpreter(ActionProgram const& plan, ActionStack& stack, ActionDraws draws, ActionScene& scene)
-        : plan_(plan), stack_(stack), draws_(draws), scene_(scene) {}
+    Interpreter(ActionProgram const& program, ActionStack& stack, ActionDraws draws, ActionScene& scene)
+        : program_(program), stack_(stack), draws_(draws), scene_(scene) {}
 
     std::optional<ActionTask> run() {
         ++stack_.advances;
@@ -39,14 +39,14 @@ class Interpreter {
   private:
     ActionFrame& top() { return stack_.frames.back(); }
     ActionNode const& node_of(ActionFrame const& frame) const {
-        return plan_.nodes[static_cast<std::size_t>(frame.node)];
+        return program_.nodes[static_cast<std::size_t>(frame.node)];
     }
 
     Random random(std::uint64_t draw) const { return {mixed(mixed(draws_.seed) + draws_.agent), mixed(draw)}; }
     Random random() { return random(stack_.draws++); }
     double sampled(ActionNode const& node) {
         auto numbers = random();
-        return sample(plan_.laws[static_cast<std::size_t>(node.spec)], numbers);
+        return sample(program_.distributions[static_cast<std::size_t>(node.spec)], numbers);
     }
 
     bool is_over(double time) const { return scene_.now() + CLOCK_TOLERANCE >= time; }
@@ -113,7 +113,7 @@ class Interpreter {
     }
 
     Progress step_list(ActionFrame& frame, ActionNode const& node, bool is_new) {
-        auto const children = plan_.children_of(node);
+        auto const children = program_.children_of(node);
         if (is_new && node.order == ListActionAssignment::IN_RANDOM_ORDER) frame.draw = stack_.draws++;
         auto const done = static_cast<std::size_t>(frame.step++);
         if (done >= children.size()) return Progress::DONE;
@@ -125,9 +125,9 @@ class Interpreter {
     }
 
     Progress choose(ActionNode const& node) {
-        auto const weights = plan_.weights_of(node);
+        auto const weights = program_.weights_of(node);
         if (std::ranges::none_of(weights, [](double weight) { return weight > 0; })) return Progress::DONE;
-        return begin(plan_.children_of(node)[drawn(weights)]);
+        return begin(program_.children_of(node)[drawn(weights)]);
     }
     std::size_t drawn(std::span<double const> weights) {
         auto numbers = random();
@@ -135,7 +135,7 @@ class Interpreter {
     }
 
     Progress decide(ActionNode const& node) {
-        auto const children = plan_.children_of(node);
+        auto const children = program_.children_of(node);
         std::size_t const branch = scene_.passes(node.test) ? 0 : 1;
         return branch < children.size() ? begin(children[branch]) : Progress::DONE;
     }
@@ -150,7 +150,7 @@ class Interpreter {
     Progress step_do_until(ActionFrame& frame, ActionNode const& node, bool is_new) {
         if (is_new && node.spec != NONE) frame.until = scene_.now() + sampled(node);
         if (has_ended(frame)) return Progress::DONE;
-        if (is_new) return begin(plan_.children_of(node).front());
+        if (is_new) return begin(program_.children_of(node).front());
         return node.style == NONE ? Progress::DONE : Progress::TAKES_TIME;
     }
 
@@ -169,13 +169,13 @@ class Interpreter {
         if (!is_to_go_on(frame, node)) return Progress::DONE;
         ++frame.step;
         frame.turn_began = stack_.advances;
-        return begin(plan_.children_of(node).front());
+        return begin(program_.children_of(node).front());
     }
 
     int chosen_goal(ActionNode const& node) {
         switch (node.assignment) {
             case DestinationAssignment::WEIGHTED_BY_CHANCE:
-                return static_cast<int>(drawn(plan_.weights_of(node)));
+                return static_cast<int>(drawn(program_.weights_of(node)));
             case DestinationAssignment::IN_SEQUENCE:
                 return 0;
             case DestinationAssignment::BY_CHANCE:
@@ -195,7 +195,7 @@ class Interpreter {
         return Progress::GOES_ON;
     }
 
-    ActionProgram const& plan_;
+    ActionProgram const& program_;
     ActionStack& stack_;
     ActionDraws draws_;
     ActionScene& scene_;
@@ -208,9 +208,9 @@ void start_last(ActionStack& stack, int node) {
     stack.frames.insert(stack.frames.begin(), {.node = node, .apart = true});
 }
 
-std::optional<ActionTask> advance(ActionProgram const& plan, ActionStack& stack, ActionDraws draws,
+std::optional<ActionTask> advance(ActionProgram const& program, ActionStack& stack, ActionDraws draws,
                                   ActionScene& scene) {
-    return Interpreter(plan, stack, draws, scene).run();
+    return Interpreter(program, stack, draws, scene).run();
 }
 
 }  // namespace pedflux::engine

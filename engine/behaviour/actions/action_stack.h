@@ -56,9 +56,9 @@ struct ActionScene {
 
     /// Seconds of the simulated clock.
     virtual double now() const = 0;
-    /// Whether a test of the plan is true for the agent.
+    /// Whether a test of the program is true for the agent.
     virtual bool passes(int test) = 0;
-    /// A time of the plan in seconds of the simulated clock; none while it is not known, as before an event starts.
+    /// A time of the program in seconds of the simulated clock; none while it is not known, as before an event starts.
     virtual std::optional<double> time_of(int time) const = 0;
     /// Whether the agent is where a task to go somewhere leads.
     virtual bool has_arrived(ActionTask const& task) = 0;
@@ -82,6 +82,7 @@ void start_last(ActionStack& stack, int node);
 
 /// Lets the agent do what it has to until something takes time, and returns that; none when there is nothing left to
 /// do. A repeated action that takes no time is done once in a step.
-std::optional<ActionTask> advance(ActionProgram const& plan, ActionStack& stack, ActionDraws draws, ActionScene& scene);
+std::optional<ActionTask> advance(ActionProgram const& program, ActionStack& stack, ActionDraws draws,
+                                  ActionScene& scene);
 
 }  // namespace pedflux::engine

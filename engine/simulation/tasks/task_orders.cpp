@@ -46,7 +46,7 @@ void for_each_node(std::span<TaskState* const> all, Each const& each) {
 void begin_orders(BehaviourProgram& rules) {
     auto const& plan = rules.plan;
     rules.orders = {plan.nodes.size(), plan.objects.size(), plan.times.size(),
-                    plan.laws.size(),  plan.styles.size(),  fewest_orders};
+                    plan.distributions.size(),  plan.styles.size(),  fewest_orders};
 }
 
 bool has_many_orders(BehaviourProgram const& rules) {
@@ -59,7 +59,7 @@ void forget_done_orders(BehaviourProgram& rules, Places& places, std::span<TaskS
     auto nodes = cut(plan.nodes, first.first_node);
     auto objects = cut(plan.objects, first.first_object);
     auto times = cut(plan.times, first.first_time);
-    auto laws = cut(plan.laws, first.first_law);
+    auto laws = cut(plan.distributions, first.first_law);
     auto styles = cut(plan.styles, first.first_style);
     rules.places.resize(plan.objects.size());
 
@@ -76,7 +76,7 @@ void forget_done_orders(BehaviourProgram& rules, Places& places, std::span<TaskS
         node.objects.first = plan.objects.size();
         std::copy_n(goals, node.objects.count, std::back_inserter(plan.objects));
         keep(plan.times, times, first.first_time, node.time);
-        keep(plan.laws, laws, first.first_law, node.spec);
+        keep(plan.distributions, laws, first.first_law, node.spec);
         keep(plan.styles, styles, first.first_style, node.style);
         numbers[i] = static_cast<int>(plan.nodes.size());
         plan.nodes.push_back(node);
