@@ -43,8 +43,8 @@ PEDFLUX_QUERY_PART(AcrossArea, std::optional<GlobalId>, area, {}, "area", self.a
 PEDFLUX_QUERY_PART(OnTrip, std::shared_ptr<Trip>, trip, {}, "trip", self.trip)
 /// Never changed, replaced.
 PEDFLUX_QUERY_PART(AtTransition, std::shared_ptr<Transition>, transition, {}, "transition", self.transition)
-PEDFLUX_QUERY_PART(WithTokens, std::vector<GlobalId>, tokens, {}, "tokens", self.tokens, A_TOKEN)
-PEDFLUX_QUERY_PART(OfServers, std::vector<GlobalId>, servers, {}, "servers", self.servers, A_SERVER)
+PEDFLUX_QUERY_PART(WithTokens, std::vector<GlobalId>, tokens, {}, "tokens", self.tokens, a_token)
+PEDFLUX_QUERY_PART(OfServers, std::vector<GlobalId>, servers, {}, "servers", self.servers, a_server)
 PEDFLUX_QUERY_PART(OfElevators, std::vector<GlobalId>, elevators, {}, "elevators", self.elevators, AN_ELEVATOR)
 /// The floors of the stops that count; none: all.
 PEDFLUX_QUERY_PART(AtStops, std::optional<std::vector<GlobalId>>, stops, {}, "restrictedStops", self.stops, A_STOP)
@@ -67,8 +67,8 @@ struct BetweenServers {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("startingServers", self.starting_servers, A_SERVER);
-        field("endingServers", self.ending_servers, A_SERVER);
+        field("startingServers", self.starting_servers, a_server);
+        field("endingServers", self.ending_servers, a_server);
     }
 };
 
@@ -78,7 +78,7 @@ struct BetweenPortals {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("portals", self.portals, A_PORTAL);
+        field("portals", self.portals, a_portal);
         field("portalsSorted", self.sorted);
     }
 };
@@ -103,7 +103,7 @@ struct OfExpectedDemand {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("events", self.events, AN_EVENT_WITH_PEOPLE);
+        field("events", self.events, an_event_with_people);
         field("expandCollections", self.expand_collections);
         field("hideEmptyRowsAndColumns", self.hide_empty);
     }

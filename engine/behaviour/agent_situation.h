@@ -6,18 +6,18 @@
 
 #include <cstdint>
 
-/// What compiled tests ask about one agent at one moment; the simulation answers. Objects, tallies, times and the like
-/// are numbers of `SymbolTable`.
+/// The state of one agent at one moment, as compiled tests see it. Objects, tallies and times are numbers of the
+/// `SymbolTable`.
 namespace pedflux::engine {
 
-/// One draw of chance: the same numbers give the same draw on every platform and in every order of asking.
+/// The key of a random draw: equal keys give equal draws on every platform, in any order of evaluation.
 struct ChanceKey {
     std::uint64_t seed;
     std::uint64_t agent;
     std::uint64_t step;
 };
 
-/// A test's questions.
+/// Implemented by the simulation.
 struct TestSituation {
     TestSituation() = default;
     TestSituation(TestSituation const&) = delete;
@@ -25,14 +25,14 @@ struct TestSituation {
     virtual ~TestSituation() = default;
 
     virtual bool was_created_by(SymbolIndex event) const = 0;
-    /// Whether the agent came in at a portal, walkable object or zone.
+    /// Whether the agent entered at a portal, walkable object or zone.
     virtual bool entered_at(SymbolIndex place) const = 0;
     virtual bool has_profile(SymbolIndex profile) const = 0;
     virtual bool is_in(SymbolIndex area) const = 0;
     virtual bool holds(SymbolIndex token) const = 0;
-    /// Seconds since the agent came in.
+    /// Seconds since the agent entered.
     virtual double age() const = 0;
-    /// Whether the first exit that the agent was given is the portal.
+    /// Whether the portal is the agent's initial exit.
     virtual bool initial_exit_is(SymbolIndex portal) const = 0;
     virtual ChanceKey chance_key() const = 0;
 

@@ -5,16 +5,16 @@
 #include <limits>
 #include <vector>
 
-/// Questions joined by "and", "or" and "not", flattened: only the questions are left, and each says where to go on for
-/// either answer. Answering asks no more questions than needed, without recursion.
+/// Boolean expressions flattened into a list of questions, each with the next question for either answer. Evaluation
+/// short-circuits and does not recurse.
 namespace pedflux::engine {
 
-/// A question by its place in the list, or one of the final answers.
+/// The index of a question, or one of the final answers.
 using DecisionIndex = std::uint32_t;
 inline constexpr DecisionIndex YES = std::numeric_limits<DecisionIndex>::max();
 inline constexpr DecisionIndex NO = YES - 1;
 
-/// Both ways lead to questions further up in the list, so every walk ends.
+/// Both branches lead to earlier questions of the list, so that evaluation ends.
 template <class Question>
 struct Decision {
     Question question;
@@ -35,8 +35,9 @@ bool decide(Decisions<Question> const& decisions, DecisionIndex from, Ask const&
     return from == YES;
 }
 
-// How lists of children are joined. `append(child, if_yes, if_no)` puts a child's questions on the list and returns the
-// first one to ask. Children are appended from the last to the first, because each needs to know what comes after it.
+// Conjunction and disjunction of lists of children. `append(child, if_yes, if_no)` puts a child's questions on the list
+// and returns the first one to ask. Children are appended from the last to the first, because each needs to know what
+// comes after it.
 
 template <class Children, class Append>
 DecisionIndex append_all_of(Children const& children, DecisionIndex if_yes, DecisionIndex if_no, Append const& append) {

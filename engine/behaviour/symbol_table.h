@@ -17,14 +17,14 @@ namespace pedflux::engine {
 /// The place of a symbol in the list of its kind.
 using SymbolIndex = std::uint32_t;
 
-/// The objects, tallies, transitions and times that compiled programs refer to by number, so that the simulation looks up
-/// each of them once. All programs of a simulation share one table; numbers follow the order of compilation.
+/// The objects, tallies, transitions and times that compiled programs refer to by number, so that the simulation looks
+/// up each of them once. All programs of a simulation share one table; numbers follow the order of compilation.
 struct SymbolTable {
     std::vector<GlobalId> objects;  ///< each once
     std::vector<std::shared_ptr<Tally>> tallies;
     std::vector<std::shared_ptr<Transition>> transitions;
     std::vector<TimeInFrame> times;
-    SymbolIndex chances = 0;  ///< how many tests of chance there are
+    SymbolIndex chances = 0;  ///< number of tests of chance
 
     SymbolIndex object(GlobalId const& id) {
         auto const [entry, is_new] = numbers_.emplace(id, static_cast<SymbolIndex>(objects.size()));

@@ -48,7 +48,7 @@ struct TimetableState : ObjectState {
         field("referenceEvents", self.reference_events);
         field("populations", self.populations);
         field("activities", self.activities);
-        field("defaultProfile", self.default_profile, A_PROFILE);
+        field("defaultProfile", self.default_profile, a_profile);
     }
     /// Throws Exception unless the data of each file are a table of its type.
     static void check(TimetableState const& self);

@@ -172,7 +172,7 @@ struct PeopleTraits {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("profile", self.profile, A_PROFILE);
+        field("profile", self.profile, a_profile);
         field("initialAction", self.initial_action);
         field("colorScheme", self.color_scheme);
         field("color", self.color);

@@ -24,8 +24,8 @@ struct AccessCycle {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("onDurationInSeconds", self.on, AT_LEAST_ONE_SECOND);
-        field("offDurationInSeconds", self.off, AT_LEAST_ONE_SECOND);
+        field("onDurationInSeconds", self.on, at_least_one_second);
+        field("offDurationInSeconds", self.off, at_least_one_second);
     }
 };
 
@@ -55,7 +55,7 @@ struct GateAccessState : AccessState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         AccessState::fields(self, field);
-        field("gatedObjects", self.gates, A_GATE);
+        field("gatedObjects", self.gates, a_gate);
         field("commandDirection", self.direction);
         field("agentTest", self.test);
     }
@@ -72,7 +72,7 @@ struct ServerAccessState : AccessState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         AccessState::fields(self, field);
-        field("servers", self.servers, A_SERVER);
+        field("servers", self.servers, a_server);
         field("commandAccessPoint", self.point);
     }
 };

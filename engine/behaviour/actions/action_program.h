@@ -15,8 +15,8 @@
 #include <unordered_map>
 #include <vector>
 
-/// Actions compiled for a simulation: one flat list of nodes that refer to each other and to what they need by index.
-/// What a node refers to is listed apart, so that the simulation compiles each list once into what it works with.
+/// Actions compiled for a simulation: a flat list of nodes that refer to each other by index. Tests, times,
+/// distributions and objects have lists of their own, which the simulation resolves once.
 namespace pedflux::engine {
 
 struct TaskOrder;
@@ -68,7 +68,7 @@ enum class ActionEffect {
 #include "engine/behaviour/actions/agent_action_table.def"
 };
 
-/// One action. What its kind does not have stays empty.
+/// One action. Fields that its kind lacks stay empty.
 struct ActionNode {
     AgentActionTypeId type = AgentActionTypeId::DO_NOTHING;
     Entries children;  ///< in `ActionProgram::children`; of a named action the action that it names
@@ -94,7 +94,7 @@ struct ActionProgram {
     std::vector<TimeInFrame> times;
     std::vector<DistributionSpec> distributions;
     std::vector<std::shared_ptr<WaitStyle>> styles;
-    /// The root of each named action that something refers to.
+    /// The root node of each named action that is referred to.
     std::unordered_map<GlobalId, int, IdentifierHash, IdentifierEqual> named;
 
     std::span<int const> children_of(ActionNode const& node) const {
@@ -108,10 +108,10 @@ struct ActionProgram {
     }
 };
 
-/// Adds an action and all that it holds or names, and returns its node. The action has passed its checks; a named
-/// action that the document does not know does nothing.
+/// Adds an action with the actions that it holds or names, and returns its node. The action has been validated; a named
+/// action that is not in the document does nothing.
 int compile(ActionProgram& program, Document const& document, AgentAction const& action);
-/// The same for an order that a program gives. Its times are those of the simulated clock.
+/// The same for a task given by the user's program. Its times are those of the simulated clock.
 int compile(ActionProgram& program, TaskOrder const& order);
 
 }  // namespace pedflux::engine

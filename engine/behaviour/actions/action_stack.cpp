@@ -11,7 +11,7 @@ namespace pedflux::engine {
 namespace {
 
 /// Clocks add up fractions of seconds, so that they can be a little behind the time that they show.
-constexpr double CLOCK_TOLERANCE = 1e-6;
+constexpr double clock_tolerance = 1e-6;
 
 /// What became of the innermost action.
 enum class Progress {
@@ -29,7 +29,7 @@ class Interpreter {
         ++stack_.advances;
         break_off();
         for (int at_once = 0; !stack_.frames.empty(); ++at_once) {
-            auto const progress = at_once < MOST_AT_ONCE ? step() : Progress::TAKES_TIME;
+            auto const progress = at_once < most_at_once ? step() : Progress::TAKES_TIME;
             if (progress == Progress::TAKES_TIME) return ActionTask{top().node, top().goal};
             if (progress == Progress::DONE) stack_.frames.pop_back();
         }
@@ -49,7 +49,7 @@ class Interpreter {
         return sample(program_.distributions[static_cast<std::size_t>(node.spec)], numbers);
     }
 
-    bool is_over(double time) const { return scene_.now() + CLOCK_TOLERANCE >= time; }
+    bool is_over(double time) const { return scene_.now() + clock_tolerance >= time; }
     bool is_past(int time) const {
         auto const known = scene_.time_of(time);
         return known && is_over(*known);

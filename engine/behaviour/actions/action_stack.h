@@ -8,26 +8,26 @@
 #include <optional>
 #include <vector>
 
-/// What each agent does at the time, out of an `ActionProgram`: a stack of the actions that it is in, the innermost
-/// last. Those that happen at once are passed on to the simulation; one that takes time stays on top until it is done.
-/// An action that is started meanwhile stands on top of it, and when that one is done the former goes on.
+/// The execution state of an agent in an `ActionProgram`: a stack of the actions in progress, the innermost last.
+/// Instantaneous actions are passed on to the simulation; one that takes time stays on top until it is done. An action
+/// that is started meanwhile is pushed on top of it, and the former resumes afterwards.
 namespace pedflux::engine {
 
-/// Of goals that the agent reaches whichever is the easiest.
+/// The goal that is cheapest to reach.
 inline constexpr int ANY_GOAL = -1;
 
-/// One action that an agent is in.
+/// One action in progress.
 struct ActionFrame {
     int node;
-    bool apart = false;  ///< started besides what the agent did, not by the frame below
+    bool apart = false;  ///< started independently of the frame below
     bool begun = false;
     int step = 0;                                            ///< children or turns done
-    int turns = 0;                                           ///< to do, of a count
-    int goal = ANY_GOAL;                                     ///< of the node's objects
-    int station = NONE;                                      ///< of a process, the place where the agent goes in it
-    int passed = NONE;                                       ///< of a process, the place where the agent was last
+    int turns = 0;                                           ///< number of turns of a counted repetition
+    int goal = ANY_GOAL;                                     ///< index in the node's objects
+    int station = NONE;                                      ///< the place that the agent is heading for in a process
+    int passed = NONE;                                       ///< the last place that it has passed in a process
     double until = std::numeric_limits<double>::infinity();  ///< seconds of the simulated clock
-    std::uint64_t draw = 0;                                  ///< of the order of the children
+    std::uint64_t draw = 0;                                  ///< number of the draw that orders the children
     std::uint64_t turn_began = 0;                            ///< the call of `advance` in which the turn began
     std::uint64_t began_in = 0;                              ///< the call of `advance` in which the action began
 };
@@ -38,8 +38,8 @@ struct ActionStack {
     std::uint64_t advances = 0;  ///< calls of `advance` so far
 };
 
-/// Something that takes time. Of a kind of action that is not itself a way to go or to wait, the agent waits: until
-/// the rest of what it was to do has passed when the node has a style, or until the next step.
+/// An action that takes time. If the action is neither a movement nor a wait, the agent waits: for the rest of the time
+/// if the node has a wait style, otherwise until the next step.
 struct ActionTask {
     int node;
     int goal;  ///< of the node's objects, or ANY_GOAL
@@ -47,7 +47,7 @@ struct ActionTask {
     friend bool operator==(ActionTask const&, ActionTask const&) = default;
 };
 
-/// The agent and the world around it, as its actions see them.
+/// The agent and its surroundings, as its actions see them.
 struct ActionScene {
     ActionScene() = default;
     ActionScene(ActionScene const&) = delete;
@@ -60,28 +60,29 @@ struct ActionScene {
     virtual bool passes(int test) = 0;
     /// A time of the program in seconds of the simulated clock; none while it is not known, as before an event starts.
     virtual std::optional<double> time_of(int time) const = 0;
-    /// Whether the agent is where a task to go somewhere leads.
+    /// Whether the agent has reached the goal of a movement task.
     virtual bool has_arrived(ActionTask const& task) = 0;
     /// Carries out an action that happens at once. Must not change the stack.
     virtual void happen(ActionEffect effect, ActionNode const& node) = 0;
 };
 
-/// Draws are a function of these and of how many there were before, so that agents do not disturb each other.
+/// The key of an agent's random draws; together with the number of the draw it determines the result, so that agents do
+/// not influence each other.
 struct ActionDraws {
     std::uint64_t seed;
     std::uint64_t agent;
 };
 
-/// How many actions can happen at once in one step of an agent; what is left goes on in the next one.
-inline constexpr int MOST_AT_ONCE = 1000;
+/// The maximum number of instantaneous actions in one step of an agent; the rest continues in the next step.
+inline constexpr int most_at_once = 1000;
 
-/// Starts an action besides what the agent does: it comes first, and then the rest goes on.
+/// Starts an action that interrupts the current ones; they resume when it is done.
 void start(ActionStack& stack, int node);
-/// Adds an action for when the agent has done all that it was to do.
+/// Adds an action to be carried out after all others.
 void start_last(ActionStack& stack, int node);
 
-/// Lets the agent do what it has to until something takes time, and returns that; none when there is nothing left to
-/// do. A repeated action that takes no time is done once in a step.
+/// Carries out actions up to the first one that takes time, and returns it; none when nothing is left to do. A repeated
+/// action that takes no time is carried out once per step.
 std::optional<ActionTask> advance(ActionProgram const& program, ActionStack& stack, ActionDraws draws,
                                   ActionScene& scene);
 

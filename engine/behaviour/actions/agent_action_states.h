@@ -26,14 +26,14 @@ namespace pedflux::engine {
 PEDFLUX_NAMES(ListActionAssignment, {{ListActionAssignment::IN_ORDER, "IN_ORDER"},
                                      {ListActionAssignment::IN_RANDOM_ORDER, "IN_RANDOM_ORDER"}});
 
-inline constexpr RequiredRange A_DURATION{{0, unlimited, "s"}};
-inline constexpr RequiredRange A_COUNT{{0, std::numeric_limits<int>::max()}};
+inline constexpr RequiredRange a_duration{{0, unlimited, "s"}};
+inline constexpr RequiredRange a_count{{0, std::numeric_limits<int>::max()}};
 
-/// Throws Exception unless there are as many weights as there are things of a name.
+/// Throws Exception unless the list of that name has one weight for each element.
 void require_one_weight_each(Subject const& subject, std::string_view name, std::size_t count,
                              std::vector<double> const& weights);
 
-/// The objects to one of which an agent goes, and how it comes by it.
+/// The objects that an agent can be sent to, and how one of them is assigned.
 struct Destinations {
     std::vector<GlobalId> ids;
     std::vector<double> weights;  ///< one for each object when they are weighted
@@ -47,22 +47,22 @@ struct Destinations {
     }
 };
 
-/// Throws Exception when weights and assignment do not fit the objects, or the kind of action has no such assignment.
+/// Throws Exception when weights and assignment do not fit the objects, or the kind of action lacks that assignment.
 void require_fitting(Subject const& subject, std::string_view name, Destinations const& destinations,
                      bool by_lowest_cost, bool in_sequence);
 
-inline constexpr RefersTo A_WALKABLE_AREA{"a floor, connection or zone", [](ObjectState const& object) {
+inline constexpr RefersTo a_walkable_area{"a floor, connection or zone", [](ObjectState const& object) {
                                               return dynamic_cast<WalkableState const*>(&object) != nullptr ||
                                                      object.kind->type == ObjectType::ZONE;
                                           }};
-inline constexpr RefersTo A_PROCESS_START =
+inline constexpr RefersTo a_process_start =
     refers_to_kinds<ObjectType::SERVER, ObjectType::DISPATCH>("a server or dispatch");
-inline constexpr RefersTo A_ROUTE_OBJECT =
+inline constexpr RefersTo a_route_object =
     refers_to<NetworkObjectState>("a floor, connection, portal or another object that routes lead over");
-inline constexpr RefersTo A_ZONE = refers_to_kind<ObjectType::ZONE>("a zone");
-inline constexpr RefersTo AN_AVATAR = refers_to_kind<ObjectType::AVATAR>("an avatar");
-inline constexpr RefersTo A_NETWORK = refers_to_kind<ObjectType::NETWORK>("a network");
-inline constexpr RefersTo AN_ACTION_OBJECT = refers_to_kind<ObjectType::AGENT_ACTION_OBJECT>("an agent action object");
+inline constexpr RefersTo a_zone = refers_to_kind<ObjectType::ZONE>("a zone");
+inline constexpr RefersTo an_avatar = refers_to_kind<ObjectType::AVATAR>("an avatar");
+inline constexpr RefersTo a_network = refers_to_kind<ObjectType::NETWORK>("a network");
+inline constexpr RefersTo an_action_object = refers_to_kind<ObjectType::AGENT_ACTION_OBJECT>("an agent action object");
 
 #define ACTION(Class, type, play, ...)               \
     struct Class##State : NodeState {                \
@@ -96,7 +96,7 @@ struct FollowSignActionState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        Destinations::fields_of(self.destinations, field, "routeObjects", A_ROUTE_OBJECT);
+        Destinations::fields_of(self.destinations, field, "routeObjects", a_route_object);
     }
     static void check(Subject const& subject, FollowSignActionState const& self) {
         require_fitting(subject, "routeObjects", self.destinations, true, true);

@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-/// Tasks as plain data, for the simulation that carries them out.
+/// Tasks as plain data, for the simulation.
 namespace pedflux::engine {
 
 enum class TaskKind {
@@ -23,17 +23,17 @@ enum class TaskKind {
 
 struct TaskOrder {
     TaskKind kind;
-    std::vector<GlobalId> goals = {};  ///< of the kinds that go somewhere: valid and different
+    std::vector<GlobalId> goals = {};  ///< of movement tasks: valid and distinct
     bool erase_route_history = false;
-    int seconds = 0;                        ///< to wait, or after midnight
-    std::shared_ptr<WaitStyle> style = {};  ///< of the kinds that wait; never changed
+    int seconds = 0;                        ///< duration of a wait, or time after midnight
+    std::shared_ptr<WaitStyle> style = {};  ///< of waiting tasks; never changed
 };
 
 struct TaskAccess {
     static TaskOrder const& order(Task const& task) { return *task.order_; }
 };
 
-/// What a task orders.
+/// The data of a task.
 inline TaskOrder const& order_of(Task const& task) { return TaskAccess::order(task); }
 
 }  // namespace pedflux::engine

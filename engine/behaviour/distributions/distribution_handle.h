@@ -15,7 +15,7 @@ struct Distribution::State {
 
 namespace engine {
 
-/// The way from an SDK distribution to its specification.
+/// Access to the specification of an SDK distribution.
 struct DistributionAccess {
     static DistributionSpec& spec(Distribution& distribution) { return distribution.state_->spec; }
     static DistributionSpec const& spec(Distribution const& distribution) { return distribution.state_->spec; }

@@ -60,7 +60,7 @@ struct EventState : ObjectState {
         ObjectState::fields(self, field);
         field("population", self.population);
         field("startTrigger", self.start_trigger, must_be_given);
-        field("profile", self.profile, A_PROFILE);
+        field("profile", self.profile, a_profile);
         field("initialAction", self.initial_action);
         field("colorScheme", self.color_scheme);
         field("specifiedColor", self.specified_color);
@@ -71,11 +71,11 @@ struct EventState : ObjectState {
 };
 
 /// The colour that a scheme gives to agents.
-/// @param own of what brings them
-/// @param given the specified colour; of rules, that of those for whom no test is true
+/// @param own the colour of the agents' origin
+/// @param given the specified colour; for rules, the colour of agents that pass no test
 Color scheme_color(EventColorSchemeType scheme, Color own, Color given);
 
-/// The colour that the event's scheme gives to its agents; of rules, to those for whom no test is true.
+/// The colour that the event's scheme gives to its agents; for rules, to those that pass no test.
 Color agent_color_of(EventState const& event);
 
 struct JourneyState : EventState {
@@ -96,13 +96,13 @@ struct EvacuationState : EventState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         EventState::fields(self, field);
-        field("zones", self.zones, A_PLACE);
+        field("zones", self.zones, a_place);
         field("preMovementWaitDistribution", self.pre_movement_wait, RequiredRange{{0, unlimited, "s"}});
         field("preMovementWaitStyle", self.pre_movement_wait_style, must_be_given);
     }
 };
 
-// How long people circulate.
+// The end of circulation.
 
 struct EntireSimulation {
     static constexpr std::string_view NAME = "EntireSimulation";
@@ -170,7 +170,7 @@ struct CirculateState : EventState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         EventState::fields(self, field);
-        field("circulatePortals", self.portals, A_PORTAL);
+        field("circulatePortals", self.portals, a_portal);
         field("circulation", self.circulation);
     }
 };
@@ -182,7 +182,7 @@ struct BroadcastState : ObjectState {
 
     std::shared_ptr<TriggerRange> trigger_range = std::make_shared<AllSimulationTriggerRange>();
     std::shared_ptr<AgentAction> action = std::make_shared<DoNothingAction>();
-    std::shared_ptr<AgentTest> test;  ///< empty: everybody
+    std::shared_ptr<AgentTest> test;  ///< empty: all agents
     std::optional<GlobalId> zone;     ///< none: everywhere
 
     template <class Self, class Field>
@@ -216,7 +216,7 @@ struct DispatchState : ObjectState {
     }
 };
 
-/// The mean of the centres of all sources and sinks, a zone's members for the zone; none when nothing has a place.
+/// The mean of the centres of all sources and sinks, with the members of zones; none when none of them has a position.
 std::optional<Vec3d> middle_of_stations(Document const& document, DispatchState const& dispatch);
 
 }  // namespace pedflux::engine

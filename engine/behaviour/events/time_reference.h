@@ -10,7 +10,7 @@
 #include <optional>
 #include <string_view>
 
-// Time references as plain data, for what compiles them, and the state of named times.
+// Time references as plain data, and the state of named times.
 namespace pedflux::engine {
 
 PEDFLUX_NAMES(TimeReferenceFrame, {{TimeReferenceFrame::ABSOLUTE, "ABSOLUTE"},
@@ -18,7 +18,7 @@ PEDFLUX_NAMES(TimeReferenceFrame, {{TimeReferenceFrame::ABSOLUTE, "ABSOLUTE"},
                                    {TimeReferenceFrame::BEFORE_SIMULATION_END, "BEFORE_SIMULATION_END"},
                                    {TimeReferenceFrame::AFTER_EVENT_START, "AFTER_EVENT_START"}});
 
-inline constexpr RefersTo AN_EVENT = refers_to_kinds<ObjectType::JOURNEY, ObjectType::EVACUATION, ObjectType::CIRCULATE,
+inline constexpr RefersTo an_event = refers_to_kinds<ObjectType::JOURNEY, ObjectType::EVACUATION, ObjectType::CIRCULATE,
                                                      ObjectType::DISPATCH, ObjectType::BROADCAST>("an event");
 
 struct TimeInFrame {
@@ -30,7 +30,7 @@ struct TimeInFrame {
     static void fields(Self& self, Field&& field) {
         field("frame", self.frame);
         field("seconds", self.seconds, Range{0, unlimited, "s"});
-        field("event", self.event, AN_EVENT);
+        field("event", self.event, an_event);
     }
 };
 

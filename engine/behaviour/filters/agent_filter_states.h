@@ -51,7 +51,7 @@ struct FilterRangeState : NodeState {
     }
 };
 
-inline constexpr Range METRES_ABOVE_ZERO{0, unlimited, "m", true};
+inline constexpr Range metres_above_zero{0, unlimited, "m", true};
 
 #define AGENT_FILTER(Class, type, variation, ...)  \
     struct Class##State : NodeState {              \

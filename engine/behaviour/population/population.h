@@ -11,7 +11,7 @@
 #include <variant>
 #include <vector>
 
-// Populations as plain data: how many people come from where, go where, and arrive when.
+// Populations as plain data: numbers of people, origins, destinations and arrival times.
 namespace pedflux::engine {
 
 PEDFLUX_NAMES(PopulationSourceTypeId, {{PopulationSourceTypeId::COUNT, "COUNT"},
@@ -81,10 +81,10 @@ using Arrival = std::variant<InstantArrival, EvenArrival, RandomArrival, CurveAr
 /// The seconds from the event's start to the last possible arrival, rounded up.
 int duration_of(Arrival const& arrival);
 
-/// Throws an Exception that tells what no arrival can have: no seconds, negative delays, a curve without weight.
+/// Throws Exception for an invalid arrival: zero duration, negative delays, a curve without weight.
 void require_valid(Arrival const& arrival);
 
-/// The data of all kinds of population source. Which of the fields a kind uses, its traits tell; the others stay empty.
+/// The data of all kinds of population source. The traits of a kind tell which fields it uses; the others stay empty.
 struct Population {
     PopulationSourceTypeId type = PopulationSourceTypeId::COUNT;
     std::vector<GlobalId> origins;
@@ -113,14 +113,14 @@ struct Population {
     static bool is_place(ObjectState const& object);
 };
 
-/// What the amounts of a kind of source stand for.
+/// The meaning of the amounts of a kind of source.
 enum class Amounts { NONE, PER_ORIGIN, PER_DESTINATION, PER_PAIR };
 
-/// What sets the kinds of source apart.
+/// The properties of a kind of source.
 struct PopulationTraits {
     std::string_view name;      ///< of the SDK's class
     bool has_origin_weights;    ///< people are spread over the origins by weight
-    bool chooses_destinations;  ///< people choose their destination; otherwise the numbers tell how many go where
+    bool chooses_destinations;  ///< people choose their destination; otherwise the amounts determine it
     Amounts amounts;
 };
 PopulationTraits const& traits_of(PopulationSourceTypeId type);
@@ -128,7 +128,7 @@ PopulationTraits const& traits_of(PopulationSourceTypeId type);
 /// An empty population of a kind.
 Population empty_population(PopulationSourceTypeId type);
 
-/// Throws an Exception that names the kind and what does not fit: lists of unequal length, negative numbers, weights
+/// Throws Exception that names the kind and the fault: lists of unequal length, negative numbers, weights
 /// that are all 0, an identifier twice.
 void require_valid(Population const& population);
 

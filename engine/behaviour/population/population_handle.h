@@ -18,7 +18,7 @@ struct PopulationArrival::State {
 
 namespace engine {
 
-/// The way from SDK sources and arrivals to their data.
+/// Access to the data of SDK sources and arrivals.
 struct PopulationAccess {
     static Population const& population(PopulationSource const& source) { return source.state_->population; }
     static Population& population(PopulationSource& source) { return source.state_->population; }

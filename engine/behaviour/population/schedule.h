@@ -13,12 +13,12 @@ class PopulationSource;
 
 namespace pedflux::engine {
 
-/// The destination of a person who is to take the one of lowest cost among all of the schedule.
+/// The destination of a person who takes the one with the lowest cost of the schedule.
 inline constexpr int LOWEST_COST_DESTINATION = -1;
-/// The destination of a person whose source has none.
+/// The destination of a person whose source has no destinations.
 inline constexpr int NO_DESTINATION = -2;
 
-/// One person to come.
+/// One arriving person.
 struct PlannedArrival {
     double time = 0;      ///< seconds after the event's start
     int origin = 0;       ///< index into the schedule's origins
@@ -32,11 +32,11 @@ struct Schedule {
     std::vector<PlannedArrival> arrivals;
 };
 
-/// Decides who comes when, from where and to where. The total, times the multiplier, is rounded to whole persons and
-/// met exactly; origins, the cells of tables and matrices, and the periods of a curve get their share by largest
-/// remainders (Hamilton's method). The people of one origin are spread evenly over the sequence of arrivals. What is
-/// left to chance comes from the generator alone. Throws an Exception for people without an origin, for a source that
-/// counts by destination and has none, and for more than 10 million persons.
+/// Determines origin, destination and arrival time of each person. The total, times the multiplier, is rounded to whole
+/// persons and met exactly; origins, the cells of tables and matrices, and the periods of a curve get their share by
+/// largest remainders (Hamilton's method). The people of one origin are spread evenly over the sequence of arrivals.
+/// What is left to chance comes from the generator alone. Throws an Exception for people without an origin, for a
+/// source that counts by destination and has none, and for more than 10 million persons.
 Schedule compile_schedule(Population const& population, double multiplier, Random random);
 
 /// The same for a source of the SDK.

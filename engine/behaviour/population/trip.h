@@ -11,12 +11,12 @@
 #include <utility>
 #include <vector>
 
-// Trips as plain data, for the filters and queries that ask who makes one.
+// Trips as plain data, for filters and queries by trip.
 namespace pedflux::engine {
 
 PEDFLUX_NAMES(TripBoundaryMethod, {{TripBoundaryMethod::ENTER, "ENTER"}, {TripBoundaryMethod::EXIT, "EXIT"}});
 
-/// One place of a trip. A way may lead over a place twice, so trips are no lists of different identifiers.
+/// One place of a trip. A trip may visit a place twice.
 struct TripNode {
     GlobalId place;
 

@@ -221,7 +221,7 @@ struct TallyChangeState : ObjectState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
-        field("tallyObjects", self.tally_objects, A_TALLY_OBJECT);
+        field("tallyObjects", self.tally_objects, a_tally_object);
         field("triggerRange", self.range, must_be_given);
         field("command", self.command);
         field("value", self.value);

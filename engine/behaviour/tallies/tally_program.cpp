@@ -91,16 +91,16 @@ class Compiler {
         return tally;
     }
 
-    using When = TallyResetRule::When;
-    static TallyResetRule reset_rule(NoReset) { return {}; }
-    static TallyResetRule reset_rule(EveryFrameReset) { return {.when = When::EVERY_FRAME}; }
-    TallyResetRule reset_rule(IntervalReset rule) const {
+    using When = ResetCondition::When;
+    static ResetCondition reset_rule(NoReset) { return {}; }
+    static ResetCondition reset_rule(EveryFrameReset) { return {.when = When::EVERY_FRAME}; }
+    ResetCondition reset_rule(IntervalReset rule) const {
         return {.when = When::EVERY_INTERVAL, .interval = frames(rule.seconds)};
     }
-    TallyResetRule reset_rule(GreaterOrEqualReset const& rule) {
+    ResetCondition reset_rule(GreaterOrEqualReset const& rule) {
         return {.when = When::GREATER_OR_EQUAL, .compared = expression(*rule.tally)};
     }
-    TallyResetRule reset_rule(LessOrEqualReset const& rule) {
+    ResetCondition reset_rule(LessOrEqualReset const& rule) {
         return {.when = When::LESS_OR_EQUAL, .compared = expression(*rule.tally)};
     }
 

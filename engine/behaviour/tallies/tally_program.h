@@ -69,7 +69,7 @@ struct TallyExpression {
 };
 
 /// When a value is reset by itself.
-struct TallyResetRule {
+struct ResetCondition {
     enum class When { NEVER, EVERY_FRAME, EVERY_INTERVAL, GREATER_OR_EQUAL, LESS_OR_EQUAL };
 
     When when = When::NEVER;
@@ -89,7 +89,7 @@ struct PlannedTally {
     double max = std::numeric_limits<double>::max();
     std::optional<double> start;
     std::shared_ptr<Distribution> default_value;
-    TallyResetRule reset;
+    ResetCondition reset;
 };
 
 struct PlannedTallyChange {

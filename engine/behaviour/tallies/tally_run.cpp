@@ -16,8 +16,8 @@ bool is_total(TallyValueType type) {
 }
 
 /// Tallies have random numbers of their own, apart from those of events and agents.
-constexpr std::uint64_t TALLY_STREAM = std::uint64_t{0x7A11} << 32;
-constexpr std::uint64_t CHANGE_STREAM = TALLY_STREAM + (std::uint64_t{1} << 32);
+constexpr std::uint64_t tally_stream = std::uint64_t{0x7A11} << 32;
+constexpr std::uint64_t change_stream = tally_stream + (std::uint64_t{1} << 32);
 
 }  // namespace
 
@@ -53,13 +53,13 @@ TallyRun::TallyRun(TallyProgram const& program, std::uint64_t seed)
     : program_(program), compared_(program.compared.size(), 0) {
     for (TallyIndex i = 0; i < program.tallies.size(); ++i) {
         auto const& tally = program.tallies[i];
-        auto& running = running_.emplace_back(Running{.random = Random(seed, TALLY_STREAM + i)});
+        auto& running = running_.emplace_back(Running{.random = Random(seed, tally_stream + i)});
         if (tally.window > 0) running.window.emplace(tally.window);
         running.base = tally.start ? *tally.start : sample(*tally.default_value, running.random);
         settle(i);
     }
     for (std::size_t i = 0; i < program.changes.size(); ++i)
-        changes_.push_back({.random = Random(seed, CHANGE_STREAM + i)});
+        changes_.push_back({.random = Random(seed, change_stream + i)});
 }
 
 void TallyRun::step(std::span<double const> measures, std::span<RangeInFrame const> ranges) {
@@ -111,14 +111,14 @@ bool TallyRun::is_reset_due(TallyIndex tally) const {
     auto const& rule = program_.tallies[tally].reset;
     if (frame_ == 0) return false;
     switch (rule.when) {
-        case TallyResetRule::When::NEVER:
+        case ResetCondition::When::NEVER:
             return false;
-        case TallyResetRule::When::EVERY_FRAME:
+        case ResetCondition::When::EVERY_FRAME:
             return true;
-        case TallyResetRule::When::EVERY_INTERVAL:
+        case ResetCondition::When::EVERY_INTERVAL:
             return frame_ % rule.interval == 0;
-        case TallyResetRule::When::GREATER_OR_EQUAL:
-        case TallyResetRule::When::LESS_OR_EQUAL:
+        case ResetCondition::When::GREATER_OR_EQUAL:
+        case ResetCondition::When::LESS_OR_EQUAL:
             return running_[tally].reached;
     }
     return false;
@@ -203,8 +203,8 @@ void TallyRun::settle(TallyIndex tally) {
 void TallyRun::compare(TallyIndex tally) {
     auto const& rule = program_.tallies[tally].reset;
     auto& running = running_[tally];
-    if (rule.when == TallyResetRule::When::GREATER_OR_EQUAL) running.reached = running.value >= evaluate(rule.compared);
-    if (rule.when == TallyResetRule::When::LESS_OR_EQUAL) running.reached = running.value <= evaluate(rule.compared);
+    if (rule.when == ResetCondition::When::GREATER_OR_EQUAL) running.reached = running.value >= evaluate(rule.compared);
+    if (rule.when == ResetCondition::When::LESS_OR_EQUAL) running.reached = running.value <= evaluate(rule.compared);
 }
 
 double TallyRun::evaluate(TallyExpression expression) {

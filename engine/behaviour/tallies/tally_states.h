@@ -20,7 +20,7 @@ PEDFLUX_NAMES(ZeroOverZeroValue, {{ZeroOverZeroValue::ZERO, "ZERO"},
                                   {ZeroOverZeroValue::ONE, "ONE"},
                                   {ZeroOverZeroValue::INFINITE, "INFINITE"}});
 
-inline constexpr RefersTo A_WALKABLE_OBJECT =
+inline constexpr RefersTo a_walkable_object =
     refers_to<WalkableState>("a floor, link, stair, ramp or other walkable object");
 
 #define TALLY(Class, type, ...)              \

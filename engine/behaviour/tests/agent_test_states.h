@@ -26,8 +26,8 @@ PEDFLUX_NAMES(LogicQuantifier, {{LogicQuantifier::ALL_OF, "ALL_OF"},
                                 {LogicQuantifier::NONE_OF, "NONE_OF"}});
 PEDFLUX_NAMES(TimeComparison, {{TimeComparison::BEFORE, "BEFORE"}, {TimeComparison::AFTER, "AFTER"}});
 
-inline constexpr Range SINGLE_PRECISION_SECONDS{0, static_cast<double>(std::numeric_limits<float>::max()), "s"};
-inline constexpr Range A_PROBABILITY{0, 1};
+inline constexpr Range single_precision_seconds{0, static_cast<double>(std::numeric_limits<float>::max()), "s"};
+inline constexpr Range a_probability{0, 1};
 
 #define AGENT_TEST(Class, type, ...)             \
     struct Class##State : NodeState {            \

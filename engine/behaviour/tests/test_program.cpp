@@ -1,6 +1,6 @@
 #include "engine/behaviour/tests/test_program.h"
 
-#include "engine/behaviour/named_rules.h"
+#include "engine/behaviour/named_nodes.h"
 #include "engine/behaviour/tests/agent_test_states.h"
 
 #include <pedflux/exception.h>
@@ -62,7 +62,7 @@ class Compiler {
         : named_(project), symbols_(symbols), program_(program) {}
 
     DecisionIndex append(AgentTest const& test, DecisionIndex yes, DecisionIndex no) {
-        CountedRule const counted(extent_, "AgentTest");
+        CountedNode const counted(extent_, "AgentTest");
         return append_kind(test, yes, no);
     }
 
@@ -75,10 +75,10 @@ class Compiler {
         return found;
     }
 
-    NamedRules<AgentTestObjectState> named_;
+    NamedNodes<AgentTestObjectState> named_;
     SymbolTable& symbols_;
     TestProgram& program_;
-    RuleExtent extent_;
+    CompiledExtent extent_;
 };
 
 DecisionIndex Compiler::append_kind(AgentTest const& test, DecisionIndex yes, DecisionIndex no) {

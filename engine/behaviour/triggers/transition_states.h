@@ -14,7 +14,7 @@
 /// The states of transitions: see engine/model/node.h and transition_table.def.
 namespace pedflux::engine {
 
-inline constexpr RefersTo A_CORDON = refers_to_kind<ObjectType::CORDON>("a cordon");
+inline constexpr RefersTo a_cordon = refers_to_kind<ObjectType::CORDON>("a cordon");
 
 #define TRANSITION(Class, type, ...)              \
     struct Class##State : NodeState {             \

@@ -2,7 +2,7 @@
 
 #include "engine/behaviour/condition_names.h"
 #include "engine/behaviour/events/event_states.h"
-#include "engine/behaviour/named_rules.h"
+#include "engine/behaviour/named_nodes.h"
 #include "engine/behaviour/triggers/trigger_range_states.h"
 #include "engine/behaviour/triggers/trigger_run.h"
 #include "engine/behaviour/triggers/trigger_states.h"
@@ -69,8 +69,8 @@ bool fires_no_more(TriggerRun const& /*run*/, MomentMemory const& /*own*/) { ret
 /// The compilation of one trigger or range with all that it is made of.
 struct TriggerCompiler::Compilation {
     TriggerCompiler& compiler;
-    NamedRules<TriggerObjectState> named{compiler.project_};
-    RuleExtent extent{};
+    NamedNodes<TriggerObjectState> named{compiler.project_};
+    CompiledExtent extent{};
 
     TriggerProgram& program() { return compiler.program_; }
     std::int64_t frames(int seconds) { return std::int64_t{seconds} * program().frame_rate; }
@@ -79,13 +79,13 @@ struct TriggerCompiler::Compilation {
     /// The place that the next moment gets.
     MomentIndex next() { return static_cast<MomentIndex>(program().moments.size()); }
 
-    MomentIndex append(MomentRule rule, bool instant) {
+    MomentIndex append(MomentProgram moment, bool instant) {
         auto const index = next();
-        program().moments.push_back({std::move(rule), instant});
+        program().moments.push_back({std::move(moment), instant});
         return index;
     }
-    MomentIndex instant(MomentRule rule) { return append(std::move(rule), true); }
-    MomentIndex interval(MomentRule rule) { return append(std::move(rule), false); }
+    MomentIndex instant(MomentProgram moment) { return append(std::move(moment), true); }
+    MomentIndex interval(MomentProgram moment) { return append(std::move(moment), false); }
     /// An interval for which nothing has to be remembered.
     template <class Holds>
     MomentIndex interval_while(Holds const& holds) {
@@ -93,7 +93,7 @@ struct TriggerCompiler::Compilation {
     }
 
     MomentIndex trigger(Trigger const& trigger) {
-        CountedRule const counted(extent, "Trigger");
+        CountedNode const counted(extent, "Trigger");
         require_shallow(node_of(trigger));
         return trigger_kind(trigger);
     }

@@ -20,7 +20,7 @@ namespace pedflux::engine {
 using MomentIndex = std::uint32_t;
 /// A place in the list of events.
 using EventIndex = std::uint32_t;
-inline constexpr EventIndex NO_EVENT = std::numeric_limits<EventIndex>::max();
+inline constexpr EventIndex no_event = std::numeric_limits<EventIndex>::max();
 
 /// A trigger or range in one frame. An instant holds in the frame in which it fires; an interval fires in the frame in
 /// which it begins to hold, a range in that in which a span begins.
@@ -34,7 +34,7 @@ struct MomentStep;
 class TriggerRun;
 
 /// What a trigger or range comes down to. Each kind is compiled and evaluated in one place, in trigger_program.cpp.
-struct MomentRule {
+struct MomentProgram {
     /// What it is in a frame.
     std::function<Moment(MomentStep const& step)> evaluate;
     /// No when it is certain that it never fires again; always yes without.
@@ -42,9 +42,9 @@ struct MomentRule {
 };
 
 struct PlannedMoment {
-    MomentRule rule;
+    MomentProgram program;
     bool instant = false;          ///< it fires at moments, rather than holding for spans of time
-    EventIndex starts = NO_EVENT;  ///< the event that it starts
+    EventIndex starts = no_event;  ///< the event that it starts
 };
 
 /// An event as others ask about it. It starts when its moment fires.

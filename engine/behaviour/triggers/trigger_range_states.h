@@ -30,8 +30,8 @@ struct ScheduledInterval {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("offsetInSeconds", self.offset, WHOLE_SECONDS);
-        field("durationInSeconds", self.duration, WHOLE_SECONDS);
+        field("offsetInSeconds", self.offset, whole_seconds);
+        field("durationInSeconds", self.duration, whole_seconds);
     }
 };
 

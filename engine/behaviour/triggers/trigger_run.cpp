@@ -10,8 +10,8 @@ void TriggerRun::step(TriggerFacts const& facts) {
     for (MomentIndex i = 0; i < memories_.size(); ++i) {
         auto const& moment = program_.moments[i];
         auto& own = memories_[i];
-        own.now = moment.rule.evaluate({*this, facts, own});
-        if (moment.starts != NO_EVENT && own.now.fires) starts_[moment.starts].push_back(frame_);
+        own.now = moment.program.evaluate({*this, facts, own});
+        if (moment.starts != no_event && own.now.fires) starts_[moment.starts].push_back(frame_);
     }
 }
 
@@ -22,7 +22,7 @@ bool TriggerRun::is_active(EventIndex event, TriggerFacts const& facts) const {
 }
 
 bool TriggerRun::may_fire_again(MomentIndex moment) const {
-    auto const& may_fire_again = program_.moments[moment].rule.may_fire_again;
+    auto const& may_fire_again = program_.moments[moment].program.may_fire_again;
     return !may_fire_again || may_fire_again(*this, memories_[moment]);
 }
 

@@ -28,9 +28,9 @@ struct TriggerTiming {
 /// Throws Exception for triggers that nest too deep.
 TriggerTiming timing_of(Trigger const& trigger);
 
-inline constexpr RefersTo A_TRIGGER_OBJECT = refers_to_kind<ObjectType::TRIGGER_OBJECT>("a trigger object");
-inline constexpr Range WHOLE_SECONDS{0, unlimited, "s"};
-inline constexpr Range AT_LEAST_ONE_SECOND{1, unlimited, "s"};
+inline constexpr RefersTo a_trigger_object = refers_to_kind<ObjectType::TRIGGER_OBJECT>("a trigger object");
+inline constexpr Range whole_seconds{0, unlimited, "s"};
+inline constexpr Range at_least_one_second{1, unlimited, "s"};
 
 #define TRIGGER(Class, type, timing, children, ...)                                \
     struct Class##State : NodeState {                                              \

@@ -211,10 +211,10 @@ TEST_F(ActionStacks, EndlessActionsThatTakeNoTimeAreDoneOnceInAStep) {
     }
     stack = {};
     scene.tally = 0;
-    begin(std::make_shared<RepeatForCountAction>(count(), Distribution::CreateConstant(3 * MOST_AT_ONCE)));
+    begin(std::make_shared<RepeatForCountAction>(count(), Distribution::CreateConstant(3 * most_at_once)));
     int steps = 1;
     while (step() && steps < 100) ++steps;
-    EXPECT_EQ(scene.tally, 3 * MOST_AT_ONCE);
+    EXPECT_EQ(scene.tally, 3 * most_at_once);
     EXPECT_LE(steps, 8);
     EXPECT_GT(steps, 1);
 }

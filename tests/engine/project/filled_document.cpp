@@ -116,7 +116,7 @@ class Filler {
         value.data = "name;time;group;count;origin;event;offset;place;duration\nBell;8:05;A;1;Hall;Bell;0;Hall;60\n";
     }
     void fill(PeopleDestinations& value, NoRule) {
-        fill(value.places.emplace_back(), A_PLACE);
+        fill(value.places.emplace_back(), a_place);
         value.weights = {next()};
         value.assignment = DestinationAssignment::WEIGHTED_BY_CHANCE;
     }

@@ -11,44 +11,44 @@
 
 namespace pedflux::engine {
 
-/// How many rules one can be made of, with those that it names wherever it names them.
-inline constexpr int MOST_RULES = 100'000;
-/// How deep rules can nest, with those that they name.
-inline constexpr int DEEPEST_RULE = 1'000;
+/// The maximum number of nodes in one program, including named ones wherever they are referred to.
+inline constexpr int most_compiled_nodes = 100'000;
+/// The maximum nesting depth, including named nodes.
+inline constexpr int deepest_compiled_node = 1'000;
 
-struct RuleExtent {
-    int rules = 0;
+struct CompiledExtent {
+    int nodes = 0;
     int level = 0;
 };
 
-/// Counts a rule, and its level for as long as it is being compiled. Throws Exception when it is one too many.
-class CountedRule {
+/// Counts a node, and its level while it is compiled. Throws Exception when a limit is exceeded.
+class CountedNode {
   public:
-    CountedRule(RuleExtent& extent, std::string_view family) : extent_(extent) {
-        if (++extent.rules > MOST_RULES || extent.level == DEEPEST_RULE) {
+    CountedNode(CompiledExtent& extent, std::string_view family) : extent_(extent) {
+        if (++extent.nodes > most_compiled_nodes || extent.level == deepest_compiled_node) {
             throw Exception(std::string(family) + ": with those that it names, nested deeper than " +
-                            std::to_string(DEEPEST_RULE) + " levels or made of more than " +
-                            std::to_string(MOST_RULES) + " parts");
+                            std::to_string(deepest_compiled_node) + " levels or made of more than " +
+                            std::to_string(most_compiled_nodes) + " parts");
         }
         ++extent.level;
     }
-    CountedRule(CountedRule const&) = delete;
-    CountedRule& operator=(CountedRule const&) = delete;
-    ~CountedRule() { --extent_.level; }
+    CountedNode(CountedNode const&) = delete;
+    CountedNode& operator=(CountedNode const&) = delete;
+    ~CountedNode() { --extent_.level; }
 
   private:
-    RuleExtent& extent_;
+    CompiledExtent& extent_;
 };
 
-/// The named rules that lead to the one which is being compiled, the outermost first. `State` is that of the objects
-/// which give rules their names.
+/// The named nodes on the way to the one that is being compiled, the outermost first. `State` is the state of the
+/// objects that give the nodes their names.
 template <class State>
-class NamedRules {
+class NamedNodes {
   public:
-    explicit NamedRules(Document const& project) : project_(project) {}
+    explicit NamedNodes(Document const& project) : project_(project) {}
 
-    /// Calls compile(state) for a named rule. Throws Exception when there is none, or when it is being compiled already
-    /// because it leads back to itself.
+    /// Calls compile(state) for a named node. Throws Exception when it does not exist, or refers to itself by way of
+    /// others.
     template <class Compile>
     auto follow(GlobalId const& id, Compile const& compile) {
         auto const* const state = project_.find<State>(id);
