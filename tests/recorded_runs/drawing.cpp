@@ -137,7 +137,7 @@ Office::Office(Drawing& into)
       gate(drawing.portal("Gate", 26, 0, 28, 0)),
       walker(drawing.walkers(1.3)),
       desk(drawing.server("Desk", {{20, 0, 6}, {13, 0, 6}}, 5)),
-      ticket(drawing.server("Ticket", {{12, 0, 3}, {9, 0, 3}, {9, 0, 1}, {3, 0, 1}}, 3)) {}
+      ticket(drawing.server("Ticket", {{12, 0, 3}, {9, 0, 3}, {9, 0, 1}, {6, 0, 1}}, 3)) {}
 
 void Office::visitors(double count, Action const& action) const {
     drawing.journey(west, east, count, walker)->SetInitialAction(action);

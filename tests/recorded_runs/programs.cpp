@@ -157,7 +157,7 @@ void steer_elevator(LiveRun& run) {
     run.note("services", static_cast<double>(car->GetServiceList().size()));
     run.note("travel", car->GetTravelTimeInSeconds(hall, car->GetStopForFloor("Gallery")));
     run.note_refusal([&] { car->GetElevation(); });
-    run.note("moves", car->IsMoving());
+    run.note_refusal([&] { car->IsMoving(); });
     run.note_refusal([&] { run.simulation->GetElevatorCar("Broken"); });
     for (auto const& agent : run.simulation->GetAllAgents()) run.note("rides", agent->HasElevatorTripDestinationStop());
 }

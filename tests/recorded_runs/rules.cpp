@@ -129,6 +129,7 @@ void draw_tally_changes(Drawing& drawing) {
             change->SetTriggerRange(range);
         }
     }
+    scene.stay(scene.right, 1);
     auto const by_tally = drawing.project->CreateTallyChange(drawing.numbered("Change"));
     by_tally->SetTallyObjects({scene.counter});
     by_tally->SetCommandToAddRepeatedly(2);
@@ -268,7 +269,7 @@ void draw_gates(Drawing& drawing) {
 
 void draw_closed_for_good(Drawing& drawing) {
     Rooms const rooms(drawing);
-    drawing.journey(rooms.west, rooms.east, 6);
+    drawing.journey(rooms.west, rooms.east, 14);
     auto const passed = drawing.total(Transition::AreaEnter(rooms.right));
     auto const full = make<TallyTrigger>(make<NamedTally>(passed->GetId()), ComparisonType::GREATER_THAN_OR_EQUAL, 3);
     drawing.gate_access(rooms.link, make<WheneverTriggerRange>(full))->SetCommandToClose(Direction::BOTH_WAYS);
@@ -412,8 +413,9 @@ void draw_broadcasts(Drawing& drawing) {
         auto const told = drawing.project->CreateTallyObject(drawing.numbered("Told"))->GetId();
         drawing.broadcast(range, make<AddToTallyAction>(told, 1.0))->SetZone(zone);
     }
-    drawing.broadcast(span(15, 1), in_order({paint(Color::RED), wait(3), make<ClearTasksAction>(),
-                                             make<SeekInitialGoalAction>(false)}));
+    // What comes after the clearing of tasks in a list is cleared as well.
+    drawing.broadcast(span(15, 1), in_order({paint(Color::RED), wait(3), make<ClearTasksAction>()}));
+    drawing.broadcast(span(20, 1), make<SeekInitialGoalAction>(false));
 }
 
 }  // namespace
