@@ -39,6 +39,24 @@ example() {
     (cd "$1" && "${@:2}" >report)
 }
 
+# Replaces identifiers by the order of their first appearance.
+number_identifiers() {
+    perl -pe 's/[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}/"identifier " . ($number{$&} \/\/= ++$count)/ge'
+}
+
+# Writes out what has random identifiers.
+to_texts() {
+    local file
+    for file in $(find . -name '*.pfdb'); do
+        sqlite3 -readonly "$file" .dump | number_identifiers >"$file.sql"
+        rm "$file"
+    done
+    for file in $(find . -name '*.json'); do
+        number_identifiers <"$file" >"$file.text"
+        rm "$file"
+    done
+}
+
 # run LIBRARY_DIR OUTPUT
 run() {
     local directory bridge=$build/bindings/libpedfluxJNI.so
@@ -46,8 +64,11 @@ run() {
     # A program that is bound to an engine of its own would compare that one with itself.
     LD_LIBRARY_PATH=$directory ldd "$program" | grep -F "$directory/libpfsdk_11_8.so" >/dev/null ||
         fail "$program does not take the library of $directory"
-    LD_LIBRARY_PATH=$directory "$program" "$2/scenarios"
-    [ -f "$bridge" ] && [ -x "$build/examples/first-run" ] || return 0
+    LD_LIBRARY_PATH=$directory "$program" "$2/scenarios" || {
+        printf 'the scenarios did not run through with %s\n' "$directory"
+        status=1
+    }
+    [ -f "$bridge" ] && [ -x "$build/examples/first-run" ] || { echo "examples: left out, they are not built" && return; }
     mkdir -p "$2/examples" "$work/libraries"
     ln -sf "$directory/libpfsdk_11_8.so" "$bridge" "$work/libraries"
     (
@@ -57,46 +78,32 @@ run() {
         example quick-reference "$build/examples/quick-reference"
         example evacuation-study "$build/examples/evacuation-study" .
         example journey "$build/examples/walk-a-building" "$root/examples/concourse.plan" --people 120 --output .
-        example evacuation "$build/examples/walk-a-building" "$root/examples/concourse.plan" --people 200 --evacuate --output .
+        example evacuation "$build/examples/walk-a-building" "$root/examples/concourse.plan" --people 200 --evacuate \
+            --output .
+        to_texts
     ) 2> >(grep -v '^Picked up' >&2)
 }
 
-# Replaces identifiers by the order of their first appearance.
-number_identifiers() {
-    perl -pe 's/[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}/"identifier " . ($number{$&} \/\/= ++$count)/ge'
-}
-
-# contents FILE: what is compared of it.
-contents() {
-    case $1 in
-    */examples/*.pfdb) sqlite3 -readonly "$1" .dump | number_identifiers ;;
-    */examples/*.json) number_identifiers <"$1" ;;
-    *) cat "$1" ;;
-    esac
-}
-
-# table FILE TABLE
-table() { sqlite3 -readonly "$1" ".dump $2" | if [[ $1 = */examples/* ]]; then number_identifiers; else cat; fi; }
-
 # difference FILE: says in what a file differs between the two; nothing when it does not.
 difference() {
-    local first=$work/first/$1 second=$work/second/$1 each
+    local first=$work/first/$1 second=$work/second/$1 table line
     [ -f "$first" ] && [ -f "$second" ] || { printf ' %s is missing in one;' "$1" && return; }
-    ! cmp -s <(contents "$first") <(contents "$second") || return 0
+    ! cmp -s "$first" "$second" || return 0
     printf ' %s' "$1"
-    case $1 in
-    *.pfdb)
-        for each in $(sqlite3 -readonly "$first" "SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY rowid"); do
-            cmp -s <(table "$first" "$each") <(table "$second" "$each") && continue
-            printf ' from table %s on;' "$each"
+    if [[ $1 = *.pfdb ]]; then
+        for table in $(sqlite3 -readonly "$first" "SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY rowid"); do
+            cmp -s <(sqlite3 "$first" ".dump $table") <(sqlite3 "$second" ".dump $table") && continue
+            printf ' from table %s on;' "$table"
             return
         done
         printf ' in no table;'
-        ;;
-    *) printf ' from line %s on;' "$(cmp <(contents "$first") <(contents "$second") | sed 's/.* line //')" ;;
-    esac
+    else
+        line=$(cmp "$first" "$second" 2>&1 | sed 's/.* line //; s/[^0-9].*//') || true
+        printf ' from line %s on: %s;' "$line" "$(sed -n "${line}p" "$first" | cut -c -60)"
+    fi
 }
 
+status=0
 run "$1" "$work/first"
 run "$2" "$work/second"
 declare -A found
@@ -106,7 +113,6 @@ while read -r file; do
     found[${name%.*}]+=$(difference "$file")
 done < <(cd "$work" && find first second -type f -printf '%P\n' | sort -u)
 [ ${#found[@]} -gt 0 ] || fail "nothing was recorded"
-status=0
 while read -r name; do
     if [ -z "${found[$name]}" ]; then
         printf '%s: same\n' "$name"
