@@ -35,6 +35,7 @@ void draw_ways_to_go(Drawing& drawing) {
     walk_with(
         r,
         {make<DoNothingAction>(), and_leave(make<SeekZoneAction>(zone)), make<EvacuateZoneAction>(first),
+         make<EvacuateZoneAction>(first, true),
          and_leave(make<SeekAreaAction>(Ids{r.right, r.link}, std::vector{1.0, 1.0}, true)), and_leave(nearest_area),
          make<SeekPortalAction>(Ids{r.east, r.north}, std::vector{1.0, 2.0}, false), and_leave(nearest_portal),
          in_order({make<SeekAreaAction>(Ids{r.link}, false), make<SeekOriginAction>(false), make<ClearHistoryAction>(),

@@ -149,6 +149,8 @@ void LiveRun::step() {
 void LiveRun::end() {
     note("end", simulation->GetClock()->GetCurrentTimeString());
     note("seconds", simulation->GetClock()->GetCurrentSecond());
+    note("whole seconds", simulation->GetClock()->GetCurrentSecondAsInt());
+    note("frames", simulation->GetClock()->GetCurrentFrame());
     note("done", simulation->IsDone());
     list("still there", simulation->GetAllAgents());
     simulation->Stop();
@@ -207,6 +209,8 @@ void LiveRun::show_state() {
                 show_if_new(gate->GetName() + std::string(" way ") + std::to_string(static_cast<int>(way)),
                             access_text(simulation->IsGateOpenToAll(id, way), simulation->IsGateClosedToAll(id, way)));
             }
+            show_if_new(gate->GetName() + std::string(" both ways"),
+                        access_text(simulation->IsGateOpenToAll(id), simulation->IsGateClosedToAll(id)));
         } else if (auto const server = std::dynamic_pointer_cast<Server>(object)) {
             show_if_new(
                 server->GetName() + std::string(" entrance"),

@@ -155,6 +155,7 @@ void draw_evacuation(Drawing& drawing) {
         evacuation->SetStartTrigger(after(alarm.start));
         evacuation->SetPreMovementWaitDistribution(Distribution::CreateLogNormal(1.5, 0.6, 1, 15));
         evacuation->SetPreMovementWaitStyle(alarm.style);
+        if (alarm.people > 15) evacuation->SetInitialAction(wait(2));
     }
     // The results keep named filters too.
     drawing.project->CreateAgentFilterObject("On the stair")->SetAgentFilter(AgentFilter::InArea(stair->GetId()));
@@ -342,6 +343,8 @@ std::vector<Scenario> movement_scenarios() {
              TwoWays const ways(drawing);
              auto const all = drawing.project->CreateZone("Both", {ways.left, ways.right})->GetId();
              drawing.journey(ways.west, ways.right, 10);
+             // A portal in the middle of a room, which reaches out of it.
+             drawing.journey(ways.west, drawing.portal("Middle", 5, -1, 5, 9), 5);
              drawing.journey(ways.left, all, 3);
              drawing.journey(make<CountPopulationSource>(Ids{ways.right}, Ids{}, 4.0));
          }},

@@ -95,9 +95,14 @@ void steer_agents(LiveRun& run) {
     if (frame % 10 != 9) return;
     for (auto const& agent : run.simulation->GetAllAgents()) {
         run.note("agent", agent->GetId());
-        auto const space = agent->GetAvailableSpace(4);
+        auto space = agent->GetAvailableSpace(4);
         run.note("space", space.GetArea());
         run.note("least", space.GetMinSegmentRadius());
+        run.note("narrowest", space.GetSegmentDirection(space.GetMinSegmentIndex()));
+        run.note("east", space.GetSegmentIndex({1, 0, 0}));
+        run.note("start", GlobalId(agent->GetStartObjectId()).GetString());
+        run.note("initial goal", GlobalId(agent->GetInitialGoalId()).GetString());
+        if (auto const near = agent->GetObstaclePointClosestTo({5, 0, 1}, 3)) run.note("near", near->GetPosition());
         run.note("open", agent->IsInOpenSpace());
         run.note("open point", agent->GetClosestOpenPoint(2));
         if (auto const obstacle = agent->GetClosestObstaclePoint(5)) run.note("obstacle", obstacle->GetPosition());
@@ -107,6 +112,8 @@ void steer_agents(LiveRun& run) {
         run.note("way", agent->GetDistanceToTargetWaypoint());
         run.note("direction", agent->GetDirectionToTargetWaypoint());
         run.note("way from there", agent->GetDistanceToTargetWaypointFrom({5, 0, 2}));
+        run.note("direction from there", agent->GetDirectionToTargetWaypointFrom({5, 0, 2}));
+        run.note("closest with a way", agent->GetClosestPointWithPathToTargetWaypoint(2));
         run.note("line", agent->GetTargetWaypointGoalLine().GetMidpoint());
         run.note("on the way", agent->GetPointWithPathToTargetWaypointClosestTo({5, 0, 4.3}, 2));
     }
@@ -147,6 +154,58 @@ void steer_in_parts(LiveRun& run) {
     if (run.simulation->GetCurrentFrame() % 3 == 0) run.simulation->CreateAgents();
 }
 
+/// So many orders that those which are done are forgotten, while others wait and queue as they were told before.
+void steer_many_orders(LiveRun& run) {
+    if (run.simulation->GetCurrentFrame() == 0) {
+        for (double const x : {2.0, 4.0, 6.0, 8.0}) person(run, "Left", {x, 0, 2}, "East");
+        run.agent(0)->AddTaskAsActive(make<SeekProcessStartTask>(run.id("Desk")));
+        run.agent(1)->AddTaskAsActive(make<WaitForDurationTask>(15, WaitStyle::SpreadOut()));
+        run.agent(1)->AddTaskAsLast(make<SeekPortalTask>(run.id("North")));
+        run.agent(2)->AddTaskAsLast(
+            make<WaitUntilTimeTask>(run.project->GetStartTimeInSeconds() + 20, WaitStyle::StandStill()));
+        run.agent(2)->AddTaskAsActive(make<SeekAreaTask>(Ids{run.id("Link"), run.id("Right")}));
+    }
+    if (run.at(4) || run.at(12)) {
+        for (int i = 1; i <= 1200; ++i) {
+            run.agent(3)->ClearTasks();
+            run.agent(3)->AddTaskAsActive(make<WaitForDurationTask>(i % 7, WaitStyle::StandStill()));
+        }
+        run.agent(3)->AddTaskAsLast(make<SeekPortalTask>(run.id("West")));
+    }
+}
+
+/// What is refused, and how it is said.
+void steer_refusals(LiveRun& run) {
+    if (!run.at(2)) return;
+    auto& simulation = *run.simulation;
+    auto& agent = *run.agent(0);
+    auto const hall = run.id("Left");
+    auto const east = run.id("East");
+    for (std::function<void()> const& action : std::vector<std::function<void()>>{
+             [&] { agent.SetHeight(4); }, [&] { agent.SetDesiredUnconstrainedSpeed(-1); },
+             [&] { agent.SetNextAgentMovement(static_cast<AgentMovement>(9)); }, [&] { agent.GetAvailableSpace(0); },
+             [&] {
+                 agent.GetObstaclePointInDirection({0, 1, 0}, 5);
+             },
+             [&] { agent.GetPreviousWaypointId(); },
+             [&] {
+                 agent.MoveTo({1, 0, 1});
+             },
+             [&] { agent.GiveToken(hall); }, [&] { agent.SetNetwork(hall); },
+             [&] { agent.AddTaskAsActive(make<SeekAreaTask>(east)); }, [&] { agent.AddTaskAsActive(nullptr); },
+             [&] { agent.AddTaskAsActive(make<SeekProcessStartTask>(east)); },
+             [&] { agent.AddTaskAsActive(make<WaitForeverTask>(WaitStyle::AssignedWaitSpace({run.id("Away")}))); },
+             [&] { simulation.OpenGate(hall); },
+             [&] { simulation.OpenGate(run.id("Link"), static_cast<ConnectionObjectDirection>(7)); },
+             [&] { simulation.OpenServerEntrance(hall); }, [&] { simulation.GetAgentsOn(east); },
+             [&] {
+                 simulation.ExistsPathTo(hall, {50, 0, 50}, east);
+             },
+             [&] { simulation.AddToTallyValue(run.id("Counter"), 1 / 0.0); }}) {
+        run.note_refusal(action);
+    }
+}
+
 void steer_elevator(LiveRun& run) {
     if (run.simulation->GetCurrentFrame() % 25 != 0) return;
     auto const car = run.simulation->GetElevatorCar("Lift");
@@ -158,7 +217,11 @@ void steer_elevator(LiveRun& run) {
     run.note("travel", car->GetTravelTimeInSeconds(hall, car->GetStopForFloor("Gallery")));
     run.note_refusal([&] { car->GetElevation(); });
     run.note_refusal([&] { car->IsMoving(); });
+    run.note("services of the same car",
+             static_cast<double>(run.simulation->GetElevatorCar(run.id("Lift"))->GetServiceList().size()));
     run.note_refusal([&] { run.simulation->GetElevatorCar("Broken"); });
+    run.note_refusal([&] { run.simulation->GetElevatorCar(run.id("Hall")); });
+    if (auto const first = run.agent(0)) run.note_refusal([&] { first->GetElevatorTripDestinationStop(); });
     for (auto const& agent : run.simulation->GetAllAgents()) run.note("rides", agent->HasElevatorTripDestinationStop());
 }
 
@@ -201,6 +264,21 @@ std::vector<Scenario> program_scenarios() {
              drawing.journey(rooms.east, rooms.west, 8);
          },
          steer_rules},
+        {"many_orders",
+         60,
+         [](Drawing& drawing) {
+             Rooms const rooms(drawing);
+             drawing.server("Desk", {{20, 0, 1}, {15, 0, 1}}, 9);
+             rooms.walk(2, Office::seek({drawing.project->GetServer("Desk")->GetId()}));
+         },
+         steer_many_orders,
+         {"East", "West", "North"}},
+        {"refusals", 10,
+         [](Drawing& drawing) {
+             draw_walkers(drawing);
+             drawing.wait_space("Away", 100, 0, 102, 2);
+         },
+         steer_refusals},
         {"frames_in_parts", 40, draw_walkers, steer_in_parts},
         {"standing_elevator", 30,
          [](Drawing& drawing) {

@@ -331,6 +331,14 @@ void draw_servers(Drawing& drawing) {
     }
 }
 
+/// A line that bends around a wall, so that its head cannot be seen from its end.
+void draw_queue_round_a_corner(Drawing& drawing) {
+    Office const office(drawing);
+    auto const counter = drawing.server("Counter", {{20, 0, 11}, {20, 0, 9}, {15, 0, 9}}, 4)->GetId();
+    drawing.wall(15, 9.6, 19, 12);
+    office.visitors(12, Office::seek({counter}));
+}
+
 /// Processes: chains of servers, areas and portals that dispatches lead through.
 void draw_dispatches(Drawing& drawing) {
     Office const office(drawing);
@@ -430,6 +438,7 @@ std::vector<Scenario> rule_scenarios() {
         {"closed_for_good", 40, draw_closed_for_good},
         {"server_access", 120, draw_server_access},
         {"servers", 120, draw_servers},
+        {"queue_round_a_corner", 100, draw_queue_round_a_corner},
         {"dispatches", 120, draw_dispatches},
         {"area_dispatches", 80, draw_area_dispatches},
         {"broadcasts", 60, draw_broadcasts},
