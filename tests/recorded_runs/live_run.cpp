@@ -172,6 +172,10 @@ void LiveRun::list(std::string const& what, std::vector<std::shared_ptr<Agent>> 
 void LiveRun::show(FrameSummary& summary) {
     list("created", summary.GetCreatedAgents());
     list("deleted", summary.GetDeletedAgents());
+    for (auto const& agent : summary.GetDeletedAgents()) {
+        if (agent->HasExitedWithError()) note("failed", agent->GetId());
+        if (agent->Exists() || !agent->HasExitedWithSuccess()) note("has not left well", agent->GetId());
+    }
     for (auto const& object : objects_) {
         auto const name = object->GetName();
         auto const id = object->GetId();
