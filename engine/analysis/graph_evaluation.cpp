@@ -76,7 +76,7 @@ std::vector<SeriesData> population_counts(QueryContext const& context) {
 std::string name_of(Transition const& transition, Document const& document) {
     NodeState const& node = node_of(transition);
     std::vector<Reference> objects;
-    node.kind->references(nullptr, node, objects);
+    collect_references(nullptr, fields_in(node), objects);
     std::string name(node.kind->name);
     for (auto const& reference : objects) {
         auto const* const object = document.find(reference.to);

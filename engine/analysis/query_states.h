@@ -2,9 +2,8 @@
 
 #include "engine/analysis/color_scale.h"
 #include "engine/behaviour/object_rules.h"
-#include "engine/model/check.h"
-#include "engine/model/codec.h"
 #include "engine/model/enumerations.h"
+#include "engine/model/field_type.h"
 #include "engine/model/node.h"
 #include "engine/model/rules.h"
 #include "engine/model/state.h"
@@ -13,7 +12,6 @@
 #include <pedflux/agent_filters.h>
 #include <pedflux/aggregation.h>
 
-#include <cstdint>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -45,20 +43,6 @@ inline constexpr RefersTo WALKABLE_AREAS{"a walkable object or a zone", [](Objec
                                              return dynamic_cast<WalkableState const*>(&object) ||
                                                     dynamic_cast<ZoneState const*>(&object);
                                          }};
-
-template <>
-struct Codec<unsigned int> {
-    static Json write(unsigned int value) { return value; }
-    static void read(unsigned int& value, Json const& json, Reading& reading) {
-        if (!json.is_number_unsigned() || json.get<std::uint64_t>() > std::numeric_limits<unsigned int>::max()) {
-            reading.refuse("a whole number from 0 to 4294967295", json);
-        }
-        value = json.get<unsigned int>();
-    }
-};
-inline void require(Subject const& subject, unsigned int value, Range const& range) {
-    require(subject, static_cast<double>(value), range);
-}
 
 /// Seconds after midnight; both belong to it.
 struct TimeSpan {

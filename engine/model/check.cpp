@@ -1,9 +1,8 @@
 #include "engine/model/check.h"
 
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 #include "engine/model/document.h"
-#include "engine/model/names.h"
-#include "engine/model/properties.h"
+#include "engine/model/node.h"
 
 #include <pedflux/exception.h>
 
@@ -48,27 +47,7 @@ void Subject::refuse(std::string const& allowed, std::string const& found) const
 
 void refuse_empty(Subject const& subject) { subject.refuse("given", "empty"); }
 
-void require(Subject const& subject, double value, NoRule) {
-    if (!std::isfinite(value)) subject.refuse("finite", text_of(value));
-}
-
-void require(Subject const& subject, double value, Range const& range) {
-    if (!contains(range, value)) subject.refuse(described(range), text_of(value));
-}
-
-void require(Subject const& subject, int value, Range const& range) {
-    if (!contains(range, value)) subject.refuse(described(range), std::to_string(value));
-}
-
-void require(Subject const& subject, std::string const& text, NoRule) {
-    if (!is_utf8(text)) subject.refuse("text in UTF-8", "bytes that are none");
-}
-
-void require(Subject const& subject, Vec3d const& vector, NoRule) {
-    if (!Vec3d(vector).IsValid()) subject.refuse("a vector of finite components", text_of(vector_of(vector)));
-}
-
-void require(Subject const& subject, GlobalId const& id, RefersTo const& rule) {
+void check_reference(Subject const& subject, GlobalId const& id, RefersTo const& rule) {
     auto const expected = "the identifier of " + std::string(rule.what);
     if (!id.IsValid()) subject.refuse(expected, "the invalid identifier");
     if (subject.owner.node != nullptr) return;
@@ -82,17 +61,12 @@ void require(Subject const& subject, GlobalId const& id, RefersTo const& rule) {
     if (!rule.allows(*object)) subject.refuse(expected, "that of " + title_of(*object));
 }
 
-void require(Subject const& subject, std::vector<GlobalId> const& ids, RefersTo const&) {
+void check_different(Subject const& subject, std::vector<GlobalId> const& ids) {
     std::unordered_set<GlobalId, IdentifierHash, IdentifierEqual> seen;
     for (GlobalId id : ids) {
         if (!seen.insert(id).second)
             subject.refuse("a list of different objects", "one with " + id.GetString() + " twice");
     }
-}
-
-void require(Subject const& subject, std::shared_ptr<Geometry> const& geometry, GeometryRule const& rule) {
-    if (!geometry) subject.refuse(std::string(rule.what), "empty");
-    if (!rule.allows(*geometry)) subject.refuse(std::string(rule.what), "another kind of geometry");
 }
 
 void refuse_unset(Owner const& owner, std::string_view property) {

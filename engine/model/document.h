@@ -62,7 +62,7 @@ class Document {
     Settings settings;
     std::string working_directory;  ///< absolute; empty until set: that of the process
     std::vector<Issue> open_warnings;
-    Json unknown;  ///< members of the file that this version does not know; they are written back
+    std::shared_ptr<Json const> unknown;  ///< members of the file that this version does not know; written back
 
     /// A new object of a kind. The name must be valid and free.
     template <class State>
@@ -72,8 +72,8 @@ class Document {
     ObjectState& add(std::shared_ptr<ObjectState> object, GlobalId const& id, std::string const& name);
     /// An object of the file whose kind this version does not know: it is written back, and its name and identifier
     /// stay taken.
-    void keep_unknown(Json object, GlobalId const& id, std::string const& name);
-    std::vector<Json> const& unknown_objects() const { return unknown_objects_; }
+    void keep_unknown(std::shared_ptr<Json const> object, GlobalId const& id, std::string const& name);
+    std::vector<std::shared_ptr<Json const>> const& unknown_objects() const { return unknown_objects_; }
     bool keeps_unknown(GlobalId const& id) const;
 
     std::vector<std::shared_ptr<ObjectState>> const& objects() const { return objects_; }
@@ -110,7 +110,7 @@ class Document {
     std::vector<GlobalId> const& selection() const { return selection_; }
     void select(std::vector<GlobalId> ids) { selection_ = std::move(ids); }
 
-    /// The face of an object: always the same one while the object is in the document.
+    /// The handle of an object: always the same one while the object is in the document.
     std::shared_ptr<SimObject> handle_of(ObjectState& object);
 
     /// Detaches all objects; nothing can be done with the document afterwards.
@@ -132,11 +132,11 @@ class Document {
     void require_free(std::string const& name) const;
 
     std::vector<std::shared_ptr<ObjectState>> objects_;
-    std::vector<Json> unknown_objects_;
+    std::vector<std::shared_ptr<Json const>> unknown_objects_;
     // An unknown object has an entry without a state.
     std::unordered_map<GlobalId, ObjectState*, IdentifierHash, IdentifierEqual> by_id_;
     std::unordered_map<std::string, ObjectState*> by_name_;
-    std::unordered_map<ObjectState const*, std::shared_ptr<SimObject>> faces_;
+    std::unordered_map<ObjectState const*, std::shared_ptr<SimObject>> handles_;
     std::vector<GlobalId> selection_;
     bool closed_ = false;
 };

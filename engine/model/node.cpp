@@ -1,5 +1,7 @@
 #include "engine/model/node.h"
 
+#include "engine/model/node_kind.h"
+
 #include <pedflux/exception.h>
 
 #include <algorithm>
@@ -36,8 +38,8 @@ struct Extent {
 void measure(NodeState const& state, int level, Extent& extent) {
     extent.levels = std::max(extent.levels, level);
     ++extent.nodes;
-    state.kind->inner(state, [&](NodeState const& inner) {
-        if (extent.is_allowed()) measure(inner, level + 1, extent);
+    visit_nodes(fields_in(state), [&](HeldNode const& held) {
+        if (extent.is_allowed()) measure(held.node, level + 1, extent);
     });
 }
 
@@ -49,7 +51,7 @@ bool fits(NodeState const& state, int level) {
 
 bool holds(NodeState const& state, NodeState const& wanted) {
     bool found = &state == &wanted;
-    state.kind->inner(state, [&](NodeState const& inner) { found = found || holds(inner, wanted); });
+    visit_nodes(fields_in(state), [&](HeldNode const& held) { found = found || holds(held.node, wanted); });
     return found;
 }
 
@@ -62,7 +64,9 @@ bool holds(NodeState const& state, NodeState const& wanted) {
 
 NodePointer copy_of(NodeState const& state) {
     require_shallow(state);
-    return state.kind->copy(state);
+    NodePointer copied = state.kind->copy(state);
+    take_copies(state.kind->fields(), copied.get());
+    return copied;
 }
 
 void require_shallow(NodeState const& state) {
@@ -85,6 +89,15 @@ void require_may_hold(NodeState const& parent, std::string_view property, NodeSt
         throw Exception(std::string(parent.kind->name) + ": " + std::string(property) + " must not be or hold the " +
                         std::string(parent.kind->name) + " itself");
     }
+}
+
+void check_new_node(NodeState const& node) {
+    require_may_hold_all(node, node);
+    check_node(owner_of(node), "", node);
+}
+
+void require_may_hold_all(NodeState const& parent, NodeState const& changed) {
+    visit_nodes(fields_in(changed), [&](HeldNode const& held) { require_may_hold(parent, held.name, held.node); });
 }
 
 }  // namespace pedflux::engine

@@ -2,8 +2,12 @@
 
 #include "engine/model/state.h"
 
+#include <pedflux/geometry.h>
+#include <pedflux/identifiers.h>
+
 #include <limits>
 #include <string_view>
+#include <variant>
 
 namespace pedflux::engine {
 
@@ -59,6 +63,9 @@ struct RefersTo {
     bool (*allows)(ObjectState const& object);
     Role role = Role::OTHER;
 };
+
+/// The rule of any field.
+using Rule = std::variant<NoRule, Range, Required, RequiredRange, GeometryRule, RefersTo>;
 
 /// Objects whose states derive from State.
 template <class State>

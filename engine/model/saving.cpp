@@ -2,6 +2,7 @@
 
 #include "engine/model/check.h"
 #include "engine/model/codec.h"
+#include "engine/model/field_values.h"
 #include "engine/model/pretty.h"
 
 #include <pedflux/exception.h>
@@ -9,6 +10,8 @@
 #include <algorithm>
 #include <unordered_set>
 #include <utility>
+
+#include <nlohmann/json.hpp>
 
 namespace pedflux::engine {
 
@@ -18,18 +21,18 @@ constexpr std::size_t DEEPEST = 64;
 
 Json to_json(ObjectState const& object) {
     Json json = {{"kind", object.kind->name}, {"id", GlobalId(object.id).GetString()}, {"name", object.name}};
-    object.kind->write(object, json);
-    if (object.unknown.is_object()) json.update(object.unknown);
+    write_fields(fields_in(object), json);
+    if (object.unknown) json.update(*object.unknown);
     return json;
 }
 
 Json to_json(Document const& document) {
     Json json = {{"format", FILE_FORMAT}, {"version", FILE_VERSION}};
-    json["settings"] = Codec<Settings>::write(document.settings);
+    json["settings"] = json_of(document.settings);
     Json& objects = json["objects"] = Json::array();
     for (auto const& object : document.objects()) objects.push_back(to_json(*object));
-    for (auto const& object : document.unknown_objects()) objects.push_back(object);
-    if (document.unknown.is_object()) json.update(document.unknown);
+    for (auto const& object : document.unknown_objects()) objects.push_back(*object);
+    if (document.unknown) json.update(*document.unknown);
     return json;
 }
 
@@ -82,7 +85,7 @@ std::string text_member(Json const& json, char const* name, Reading& reading) {
     Json const& found = member(json, name, reading);
     Step const step(reading, name);
     std::string text;
-    Codec<std::string>::read(text, found, reading);
+    read_json(text, found, reading);
     return text;
 }
 
@@ -110,22 +113,17 @@ void read_object(Document& document, Json const& json, Kinds kinds, Reading& rea
     GlobalId id;
     {
         Step const step(reading, "id");
-        Codec<GlobalId>::read(id, id_text, reading);
+        read_json(id, id_text, reading);
     }
     reading.where = kind_name + " '" + name + "'";
     auto const kind = std::ranges::find(kinds, kind_name, &Kind::name);
     if (kind == kinds.end()) {
-        document.keep_unknown(json, id, name);
+        document.keep_unknown(std::make_shared<Json const>(json), id, name);
         reading.warn("objects of this kind are not known; it is kept in the file, but takes no part");
         return;
     }
     ObjectState& object = document.add((*kind)->make(), id, name);
-    (*kind)->read(object, json, reading);
-    object.unknown.erase("id");
-    object.unknown.erase("name");
-    for (auto const& [member_name, value] : object.unknown.items()) {
-        reading.warn("'" + member_name + "' is not known; it is kept in the file");
-    }
+    read_object_fields(object, json, reading);
 }
 
 }  // namespace
@@ -144,15 +142,17 @@ std::unique_ptr<Document> from_text(std::string_view text, Kinds kinds) {
 
     auto document = std::make_unique<Document>();
     Reading reading{document->open_warnings, ""};
+    Json unknown;
     for (auto const& [name, value] : json.items()) {
         constexpr std::string_view KNOWN[] = {"format", "version", "settings", "objects"};
         if (std::ranges::find(KNOWN, name) != std::end(KNOWN)) continue;
-        document->unknown[name] = value;
+        unknown[name] = value;
         reading.where = "the file";
         reading.warn("'" + name + "' is not known; it is kept in the file");
     }
+    if (!unknown.empty()) document->unknown = std::make_shared<Json const>(std::move(unknown));
     reading.where = "settings";
-    Codec<Settings>::read(document->settings, member(json, "settings", reading), reading);
+    read_json(document->settings, member(json, "settings", reading), reading);
 
     Json const& objects = member(json, "objects", reading);
     reading.where = "objects";
@@ -161,8 +161,8 @@ std::unique_ptr<Document> from_text(std::string_view text, Kinds kinds) {
         reading.where = "objects." + std::to_string(i);
         read_object(*document, objects[i], kinds, reading);
     }
-    check_value(Owner{nullptr, document.get()}, "", document->settings, NoRule{});
-    for (auto const& object : document->objects()) object->kind->check(*object);
+    check_fields(Owner{nullptr, document.get()}, "", fields_in(document->settings));
+    for (auto const& object : document->objects()) check_object(*object);
     return document;
 }
 

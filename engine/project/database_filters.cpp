@@ -37,7 +37,7 @@ constexpr std::size_t most_remembered = 32;
 Selection const& selection_of(RunReader& reader, std::shared_ptr<AgentFilter> const& filter) {
     if (!reader.memory) reader.memory = std::make_unique<FilterMemory>(reader);
     auto& memory = static_cast<FilterMemory&>(*reader.memory);
-    auto const key = engine::Codec<std::shared_ptr<AgentFilter>>::write(filter).dump();
+    auto const key = engine::json_of(filter).dump();
     if (auto const known = memory.selections.find(key); known != memory.selections.end()) return known->second;
     Selection selection(filter, memory.project, reader);
     if (memory.selections.size() == most_remembered) memory.selections.clear();

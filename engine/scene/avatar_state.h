@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/model/codec.h"
+#include "engine/model/field_type.h"
 #include "engine/model/rules.h"
 #include "engine/model/state.h"
 #include "engine/scene/scene_states.h"
@@ -15,12 +15,8 @@
 
 namespace pedflux::engine {
 
-/// Presets are written by identifier.
 template <>
-struct Codec<std::shared_ptr<AvatarPreset>> {
-    static Json write(std::shared_ptr<AvatarPreset> const& preset);
-    static void read(std::shared_ptr<AvatarPreset>& preset, Json const& json, Reading& reading);
-};
+FieldType const& field_type<std::shared_ptr<AvatarPreset>>();
 
 /// An avatar with a mesh of its own.
 struct OwnLook {

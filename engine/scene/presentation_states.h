@@ -1,7 +1,7 @@
 #pragma once
 
-#include "engine/model/codec.h"
 #include "engine/model/enumerations.h"
+#include "engine/model/field_type.h"
 #include "engine/model/rules.h"
 #include "engine/model/state.h"
 #include "engine/scene/scene_states.h"

@@ -1,4 +1,5 @@
 #include "engine/behaviour/actions/agent_action_states.h"
+#include "engine/model/accessors.h"
 #include "engine/model/document.h"
 #include "engine/model/node_kind.h"
 
@@ -32,12 +33,6 @@ std::vector<std::shared_ptr<AgentAction>> AgentAction::GetAllNestedChildActions(
 // The words of the lists below. A maker is what a constructor's arguments do to a new state.
 #define MAKE(Class, ...) \
     AgentAction(engine::make_node<AgentAction, engine::Class##State>([&](auto& state) { __VA_ARGS__; }))
-#define PROPERTY(Class, Type, Name, State, member)                         \
-    Type Class::Get##Name() { return get(*this, &engine::State::member); } \
-    void Class::Set##Name(Type const& value) { set(*this, &engine::State::member, value); }
-#define PROPERTY_BY_VALUE(Class, Type, Name, State, member)                \
-    Type Class::Get##Name() { return get(*this, &engine::State::member); } \
-    void Class::Set##Name(Type value) { set(*this, &engine::State::member, value); }
 
 #define WITHOUT_PROPERTIES(Class) \
     Class::Class() : AgentAction(engine::make_node<AgentAction, engine::Class##State>()) {}
@@ -51,13 +46,11 @@ WITHOUT_PROPERTIES(ClearNetworkAction)
 WITHOUT_PROPERTIES(ClearTasksAction)
 
 NamedAction::NamedAction(GlobalId const& actionObject) : MAKE(NamedAction, state.action_object = actionObject) {}
-PROPERTY(NamedAction, GlobalId, AgentActionObject, NamedActionState, action_object)
+PROPERTY(NamedAction, GlobalId, AgentActionObject, action_object)
 
 // Going somewhere.
 
-#define ERASE_ROUTE_HISTORY(Class)                                                                    \
-    bool Class::IsEraseRouteHistory() { return get(*this, &engine::SeekState::erase_route_history); } \
-    void Class::SetEraseRouteHistory(bool erase) { set(*this, &engine::SeekState::erase_route_history, erase); }
+#define ERASE_ROUTE_HISTORY(Class) FLAG_PROPERTY(Class, IsEraseRouteHistory, SetEraseRouteHistory, erase_route_history)
 
 #define SEEK(Class)                                                                                      \
     Class::Class(bool eraseRouteHistory) : MAKE(Class, state.erase_route_history = eraseRouteHistory) {} \
@@ -69,7 +62,7 @@ SEEK(SeekOriginAction)
     Class::Class(GlobalId const& zone) : Class(zone, false) {}                             \
     Class::Class(GlobalId const& zone, bool eraseRouteHistory)                             \
         : MAKE(Class, state.zone = zone; state.erase_route_history = eraseRouteHistory) {} \
-    PROPERTY(Class, GlobalId, Zone, ZoneActionState, zone)                                 \
+    PROPERTY(Class, GlobalId, Zone, zone)                                                  \
     ERASE_ROUTE_HISTORY(Class)
 ZONE_ACTION(SeekZoneAction)
 ZONE_ACTION(EvacuateZoneAction)
@@ -143,13 +136,13 @@ void FollowSignAction::SetRouteObjectSequence(std::vector<GlobalId> const& route
 
 // Waiting, and parts that several kinds have.
 
-#define STYLE(Class) PROPERTY(Class, std::shared_ptr<WaitStyle>, WaitStyle, WaitState, style)
-#define TEST(Class) PROPERTY(Class, std::shared_ptr<AgentTest>, AgentTest, Class##State, test)
-#define DURATION(Class)                                                                          \
-    PROPERTY(Class, std::shared_ptr<Distribution>, DurationDistribution, Class##State, duration) \
+#define STYLE(Class) PROPERTY(Class, std::shared_ptr<WaitStyle>, WaitStyle, style)
+#define TEST(Class) PROPERTY(Class, std::shared_ptr<AgentTest>, AgentTest, test)
+#define DURATION(Class)                                                            \
+    PROPERTY(Class, std::shared_ptr<Distribution>, DurationDistribution, duration) \
     void Class::SetDurationInSeconds(int seconds) { SetDurationDistribution(Distribution::CreateConstant(seconds)); }
-#define TIME(Class)                                                                    \
-    PROPERTY(Class, std::shared_ptr<TimeReference>, TimeReference, Class##State, time) \
+#define TIME(Class)                                                      \
+    PROPERTY(Class, std::shared_ptr<TimeReference>, TimeReference, time) \
     void Class::SetAbsoluteTimeInSeconds(int seconds) { SetTimeReference(TimeReference::Absolute(seconds)); }
 
 WaitForDurationAction::WaitForDurationAction(std::shared_ptr<Distribution> const& duration,
@@ -180,22 +173,22 @@ AddToTallyAction::AddToTallyAction(GlobalId const& tallyObject, double value)
     : AddToTallyAction(std::vector{tallyObject}, value) {}
 AddToTallyAction::AddToTallyAction(std::vector<GlobalId> const& tallyObjects, double value)
     : MAKE(AddToTallyAction, state.tally_objects = tallyObjects; state.value = value) {}
-PROPERTY(AddToTallyAction, std::vector<GlobalId>, TallyObjects, AddToTallyActionState, tally_objects)
-PROPERTY_BY_VALUE(AddToTallyAction, double, ValueToAdd, AddToTallyActionState, value)
+PROPERTY(AddToTallyAction, std::vector<GlobalId>, TallyObjects, tally_objects)
+VALUE_PROPERTY(AddToTallyAction, double, ValueToAdd, value)
 
 #define TOKENS(Class)                                                                         \
     Class::Class(GlobalId const& token) : Class(std::vector{token}) {}                        \
     Class::Class(std::vector<GlobalId> const& tokens) : MAKE(Class, state.tokens = tokens) {} \
-    PROPERTY(Class, std::vector<GlobalId>, Tokens, TokensState, tokens)
+    PROPERTY(Class, std::vector<GlobalId>, Tokens, tokens)
 TOKENS(AddTokensAction)
 TOKENS(ClearTokensAction)
 
 SetAvatarAction::SetAvatarAction(GlobalId const& avatar) : MAKE(SetAvatarAction, state.avatar = avatar) {}
-PROPERTY(SetAvatarAction, GlobalId, Avatar, SetAvatarActionState, avatar)
+PROPERTY(SetAvatarAction, GlobalId, Avatar, avatar)
 
 SetColorAction::SetColorAction() : SetColorAction(Color::WHITE) {}
 SetColorAction::SetColorAction(Color color) : MAKE(SetColorAction, state.color = color) {}
-PROPERTY_BY_VALUE(SetColorAction, Color, Color, SetColorActionState, color)
+VALUE_PROPERTY(SetColorAction, Color, Color, color)
 
 SetNetworkAction::SetNetworkAction() : SetNetworkAction(GlobalId::INVALID) {}
 SetNetworkAction::SetNetworkAction(GlobalId const& network)
@@ -212,7 +205,7 @@ bool SetNetworkAction::HasCustomNetwork() { return state_of<engine::SetNetworkAc
 
 ListAction::ListAction(std::vector<std::shared_ptr<AgentAction>> const& actions, ListActionAssignment assignment)
     : MAKE(ListAction, state.actions = actions; state.assignment = assignment) {}
-PROPERTY_BY_VALUE(ListAction, ListActionAssignment, ListActionAssignment, ListActionState, assignment)
+VALUE_PROPERTY(ListAction, ListActionAssignment, ListActionAssignment, assignment)
 
 ChooseFromSetAction::ChooseFromSetAction(std::vector<std::shared_ptr<AgentAction>> const& actions,
                                          std::vector<double> const& weights)
@@ -252,11 +245,11 @@ void ChooseFromSetAction::SetWeights(std::vector<double> const& weights) {
 
 ApplyActionAction::ApplyActionAction(std::shared_ptr<AgentAction> const& action)
     : MAKE(ApplyActionAction, state.action = action) {}
-PROPERTY(ApplyActionAction, std::shared_ptr<AgentAction>, AppliedAction, ApplyActionActionState, action)
+PROPERTY(ApplyActionAction, std::shared_ptr<AgentAction>, AppliedAction, action)
 
-#define CONDITION(Class)                                                        \
-    PROPERTY(Class, std::shared_ptr<AgentTest>, IfTest, ConditionalState, test) \
-    PROPERTY(Class, std::shared_ptr<AgentAction>, ThenAction, ConditionalState, then_action)
+#define CONDITION(Class)                                      \
+    PROPERTY(Class, std::shared_ptr<AgentTest>, IfTest, test) \
+    PROPERTY(Class, std::shared_ptr<AgentAction>, ThenAction, then_action)
 
 IfThenAction::IfThenAction(std::shared_ptr<AgentTest> const& test, std::shared_ptr<AgentAction> const& thenAction)
     : MAKE(IfThenAction, state.test = test; state.then_action = thenAction) {}
@@ -267,7 +260,7 @@ IfThenElseAction::IfThenElseAction(std::shared_ptr<AgentTest> const& test,
                                    std::shared_ptr<AgentAction> const& elseAction)
     : MAKE(IfThenElseAction, state.test = test; state.then_action = thenAction; state.else_action = elseAction) {}
 CONDITION(IfThenElseAction)
-PROPERTY(IfThenElseAction, std::shared_ptr<AgentAction>, ElseAction, IfThenElseActionState, else_action)
+PROPERTY(IfThenElseAction, std::shared_ptr<AgentAction>, ElseAction, else_action)
 
 #define DO_UNTIL(Class, End, end)                                                                                    \
     Class::Class(std::shared_ptr<AgentAction> const& action, std::shared_ptr<End> const& end)                        \
@@ -277,7 +270,7 @@ PROPERTY(IfThenElseAction, std::shared_ptr<AgentAction>, ElseAction, IfThenElseA
         : Class(action, end) {                                                                                       \
         SetWaitIfDoActionDoneEarly(style);                                                                           \
     }                                                                                                                \
-    PROPERTY(Class, std::shared_ptr<AgentAction>, DoAction, DoUntilState, action)                                    \
+    PROPERTY(Class, std::shared_ptr<AgentAction>, DoAction, action)                                                  \
     std::shared_ptr<WaitStyle> Class::GetWaitStyle() { return get(*this, &engine::DoUntilState::early_wait_style); } \
     bool Class::IsWaitIfDoActionDoneEarly() const {                                                                  \
         return get(*this, &engine::DoUntilState::early_wait_style) != nullptr;                                       \
@@ -305,7 +298,7 @@ TEST(DoUntilTestFailsAction)
 DO_UNTIL(DoUntilTimeAction, TimeReference, time)
 TIME(DoUntilTimeAction)
 
-#define REPEAT(Class) PROPERTY(Class, std::shared_ptr<AgentAction>, RepeatAction, RepeatState, action)
+#define REPEAT(Class) PROPERTY(Class, std::shared_ptr<AgentAction>, RepeatAction, action)
 #define REPEAT_WITH(Class, Type, end)                                                          \
     Class::Class(std::shared_ptr<AgentAction> const& action, std::shared_ptr<Type> const& end) \
         : MAKE(Class, state.action = action; state.end = end) {}                               \
@@ -315,7 +308,7 @@ RepeatForeverAction::RepeatForeverAction(std::shared_ptr<AgentAction> const& act
     : MAKE(RepeatForeverAction, state.action = action) {}
 REPEAT(RepeatForeverAction)
 REPEAT_WITH(RepeatForCountAction, Distribution, count)
-PROPERTY(RepeatForCountAction, std::shared_ptr<Distribution>, CountDistribution, RepeatForCountActionState, count)
+PROPERTY(RepeatForCountAction, std::shared_ptr<Distribution>, CountDistribution, count)
 void RepeatForCountAction::SetCount(int count) { SetCountDistribution(Distribution::CreateConstant(count)); }
 REPEAT_WITH(RepeatForDurationAction, Distribution, duration)
 DURATION(RepeatForDurationAction)
@@ -382,7 +375,7 @@ void AgentActionObjectState::require_no_way_back(AgentActionObjectState const& s
         NodeState const& node = node_of(*open.back());
         open.pop_back();
         std::vector<Reference> references;
-        node.kind->references(&self, node, references);
+        collect_references(&self, fields_in(node), references);
         for (auto const& reference : references) {
             if (reference.to.InternalEquals(self.id)) {
                 Subject{owner_of(self), "agentAction"}.refuse("an action that does not lead back to the object itself",

@@ -1,5 +1,6 @@
 #include "engine/behaviour/actions/wait_style_states.h"
 #include "engine/model/node_kind.h"
+#include "engine/model/properties.h"
 
 #include <pedflux/wait_styles.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/behaviour/distributions/distribution_spec.h"
-#include "engine/model/codec.h"
+#include "engine/model/field_type.h"
 
 #include <pedflux/distributions.h>
 
@@ -34,6 +34,7 @@ struct SharedValue<Distribution> {
     using Value = DistributionSpec;
     static DistributionSpec const& value(Distribution const& distribution) { return spec_of(distribution); }
     static std::shared_ptr<Distribution> make(DistributionSpec const& spec) { return make_distribution(spec); }
+    static void check(Subject const& subject, std::shared_ptr<Distribution> const& distribution, Rule const& rule);
 };
 
 /// One value of a distribution. Throws for one that is not valid.

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "engine/behaviour/object_rules.h"
-#include "engine/model/codec.h"
 #include "engine/model/enumerations.h"
+#include "engine/model/field_type.h"
 
 #include <pedflux/time_references.h>
 

@@ -1,4 +1,5 @@
 #include "engine/behaviour/filters/agent_filter_states.h"
+#include "engine/model/accessors.h"
 #include "engine/model/node_kind.h"
 
 #include <pedflux/agent_filters.h>
@@ -110,8 +111,7 @@ std::shared_ptr<AgentFilter> AgentFilter::Or(std::shared_ptr<AgentFilter> const&
 #define FILTER_BY(Class, Value, Parameter, Name)                                                                  \
     Class::Class(Parameter value)                                                                                 \
         : AgentFilter(make_node<AgentFilter, engine::Class##State>([&](auto& state) { state.value = value; })) {} \
-    Value Class::Get##Name() { return get(*this, &engine::Class##State::value); }                                 \
-    void Class::Set##Name(Parameter value) { set(*this, &engine::Class##State::value, value); }
+    PROPERTY_WITH(Class, Class##State, Value, Parameter, Name, value)
 
 FILTER_BY(ActivityFilter, AgentActivity, AgentActivity, AgentActivity)
 FILTER_BY(AtServerFilter, GlobalId, GlobalId const&, Server)
@@ -170,8 +170,7 @@ ProximityFilter::ProximityFilter(double distance, bool ignoreBarriers)
           state.distance = distance;
           state.ignore_barriers = ignoreBarriers;
       })) {}
-double ProximityFilter::GetDistance() { return get(*this, &engine::ProximityFilterState::distance); }
-void ProximityFilter::SetDistance(double distance) { set(*this, &engine::ProximityFilterState::distance, distance); }
+VALUE_PROPERTY(ProximityFilter, double, Distance, distance)
 bool ProximityFilter::IsIgnoreBarriers() const { return get(*this, &engine::ProximityFilterState::ignore_barriers); }
 void ProximityFilter::SetIgnoreBarriers(bool ignoreBarriers) {
     set(*this, &engine::ProximityFilterState::ignore_barriers, ignoreBarriers);
@@ -184,22 +183,9 @@ CompoundFilter::CompoundFilter(std::shared_ptr<AgentFilter> const& first, std::s
           state.second = second;
           state.combination = combination;
       })) {}
-std::shared_ptr<AgentFilter> CompoundFilter::GetFirstChildFilter() {
-    return get(*this, &engine::CompoundFilterState::first);
-}
-void CompoundFilter::SetFirstChildFilter(std::shared_ptr<AgentFilter> const& filter) {
-    set(*this, &engine::CompoundFilterState::first, filter);
-}
-std::shared_ptr<AgentFilter> CompoundFilter::GetSecondChildFilter() {
-    return get(*this, &engine::CompoundFilterState::second);
-}
-void CompoundFilter::SetSecondChildFilter(std::shared_ptr<AgentFilter> const& filter) {
-    set(*this, &engine::CompoundFilterState::second, filter);
-}
-BooleanOperator CompoundFilter::GetBooleanOperator() { return get(*this, &engine::CompoundFilterState::combination); }
-void CompoundFilter::SetBooleanOperator(BooleanOperator combination) {
-    set(*this, &engine::CompoundFilterState::combination, combination);
-}
+PROPERTY(CompoundFilter, std::shared_ptr<AgentFilter>, FirstChildFilter, first)
+PROPERTY(CompoundFilter, std::shared_ptr<AgentFilter>, SecondChildFilter, second)
+VALUE_PROPERTY(CompoundFilter, BooleanOperator, BooleanOperator, combination)
 
 using List = engine::FilterListState;
 

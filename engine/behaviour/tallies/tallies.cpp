@@ -1,4 +1,5 @@
 #include "engine/behaviour/tallies/tally_states.h"
+#include "engine/model/accessors.h"
 #include "engine/model/node_kind.h"
 
 #include <pedflux/tallies.h>
@@ -25,20 +26,15 @@ std::shared_ptr<Tally> Tally::GetChildTally(int index) { return engine::child_of
 Tallies Tally::GetChildTallies() { return engine::children_of(*this); }
 Tallies Tally::GetAllNestedChildTallies() { return engine::nested_children_of(*this); }
 
-/// The getter and the setter of one field.
-#define ACCESS(Class, Name, Type, field)                                                              \
-    std::remove_cvref_t<Type> Class::Get##Name() { return get(*this, &engine::Class##State::field); } \
-    void Class::Set##Name(Type value) { set(*this, &engine::Class##State::field, value); }
-
 /// A tally of a single value.
-#define OF_ONE(Class, Name, Type)                                                                     \
-    Class::Class(Type value)                                                                          \
+#define OF_ONE(Class, Type, Name)                                                                     \
+    Class::Class(Type const& value)                                                                   \
         : Tally(make_node<Tally, engine::Class##State>([&](auto& state) { state.value = value; })) {} \
-    ACCESS(Class, Name, Type, value)
+    PROPERTY(Class, Type, Name, value)
 
 /// A tally of a list of objects, or of one of them.
-#define OF_OBJECTS(Class, Name)                       \
-    OF_ONE(Class, Name, std::vector<GlobalId> const&) \
+#define OF_OBJECTS(Class, Name)                \
+    OF_ONE(Class, std::vector<GlobalId>, Name) \
     Class::Class(GlobalId const& object) : Class(std::vector{object}) {}
 
 /// A tally of a list of tallies.
@@ -67,16 +63,16 @@ Tallies Tally::GetAllNestedChildTallies() { return engine::nested_children_of(*t
               state.first = first;                                                          \
               state.second = second;                                                        \
           })) {}                                                                            \
-    ACCESS(Class, FirstTally, std::shared_ptr<Tally> const&, first)                         \
-    ACCESS(Class, SecondTally, std::shared_ptr<Tally> const&, second)
+    PROPERTY(Class, std::shared_ptr<Tally>, FirstTally, first)                              \
+    PROPERTY(Class, std::shared_ptr<Tally>, SecondTally, second)
 
 OF_OBJECTS(AreaPopulationTally, Areas)
 OF_OBJECTS(ServerAvailableCapacityTally, Servers)
 OF_OBJECTS(ServerQueueAndApproachTally, Servers)
 OF_OBJECTS(ServerQueueTally, Servers)
 OF_OBJECTS(SurfaceAreaTally, WalkableObjects)
-OF_ONE(NamedTally, TallyObject, GlobalId const&)
-OF_ONE(TransitionTally, Transition, std::shared_ptr<Transition> const&)
+OF_ONE(NamedTally, GlobalId, TallyObject)
+OF_ONE(TransitionTally, std::shared_ptr<Transition>, Transition)
 OF_TALLIES(AddTally)
 OF_TALLIES(MaxTally)
 OF_TALLIES(MinTally)
@@ -93,8 +89,8 @@ ScaleTally::ScaleTally(std::shared_ptr<Tally> const& tally, double scaleValue)
           state.tally = tally;
           state.scale = scaleValue;
       })) {}
-ACCESS(ScaleTally, Tally, std::shared_ptr<pedflux::Tally> const&, tally)
-ACCESS(ScaleTally, ScaleValue, double, scale)
+PROPERTY(ScaleTally, std::shared_ptr<pedflux::Tally>, Tally, tally)
+VALUE_PROPERTY(ScaleTally, double, ScaleValue, scale)
 
 DivideTally::DivideTally(std::shared_ptr<Tally> const& numerator, std::shared_ptr<Tally> const& denominator,
                          ZeroOverZeroValue zeroOverZero)
@@ -103,9 +99,9 @@ DivideTally::DivideTally(std::shared_ptr<Tally> const& numerator, std::shared_pt
           state.denominator = denominator;
           state.zero_over_zero = zeroOverZero;
       })) {}
-ACCESS(DivideTally, NumeratorTally, std::shared_ptr<Tally> const&, numerator)
-ACCESS(DivideTally, DenominatorTally, std::shared_ptr<Tally> const&, denominator)
-ACCESS(DivideTally, ZeroOverZeroValue, pedflux::ZeroOverZeroValue, zero_over_zero)
+PROPERTY(DivideTally, std::shared_ptr<Tally>, NumeratorTally, numerator)
+PROPERTY(DivideTally, std::shared_ptr<Tally>, DenominatorTally, denominator)
+VALUE_PROPERTY(DivideTally, pedflux::ZeroOverZeroValue, ZeroOverZeroValue, zero_over_zero)
 
 namespace engine {
 

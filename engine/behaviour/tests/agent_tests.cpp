@@ -1,4 +1,5 @@
 #include "engine/behaviour/tests/agent_test_states.h"
+#include "engine/model/accessors.h"
 #include "engine/model/node_kind.h"
 
 #include <pedflux/agent_tests.h>
@@ -26,16 +27,13 @@ std::vector<std::shared_ptr<AgentTest>> AgentTest::GetAllNestedChildTests() {
 AlwaysTrueTest::AlwaysTrueTest() : AgentTest(make_node<AgentTest, engine::AlwaysTrueTestState>()) {}
 
 /// The accessors of one field of a test's state.
-#define PROPERTY(Class, Value, Parameter, Name, field)                            \
-    Value Class::Get##Name() { return get(*this, &engine::Class##State::field); } \
-    void Class::Set##Name(Parameter value) { set(*this, &engine::Class##State::field, value); }
 
 /// A test of a list of objects; the list can be given as one object.
 #define TEST_BY(Class, Names)                                                                                     \
     Class::Class(GlobalId const& object) : Class(std::vector<GlobalId>{object}) {}                                \
     Class::Class(std::vector<GlobalId> const& objects)                                                            \
         : AgentTest(make_node<AgentTest, engine::Class##State>([&](auto& state) { state.objects = objects; })) {} \
-    PROPERTY(Class, std::vector<GlobalId>, std::vector<GlobalId> const&, Names, objects)
+    PROPERTY(Class, std::vector<GlobalId>, Names, objects)
 
 TEST_BY(CreatedByTest, Events)
 TEST_BY(EnteredAtTest, Portals)
@@ -47,10 +45,10 @@ TEST_BY(GateStateTest, GatedObjects)
 TEST_BY(ServerStateTest, Servers)
 TEST_BY(TokenTest, Tokens)
 
-PROPERTY(EventActiveTest, LogicQuantifier, LogicQuantifier, LogicQuantifier, quantifier)
-PROPERTY(GateStateTest, LogicQuantifier, LogicQuantifier, LogicQuantifier, quantifier)
-PROPERTY(ServerStateTest, LogicQuantifier, LogicQuantifier, LogicQuantifier, quantifier)
-PROPERTY(TokenTest, LogicQuantifier, LogicQuantifier, LogicQuantifier, quantifier)
+VALUE_PROPERTY(EventActiveTest, LogicQuantifier, LogicQuantifier, quantifier)
+VALUE_PROPERTY(GateStateTest, LogicQuantifier, LogicQuantifier, quantifier)
+VALUE_PROPERTY(ServerStateTest, LogicQuantifier, LogicQuantifier, quantifier)
+VALUE_PROPERTY(TokenTest, LogicQuantifier, LogicQuantifier, quantifier)
 
 EventActiveTest::EventActiveTest(GlobalId const& event, LogicQuantifier quantifier, EventStateActivity activity)
     : EventActiveTest(std::vector<GlobalId>{event}, quantifier, activity) {}
@@ -61,7 +59,7 @@ EventActiveTest::EventActiveTest(std::vector<GlobalId> const& events, LogicQuant
           state.quantifier = quantifier;
           state.activity = activity;
       })) {}
-PROPERTY(EventActiveTest, EventStateActivity, EventStateActivity, EventStateActivity, activity)
+VALUE_PROPERTY(EventActiveTest, EventStateActivity, EventStateActivity, activity)
 
 GateStateTest::GateStateTest(GlobalId const& gatedObject, LogicQuantifier quantifier, GateStateDirection direction,
                              AgentAccess access)
@@ -74,8 +72,8 @@ GateStateTest::GateStateTest(std::vector<GlobalId> const& gatedObjects, LogicQua
           state.direction = direction;
           state.access = access;
       })) {}
-PROPERTY(GateStateTest, GateStateDirection, GateStateDirection, GateStateDirection, direction)
-PROPERTY(GateStateTest, AgentAccess, AgentAccess, AgentAccess, access)
+VALUE_PROPERTY(GateStateTest, GateStateDirection, GateStateDirection, direction)
+VALUE_PROPERTY(GateStateTest, AgentAccess, AgentAccess, access)
 
 ServerStateTest::ServerStateTest(GlobalId const& server, LogicQuantifier quantifier, ServerAccessPoint point,
                                  AgentAccess access)
@@ -88,8 +86,8 @@ ServerStateTest::ServerStateTest(std::vector<GlobalId> const& servers, LogicQuan
           state.point = point;
           state.access = access;
       })) {}
-PROPERTY(ServerStateTest, ServerAccessPoint, ServerAccessPoint, ServerAccessPoint, point)
-PROPERTY(ServerStateTest, AgentAccess, AgentAccess, AgentAccess, access)
+VALUE_PROPERTY(ServerStateTest, ServerAccessPoint, ServerAccessPoint, point)
+VALUE_PROPERTY(ServerStateTest, AgentAccess, AgentAccess, access)
 
 TokenTest::TokenTest(GlobalId const& token, LogicQuantifier quantifier)
     : TokenTest(std::vector<GlobalId>{token}, quantifier) {}
@@ -106,7 +104,7 @@ AgeTest::AgeTest(float age, AgentAgeComparison comparison)
       })) {}
 float AgeTest::GetTestAgeInSeconds() { return static_cast<float>(get(*this, &engine::AgeTestState::age)); }
 void AgeTest::SetTestAgeInSeconds(float age) { set(*this, &engine::AgeTestState::age, static_cast<double>(age)); }
-PROPERTY(AgeTest, AgentAgeComparison, AgentAgeComparison, AgentAgeComparison, comparison)
+VALUE_PROPERTY(AgeTest, AgentAgeComparison, AgentAgeComparison, comparison)
 
 RandomChanceTest::RandomChanceTest(double chance)
     : AgentTest(make_node<AgentTest, engine::RandomChanceTestState>([&](auto& state) { state.chance = chance; })) {}
@@ -120,9 +118,9 @@ TallyTest::TallyTest(std::shared_ptr<Tally> const& first, ComparisonType compari
           state.comparison = comparison;
           state.second = second;
       })) {}
-PROPERTY(TallyTest, std::shared_ptr<Tally>, std::shared_ptr<Tally> const&, FirstTally, first)
-PROPERTY(TallyTest, std::shared_ptr<Tally>, std::shared_ptr<Tally> const&, SecondTally, second)
-PROPERTY(TallyTest, ComparisonType, ComparisonType, ComparisonType, comparison)
+PROPERTY(TallyTest, std::shared_ptr<Tally>, FirstTally, first)
+PROPERTY(TallyTest, std::shared_ptr<Tally>, SecondTally, second)
+VALUE_PROPERTY(TallyTest, ComparisonType, ComparisonType, comparison)
 
 TimeTest::TimeTest(std::shared_ptr<TimeReference> const& time, TimeComparison comparison)
     : AgentTest(make_node<AgentTest, engine::TimeTestState>([&](auto& state) {
@@ -130,16 +128,16 @@ TimeTest::TimeTest(std::shared_ptr<TimeReference> const& time, TimeComparison co
           state.comparison = comparison;
       })) {}
 TimeTest::TimeTest(int seconds, TimeComparison comparison) : TimeTest(TimeReference::Absolute(seconds), comparison) {}
-PROPERTY(TimeTest, std::shared_ptr<TimeReference>, std::shared_ptr<TimeReference> const&, TimeReference, time)
-PROPERTY(TimeTest, TimeComparison, TimeComparison, TimeComparison, comparison)
+PROPERTY(TimeTest, std::shared_ptr<TimeReference>, TimeReference, time)
+VALUE_PROPERTY(TimeTest, TimeComparison, TimeComparison, comparison)
 
 NamedTest::NamedTest(GlobalId const& testObject)
     : AgentTest(make_node<AgentTest, engine::NamedTestState>([&](auto& state) { state.object = testObject; })) {}
-PROPERTY(NamedTest, GlobalId, GlobalId const&, AgentTestObject, object)
+PROPERTY(NamedTest, GlobalId, AgentTestObject, object)
 
 NotTest::NotTest(std::shared_ptr<AgentTest> const& test)
     : AgentTest(make_node<AgentTest, engine::NotTestState>([&](auto& state) { state.child = test; })) {}
-PROPERTY(NotTest, std::shared_ptr<AgentTest>, std::shared_ptr<AgentTest> const&, NegatedTest, child)
+PROPERTY(NotTest, std::shared_ptr<AgentTest>, NegatedTest, child)
 
 CompoundTest::CompoundTest(std::shared_ptr<AgentTest> const& first, std::shared_ptr<AgentTest> const& second,
                            BooleanOperator combination)
@@ -148,9 +146,9 @@ CompoundTest::CompoundTest(std::shared_ptr<AgentTest> const& first, std::shared_
           state.second = second;
           state.combination = combination;
       })) {}
-PROPERTY(CompoundTest, std::shared_ptr<AgentTest>, std::shared_ptr<AgentTest> const&, FirstChildTest, first)
-PROPERTY(CompoundTest, std::shared_ptr<AgentTest>, std::shared_ptr<AgentTest> const&, SecondChildTest, second)
-PROPERTY(CompoundTest, BooleanOperator, BooleanOperator, BooleanOperator, combination)
+PROPERTY(CompoundTest, std::shared_ptr<AgentTest>, FirstChildTest, first)
+PROPERTY(CompoundTest, std::shared_ptr<AgentTest>, SecondChildTest, second)
+VALUE_PROPERTY(CompoundTest, BooleanOperator, BooleanOperator, combination)
 
 using List = engine::TestListState;
 

@@ -1,4 +1,5 @@
 #include "engine/behaviour/triggers/transition_states.h"
+#include "engine/model/accessors.h"
 #include "engine/model/node_kind.h"
 
 #include <pedflux/transitions.h>
@@ -88,10 +89,7 @@ void BetweenObjectsTransition::SetToObject(GlobalId const& to) { set(*this, &Bet
     Name##Transition::Name##Transition(GlobalId const& member)                                                      \
         : Transition(                                                                                               \
               make_node<Transition, engine::Name##TransitionState>([&](auto& state) { state.member = member; })) {} \
-    GlobalId Name##Transition::Get##Member() { return get(*this, &engine::Name##TransitionState::member); }         \
-    void Name##Transition::Set##Member(GlobalId const& member) {                                                    \
-        set(*this, &engine::Name##TransitionState::member, member);                                                 \
-    }
+    PROPERTY(Name##Transition, GlobalId, Member, member)
 PEDFLUX_TRANSITIONS_OF_AN_OBJECT(TRANSITION)
 #undef TRANSITION
 

@@ -1,5 +1,6 @@
 #include "engine/behaviour/triggers/trigger_states.h"
 #include "engine/model/node_kind.h"
+#include "engine/model/properties.h"
 
 #include <pedflux/triggers.h>
 

@@ -1,6 +1,7 @@
 #include "engine/base/list_checks.h"
 #include "engine/behaviour/triggers/trigger_range_states.h"
 #include "engine/model/node_kind.h"
+#include "engine/model/properties.h"
 
 #include <pedflux/triggers.h>
 

@@ -1,4 +1,5 @@
 #include "engine/behaviour/triggers/trigger_states.h"
+#include "engine/model/accessors.h"
 #include "engine/model/node_kind.h"
 
 #include <pedflux/triggers.h>
@@ -113,53 +114,35 @@ TransitionCountTrigger::TransitionCountTrigger(std::shared_ptr<Trigger> const& c
 bool TransitionCountTrigger::IsLooped() const { return get(*this, &engine::TransitionCountTriggerState::loop); }
 void TransitionCountTrigger::SetLoop(bool loop) { set(*this, &engine::TransitionCountTriggerState::loop, loop); }
 
-// The properties: class, name, field of the state.
-#define NUMBER(Class, Name, field)                                                    \
-    int Class::Get##Name() const { return get(*this, &engine::Class##State::field); } \
-    void Class::Set##Name(int value) { set(*this, &engine::Class##State::field, value); }
+CONST_VALUE_PROPERTY(AbsoluteTimeTrigger, int, AbsoluteTimeInSeconds, seconds)
+CONST_VALUE_PROPERTY(SimulationStartTrigger, int, OffsetInSeconds, offset)
+CONST_VALUE_PROPERTY(SimulationEndTrigger, int, OffsetInSeconds, offset)
+CONST_VALUE_PROPERTY(EventStartTimeTrigger, int, OffsetInSeconds, offset)
+CONST_VALUE_PROPERTY(DurationTrigger, int, DurationInSeconds, duration)
+CONST_VALUE_PROPERTY(DelayedTrigger, int, DelayInSeconds, delay)
+CONST_VALUE_PROPERTY(BlockingTrigger, int, IntervalInSeconds, interval)
+CONST_VALUE_PROPERTY(PeriodicTrigger, int, PeriodInSeconds, period)
+CONST_VALUE_PROPERTY(PeriodicTrigger, int, FixedCount, count)
+CONST_VALUE_PROPERTY(TransitionCountTrigger, int, TargetValue, target)
 
-NUMBER(AbsoluteTimeTrigger, AbsoluteTimeInSeconds, seconds)
-NUMBER(SimulationStartTrigger, OffsetInSeconds, offset)
-NUMBER(SimulationEndTrigger, OffsetInSeconds, offset)
-NUMBER(EventStartTimeTrigger, OffsetInSeconds, offset)
-NUMBER(DurationTrigger, DurationInSeconds, duration)
-NUMBER(DelayedTrigger, DelayInSeconds, delay)
-NUMBER(BlockingTrigger, IntervalInSeconds, interval)
-NUMBER(PeriodicTrigger, PeriodInSeconds, period)
-NUMBER(PeriodicTrigger, FixedCount, count)
-NUMBER(TransitionCountTrigger, TargetValue, target)
+VALUE_PROPERTY(ClockInRangeTrigger, ComparisonType, ComparisonType, comparison)
+VALUE_PROPERTY(TallyTrigger, ComparisonType, ComparisonType, comparison)
+VALUE_PROPERTY(EventActiveTrigger, EventStateActivity, EventStateActivity, activity)
+VALUE_PROPERTY(GateStateTrigger, GateStateDirection, GateStateDirection, direction)
+VALUE_PROPERTY(GateStateTrigger, AgentAccess, AgentAccess, access)
+VALUE_PROPERTY(ServerStateTrigger, ServerAccessPoint, ServerAccessPoint, point)
+VALUE_PROPERTY(ServerStateTrigger, AgentAccess, AgentAccess, access)
 
-// The same with the type.
-#define CHOICE(Class, Type, field)                                               \
-    Type Class::Get##Type() { return get(*this, &engine::Class##State::field); } \
-    void Class::Set##Type(Type value) { set(*this, &engine::Class##State::field, value); }
+PROPERTY(EventStartTimeTrigger, GlobalId, Event, event)
+PROPERTY(EventActiveTrigger, GlobalId, Event, event)
+PROPERTY(GateStateTrigger, GlobalId, GatedObject, gate)
+PROPERTY(ServerStateTrigger, GlobalId, Server, server)
+PROPERTY(NamedTrigger, GlobalId, TriggerObject, trigger_object)
 
-CHOICE(ClockInRangeTrigger, ComparisonType, comparison)
-CHOICE(TallyTrigger, ComparisonType, comparison)
-CHOICE(EventActiveTrigger, EventStateActivity, activity)
-CHOICE(GateStateTrigger, GateStateDirection, direction)
-CHOICE(GateStateTrigger, AgentAccess, access)
-CHOICE(ServerStateTrigger, ServerAccessPoint, point)
-CHOICE(ServerStateTrigger, AgentAccess, access)
-
-#define IDENTIFIER(Class, Name, field)                                               \
-    GlobalId Class::Get##Name() { return get(*this, &engine::Class##State::field); } \
-    void Class::Set##Name(GlobalId const& id) { set(*this, &engine::Class##State::field, id); }
-
-IDENTIFIER(EventStartTimeTrigger, Event, event)
-IDENTIFIER(EventActiveTrigger, Event, event)
-IDENTIFIER(GateStateTrigger, GatedObject, gate)
-IDENTIFIER(ServerStateTrigger, Server, server)
-IDENTIFIER(NamedTrigger, TriggerObject, trigger_object)
-
-#define PART(Class, Type, Name, field)                                                            \
-    std::shared_ptr<Type> Class::Get##Name() { return get(*this, &engine::Class##State::field); } \
-    void Class::Set##Name(std::shared_ptr<Type> const& part) { set(*this, &engine::Class##State::field, part); }
-
-PART(ClockInRangeTrigger, TimeReference, TimeReference, time)
-PART(TallyTrigger, Tally, FirstTally, first)
-PART(TallyTrigger, Tally, SecondTally, second)
-PART(TransitionCountTrigger, Transition, Transition, transition)
+PROPERTY(ClockInRangeTrigger, std::shared_ptr<TimeReference>, TimeReference, time)
+PROPERTY(TallyTrigger, std::shared_ptr<Tally>, FirstTally, first)
+PROPERTY(TallyTrigger, std::shared_ptr<Tally>, SecondTally, second)
+PROPERTY(TransitionCountTrigger, std::shared_ptr<Transition>, Transition, transition)
 
 // Triggers with one child; setting it asks for more than the field's own rule.
 #define CHILD(Class)                                                                                       \

@@ -1,3 +1,4 @@
+#include "engine/model/codec.h"
 #include "tests/engine/behaviour/agent_rules.h"
 
 #include <limits>

@@ -1,4 +1,5 @@
 #include "engine/behaviour/events/event_states.h"
+#include "engine/model/codec.h"
 #include "engine/model/document.h"
 #include "engine/model/kind.h"
 #include "engine/model/saving.h"
@@ -73,14 +74,14 @@ struct Events : testing::Test {
 
     template <class State>
     std::shared_ptr<typename State::Handle> create(std::string const& name) {
-        return std::dynamic_pointer_cast<typename State::Handle>(document.face_of(document.add<State>(name)));
+        return std::dynamic_pointer_cast<typename State::Handle>(document.handle_of(document.add<State>(name)));
     }
 };
 
 Json written(SimObject& event) {
     auto const& state = *ObjectAccess::state(event);
     Json json = Json::object();
-    state.kind->write(state, json);
+    write_fields(fields_in(state), json);
     return json;
 }
 
@@ -169,10 +170,10 @@ TEST_F(Events, SurviveCopyingAndFiles) {
     opened->document = &document;
     std::vector<Issue> warnings;
     Reading reading{warnings, ""};
-    kind.read(*opened, Json::parse(json.dump()), reading);
-    kind.check(*opened);
+    read_object_fields(*opened, Json::parse(json.dump()), reading);
+    check_object(*opened);
     Json again = Json::object();
-    kind.write(*opened, again);
+    write_fields(fields_in(*opened), again);
     EXPECT_EQ(again, json);
     EXPECT_TRUE(warnings.empty());
 

@@ -63,7 +63,7 @@ std::string message_of(std::function<void()> const& action) {
     return "nothing was refused";
 }
 
-Json written(PopulationSource const& source) { return Codec<Population>::write(population_of(source)); }
+Json written(PopulationSource const& source) { return json_of(population_of(source)); }
 
 TEST_F(PopulationSources, AddUpAndTellHowDestinationsAreFound) {
     for (auto const& sample : samples()) {
@@ -86,7 +86,7 @@ TEST_F(PopulationSources, CloneDeeplyAndSurviveFiles) {
         EXPECT_EQ(written(*sample.source), before);
 
         Population opened;
-        Codec<Population>::read(opened, Json::parse(before.dump()), reading);
+        read_json(opened, Json::parse(before.dump()), reading);
         EXPECT_EQ(written(*make_source(opened)), before);
     }
     EXPECT_TRUE(warnings.empty());

@@ -166,11 +166,11 @@ class Filler {
             if (node && node_of(*node).kind == kind) continue;
             auto state = kind->make();
             try {
-                kind->check({nullptr, &document_}, "", *state);
+                check_node({nullptr, &document_}, "", *state);
             } catch (Exception const&) {
                 continue;
             }
-            node = kind->face(std::move(state));
+            node = kind->handle(std::move(state));
             return;
         }
     }
