@@ -61,13 +61,13 @@ DecisionIndex Compiler::append_kind(AgentTest const& test, DecisionIndex yes, De
         case AgentTestType::RANDOM_CHANCE:
             return question(ask::Chance{state_of<RandomChanceTestState>(test).chance, mentions_.chances++}, yes, no);
         case AgentTestType::CREATED_BY:
-            return any_object(&AgentFacts::was_created_by, state_of<CreatedByTestState>(test).objects);
+            return any_object(&TestSituation::was_created_by, state_of<CreatedByTestState>(test).objects);
         case AgentTestType::ENTERED_AT:
-            return any_object(&AgentFacts::entered_at, state_of<EnteredAtTestState>(test).objects);
+            return any_object(&TestSituation::entered_at, state_of<EnteredAtTestState>(test).objects);
         case AgentTestType::IN_AREA:
-            return any_object(&AgentFacts::is_in, state_of<InAreaTestState>(test).objects);
+            return any_object(&TestSituation::is_in, state_of<InAreaTestState>(test).objects);
         case AgentTestType::PROFILE:
-            return any_object(&AgentFacts::has_profile, state_of<ProfileTestState>(test).objects);
+            return any_object(&TestSituation::has_profile, state_of<ProfileTestState>(test).objects);
         case AgentTestType::INITIAL_EXIT:
             return question(ask::InitialExit{objects(state_of<InitialExitTestState>(test).objects)}, yes, no);
         case AgentTestType::TOKEN: {
