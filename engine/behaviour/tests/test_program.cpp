@@ -1,5 +1,6 @@
 #include "engine/behaviour/tests/test_program.h"
 
+#include "engine/base/hashing.h"
 #include "engine/behaviour/named_rules.h"
 #include "engine/behaviour/tests/agent_test_states.h"
 
@@ -198,12 +199,6 @@ struct Answers {
     }
 };
 
-std::uint64_t mixed(std::uint64_t bits) {
-    bits = (bits ^ (bits >> 30)) * 0xbf58476d1ce4e5b9;
-    bits = (bits ^ (bits >> 27)) * 0x94d049bb133111eb;
-    return bits ^ (bits >> 31);
-}
-
 }  // namespace
 
 TestProgram compile(AgentTest const& test, Document const& project, SymbolTable& symbols) {
@@ -220,12 +215,7 @@ bool passes(TestProgram const& plan, TestSituation const& situation) {
 }
 
 double draw(ChanceKey const& key, SymbolIndex number) {
-    constexpr std::uint64_t golden_gamma = 0x9e3779b97f4a7c15;
-    std::uint64_t bits = 0;
-    for (std::uint64_t const part : {key.seed, key.agent, key.step, std::uint64_t{number}}) {
-        bits = mixed(bits + golden_gamma + part);
-    }
-    return static_cast<double>(bits >> 11) * 0x1p-53;
+    return unit_interval(mixed({key.seed, key.agent, key.step, std::uint64_t{number}}));
 }
 
 }  // namespace pedflux::engine
