@@ -7,16 +7,11 @@ namespace pedflux::engine::crowd {
 
 namespace {
 
-bool cross_each_other(Segment a, Segment b) {
-    return orientation(a.from, a.to, b.from) * orientation(a.from, a.to, b.to) <= 0 &&
-           orientation(b.from, b.to, a.from) * orientation(b.from, b.to, a.to) <= 0;
-}
-
 /// Whether the wall stops the way. Who already stands within the margin may only move away from the wall.
 bool stops(Segment wall, Segment way) {
     double const after = distance(wall, way.to);
     if (after < wall_margin && after <= distance(wall, way.from)) return true;
-    return cross_each_other(wall, way);
+    return cross_each_other(wall, way, Touching::COUNTS);
 }
 
 struct Obstacles {
@@ -47,7 +42,8 @@ std::uint32_t region_after(Surfaces const& surfaces, std::uint32_t cell, std::ui
         bool const left = orientation(crossing.from, crossing.to, way.to) >= 0;
         if (region == (left ? crossing.left : crossing.right)) continue;
         if (region != crossing.left && region != crossing.right) continue;
-        if (cross_each_other({crossing.from, crossing.to}, way)) return left ? crossing.left : crossing.right;
+        if (cross_each_other({crossing.from, crossing.to}, way, Touching::COUNTS))
+            return left ? crossing.left : crossing.right;
     }
     return region;
 }
