@@ -1,8 +1,8 @@
 #include "engine/navigation/building.h"
 
 #include "engine/geometry/polygons.h"
-#include "engine/navigation/gate_distance.h"
 #include "engine/navigation/openings.h"
+#include "engine/navigation/way_through.h"
 
 #include <pedflux/exception.h>
 
@@ -12,9 +12,9 @@ namespace pedflux::engine::navigation {
 
 namespace {
 
-/// Points of a gate are at most this far apart (metres), or a quarter of the gate.
-constexpr double gate_spacing = 0.25;
-constexpr double fewest_gate_pieces = 4;
+/// Points of a portal edge are at most this far apart (metres), or a quarter of the portal edge.
+constexpr double portal_point_spacing = 0.25;
+constexpr double fewest_portal_edge_pieces = 4;
 
 std::string named(std::string const& kind, std::size_t index, std::string const& name) {
     return name.empty() ? kind + " " + std::to_string(index) : kind + " \"" + name + "\"";
@@ -70,7 +70,7 @@ std::vector<Point> points_along(Mesh const& mesh, Segment line, Part part, std::
     return points;
 }
 
-void add_gates(Building& building, ConnectionIndex index) {
+void add_portal_edges(Building& building, ConnectionIndex index) {
     Connection const& connection = building.connections[index];
     RegionMap& from = building.regions[connection.from.region];
     RegionMap& to = building.regions[connection.to.region];
@@ -81,27 +81,30 @@ void add_gates(Building& building, ConnectionIndex index) {
         double const width = (part.to - part.from) * length(connection.from.line);
         if (width <= 2 * line_tolerance) continue;
         passable = true;
-        auto const pieces = static_cast<std::size_t>(std::max(fewest_gate_pieces, std::ceil(width / gate_spacing)));
-        from.gates.push_back({index, true, points_along(from.clear_mesh, connection.from.line, part, pieces)});
-        to.gates.push_back({index, false, points_along(to.clear_mesh, connection.to.line, part, pieces)});
+        auto const pieces =
+            static_cast<std::size_t>(std::max(fewest_portal_edge_pieces, std::ceil(width / portal_point_spacing)));
+        from.portal_edges.push_back({index, true, points_along(from.clear_mesh, connection.from.line, part, pieces)});
+        to.portal_edges.push_back({index, false, points_along(to.clear_mesh, connection.to.line, part, pieces)});
     }
     if (!passable)
         throw Exception(named("connection", index, connection.name) + " " + text_of(connection.from.line) +
                         " between " + from.name + " and " + to.name + " is too narrow for a person");
 }
 
-/// Gates of a connection were added to both of its regions in the same order, so their points pair up one by one.
-void pair_sites(Building& building) {
+/// Portal edges of a connection were added to both of its regions in the same order, so their points pair up one by
+/// one.
+void pair_portal_points(Building& building) {
     std::vector<std::vector<std::uint32_t>> forward(building.connections.size());
     std::vector<std::vector<std::uint32_t>> backward(building.connections.size());
     for (RegionIndex r = 0; r < building.regions.size(); ++r) {
         RegionMap& region = building.regions[r];
-        region.first_site = static_cast<std::uint32_t>(building.region_of.size());
-        building.region_of.insert(building.region_of.end(), region.waypoints.waypoints.size(), r);
-        for (std::uint32_t waypoint = 0; waypoint < region.waypoints.waypoints.size(); ++waypoint) {
-            if (region.waypoints.waypoints[waypoint].is_corner()) continue;
-            PortalEdge const& gate = region.gates[region.waypoints.waypoints[waypoint].gate];
-            (gate.forward ? forward : backward)[gate.connection].push_back(region.first_site + waypoint);
+        region.first_waypoint = static_cast<std::uint32_t>(building.region_of.size());
+        building.region_of.insert(building.region_of.end(), region.waypoints.all.size(), r);
+        for (std::uint32_t waypoint = 0; waypoint < region.waypoints.all.size(); ++waypoint) {
+            if (region.waypoints.all[waypoint].is_corner()) continue;
+            PortalEdge const& portal_edge = region.portal_edges[region.waypoints.all[waypoint].portal_edge];
+            (portal_edge.forward ? forward : backward)[portal_edge.connection].push_back(region.first_waypoint +
+                                                                                         waypoint);
         }
     }
     building.opposite.assign(building.region_of.size(), none);
@@ -142,9 +145,9 @@ Building building_of(NavigationInput const& input) {
         region.clear_reach = offset(region.clear, line_tolerance);
         region.clear_mesh = Mesh(region.clear);
     }
-    for (ConnectionIndex i = 0; i < building.connections.size(); ++i) add_gates(building, i);
-    for (RegionMap& region : building.regions) region.waypoints = sites_of(region.clear_mesh, region.gates);
-    pair_sites(building);
+    for (ConnectionIndex i = 0; i < building.connections.size(); ++i) add_portal_edges(building, i);
+    for (RegionMap& region : building.regions) region.waypoints = waypoints_of(region.clear_mesh, region.portal_edges);
+    pair_portal_points(building);
     return building;
 }
 

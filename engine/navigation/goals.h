@@ -22,7 +22,7 @@ struct GoalView {
     Point left;
 };
 
-/// A site from which a destination is in sight.
+/// A waypoint from which a destination is in sight.
 struct GoalSight {
     std::uint32_t waypoint = none;
     double distance = 0;
@@ -41,7 +41,7 @@ struct RegionGoals {
 /// Whether the source is seen from a point of the view's triangle.
 bool sees_goal(GoalSource const& source, GoalView const& view, Point point);
 
-/// What is seen of a destination's lines and areas in a region. Sites are numbers of the region.
+/// What is seen of a destination's lines and areas in a region. Waypoints are numbers of the region.
 /// @param metre what a metre of plan counts as, in metres
 RegionGoals goals_in(RegionMap const& region, double metre, std::vector<Segment> const& lines, Polygons const& areas);
 

@@ -9,7 +9,7 @@
 
 /// Walkable regions and the shortest ways through them.
 ///
-/// A crowd asks for the next way point of every agent in every step:
+/// A crowd asks for the next route point of every agent in every step:
 ///
 ///     RouteStep const step = navigation.next(region, position, destination, hint);
 ///     if (step.kind == RouteStep::Kind::UNREACHABLE) …
@@ -28,12 +28,12 @@ struct RouteHint {
     /// The version of the destination's routes.
     std::uint32_t version = 0;
     std::uint32_t triangle = none;
-    /// What is aimed at: a site, or a view of the goal.
+    /// What is aimed at: a waypoint, or a view of the goal.
     std::uint32_t aimed = none;
-    /// The vertices between which a site is seen, `none` on the side of `behind`.
+    /// The vertices between which a waypoint is seen, `none` on the side of `behind`.
     std::uint32_t right = none;
     std::uint32_t left = none;
-    /// The points of a gate that are in sight.
+    /// The points of a portal edge that are in sight.
     std::uint32_t first_in_sight = none;
     std::uint32_t last_in_sight = none;
     bool to_goal = false;
@@ -79,7 +79,7 @@ struct Wall {
 };
 
 /// A point of a route.
-struct WayPoint {
+struct RoutePoint {
     RegionIndex region = none;
     Point point;
 };
@@ -112,8 +112,8 @@ class Navigation {
     /// Whether someone at the point can get there.
     bool reachable(RegionIndex region, Point point, DestinationIndex destination) const;
     /// The shortest way, from the point to the destination, both included; empty when there is none. A connection gives
-    /// two way points, one in each region.
-    std::vector<WayPoint> path(RegionIndex region, Point point, DestinationIndex destination) const;
+    /// two route points, one in each region.
+    std::vector<RoutePoint> path(RegionIndex region, Point point, DestinationIndex destination) const;
 
     /// Whether the point is in the region's walkable area.
     bool contains(RegionIndex region, Point point) const;

@@ -10,12 +10,12 @@ namespace pedflux::engine::navigation {
 
 inline constexpr double unreachable = std::numeric_limits<double>::infinity();
 
-/// The shortest ways from every site of a building to one destination.
+/// The shortest ways from every waypoint of a building to one destination.
 struct Ways {
-    /// Per site: the metres to walk from a corner, or from a point of a gate through this gate.
+    /// Per waypoint: the metres to walk from a corner, or from a point of a portal edge through this portal edge.
     std::vector<double> rest;
     std::vector<Onward> onward;
-    /// Per point of a gate: the metres to walk for those who came out of it.
+    /// Per point of a portal edge: the metres to walk for those who came out of it.
     std::vector<double> rest_after;
     std::vector<Onward> onward_after;
 };
@@ -28,7 +28,7 @@ struct Routes {
     Ways ways;
     /// Per region: the destination itself, and what comes next on the way to it.
     std::vector<RegionGoals> goals;
-    std::vector<Lists<SiteView>> views;
+    std::vector<Lists<WaypointView>> views;
     /// Counts the changes.
     std::uint32_t version = 0;
 };

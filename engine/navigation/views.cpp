@@ -19,16 +19,17 @@ class Viewing {
 
     void add_corner(std::uint32_t waypoint);
 
-    void add_gate_point(std::uint32_t waypoint) {
-        for (Outlook const& outlook : region_.waypoints.gate_outlooks[waypoint - region_.waypoints.gate_begin.front()])
+    void add_portal_point(std::uint32_t waypoint) {
+        for (Outlook const& outlook :
+             region_.waypoints.portal_outlooks[waypoint - region_.waypoints.portal_edge_begin.front()])
             if (may_be_shortest(waypoint, outlook.triangle))
                 add(outlook.triangle, {waypoint, outlook.right, outlook.left});
     }
 
-    Lists<SiteView> lists() const { return listed(mesh_.triangles().size(), views_); }
+    Lists<WaypointView> lists() const { return listed(mesh_.triangles().size(), views_); }
 
   private:
-    void add(std::uint32_t triangle, SiteView const& view) { views_.emplace_back(triangle, view); }
+    void add(std::uint32_t triangle, WaypointView const& view) { views_.emplace_back(triangle, view); }
     void bound_vertices();
     bool may_be_shortest(std::uint32_t waypoint, std::uint32_t triangle) const;
 
@@ -39,7 +40,7 @@ class Viewing {
     std::span<Onward const> onward_;
     /// Per vertex, metres within which the destination can be reached from it.
     std::vector<double> within_;
-    std::vector<std::pair<std::uint32_t, SiteView>> views_;
+    std::vector<std::pair<std::uint32_t, WaypointView>> views_;
 };
 
 void Viewing::bound_vertices() {
@@ -51,11 +52,12 @@ void Viewing::bound_vertices() {
     }
 }
 
-/// Whether the way from somewhere in the triangle straight to the site could be the shortest, as far as the ways from
-/// the triangle's corners tell. From the corner v, with the rest R of its way, one is at most |p - v| + R away at p; by
-/// the site, at least (p - site) . u + rest for any unit vector u. The difference of the two is smallest at a corner.
+/// Whether the way from somewhere in the triangle straight to the waypoint could be the shortest, as far as the ways
+/// from the triangle's corners tell. From the corner v, with the rest R of its way, one is at most |p - v| + R away at
+/// p; by the waypoint, at least (p - waypoint) . u + rest for any unit vector u. The difference of the two is smallest
+/// at a corner.
 bool Viewing::may_be_shortest(std::uint32_t waypoint, std::uint32_t triangle) const {
-    Point const from = region_.waypoints.waypoints[waypoint].point;
+    Point const from = region_.waypoints.all[waypoint].point;
     auto const corners = mesh_.corners(triangle);
     Point const middle = 1.0 / 3 * (corners[0] + corners[1] + corners[2]);
     Point const direction = unit(middle - from);
@@ -73,7 +75,7 @@ bool Viewing::may_be_shortest(std::uint32_t waypoint, std::uint32_t triangle) co
 /// A corner comes next for those to whom it hides the way that goes on from it: they see it between one of its walls
 /// and the line that leads on through it.
 void Viewing::add_corner(std::uint32_t waypoint) {
-    Waypoint const& corner = region_.waypoints.waypoints[waypoint];
+    Waypoint const& corner = region_.waypoints.all[waypoint];
     FromPoint const eye{corner.point};
     Point const direction = onward_[waypoint].point - corner.point;
     bool const ends_here = length(direction) <= touching;
@@ -109,16 +111,16 @@ void Viewing::add_corner(std::uint32_t waypoint) {
 
 }  // namespace
 
-Lists<SiteView> views_to(RegionMap const& region, double metre, std::span<double const> rest,
-                         std::span<Onward const> onward, std::span<double const> rest_after) {
+Lists<WaypointView> views_to(RegionMap const& region, double metre, std::span<double const> rest,
+                             std::span<Onward const> onward, std::span<double const> rest_after) {
     Viewing viewing(region, metre, rest, onward);
-    for (std::uint32_t waypoint = 0; waypoint < region.waypoints.waypoints.size(); ++waypoint) {
+    for (std::uint32_t waypoint = 0; waypoint < region.waypoints.all.size(); ++waypoint) {
         if (!std::isfinite(rest[waypoint])) continue;
-        if (region.waypoints.waypoints[waypoint].is_corner())
+        if (region.waypoints.all[waypoint].is_corner())
             viewing.add_corner(waypoint);
         else if (rest[waypoint] <
-                 rest_after[waypoint])  // Otherwise nobody goes through the gate: another way is shorter.
-            viewing.add_gate_point(waypoint);
+                 rest_after[waypoint])  // Otherwise nobody goes through the portal edge: another way is shorter.
+            viewing.add_portal_point(waypoint);
     }
     return viewing.lists();
 }

@@ -19,11 +19,11 @@ struct PortalEdge {
     std::vector<Point> points;
 };
 
-/// A point of a way: a corner that ways turn around, or a point of a gate.
+/// A point of a way: a corner that ways turn around, or a point of a portal edge.
 struct Waypoint {
     Point point;
-    /// The gate's number in the region, `none` at a corner.
-    std::uint32_t gate = none;
+    /// The portal edge's number in the region, `none` at a corner.
+    std::uint32_t portal_edge = none;
     /// Unit vectors along the walls on the right and left of a corner, seen from inside.
     Point right_wall;
     Point left_wall;
@@ -32,18 +32,18 @@ struct Waypoint {
     /// The triangle at a corner that has the wall on the right.
     std::uint32_t first_triangle = none;
 
-    bool is_corner() const { return gate == none; }
+    bool is_corner() const { return portal_edge == none; }
 };
 
-/// A triangle from which a site is seen between two vertices; from all of it when these are `none`.
+/// A triangle from which a waypoint is seen between two vertices; from all of it when these are `none`.
 struct Outlook {
     std::uint32_t triangle = none;
     std::uint32_t right = none;
     std::uint32_t left = none;
 };
 
-/// A site that is seen from another one.
-struct SiteLink {
+/// A waypoint that is seen from another one.
+struct WaypointLink {
     std::uint32_t waypoint = none;
     /// Metres of plan between the two.
     double length = 0;
@@ -61,20 +61,20 @@ struct Lists {
 };
 
 struct Waypoints {
-    /// Corners first, then the points of each gate in order.
-    std::vector<Waypoint> waypoints;
-    /// The number of each gate's first site, and the number of sites.
-    std::vector<std::uint32_t> gate_begin;
-    /// Per gate point, from where it is seen.
-    Lists<Outlook> gate_outlooks;
-    /// Per site, the sites to which a shortest way may come from it; by ascending site.
-    Lists<SiteLink> links;
-    /// Per vertex of the mesh, and per triangle, the corners and points of gates there.
+    /// Corners first, then the points of each portal edge in order.
+    std::vector<Waypoint> all;
+    /// The number of each portal edge's first waypoint, and the number of waypoints.
+    std::vector<std::uint32_t> portal_edge_begin;
+    /// Per portal point, from where it is seen.
+    Lists<Outlook> portal_outlooks;
+    /// Per waypoint, the waypoints to which a shortest way may come from it; by ascending waypoint.
+    Lists<WaypointLink> links;
+    /// Per vertex of the mesh, and per triangle, the corners and points of portal edges there.
     Lists<std::uint32_t> corners_at;
-    Lists<std::uint32_t> gate_points_in;
+    Lists<std::uint32_t> portal_points_in;
 };
 
-Waypoints sites_of(Mesh const& mesh, std::vector<PortalEdge> const& gates);
+Waypoints waypoints_of(Mesh const& mesh, std::vector<PortalEdge> const& portal_edges);
 
 /// A triangle and one of its corners.
 struct Wedge {
