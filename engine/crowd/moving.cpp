@@ -7,7 +7,7 @@ namespace pedflux::engine::crowd {
 
 namespace {
 
-/// Whether the wall stops the way. Who already stands within the margin may only move away from the wall.
+/// Whether a wall obstructs a step. Within the margin only steps away from the wall are free.
 bool stops(Segment wall, Segment way) {
     double const after = distance(wall, way.to);
     if (after < wall_margin && after <= distance(wall, way.from)) return true;
@@ -18,7 +18,7 @@ struct Obstacles {
     Surfaces const& surfaces;
     std::span<std::uint32_t const> numbers;
 
-    /// The first wall that stops the way, or none.
+    /// The first wall that obstructs a step, or none.
     Segment const* first_on(Segment way) const {
         for (std::uint32_t const number : numbers)
             if (surfaces.wall_open[number] == 0 && stops(surfaces.walls[number], way)) return &surfaces.walls[number];
@@ -26,7 +26,7 @@ struct Obstacles {
     }
 };
 
-/// Where a way from `from` towards `to` ends: there, or beside the wall that stops it, or where it began.
+/// The end of a step from `from` to `to`: there, beside the wall that obstructs it, or where it began.
 Point end_of_way(Obstacles const& obstacles, Point from, Point to) {
     Segment const* const wall = obstacles.first_on({from, to});
     if (wall == nullptr) return to;
@@ -35,7 +35,7 @@ Point end_of_way(Obstacles const& obstacles, Point from, Point to) {
     return obstacles.first_on({from, beside}) == nullptr ? beside : from;
 }
 
-/// The region after a way. The sign of the side decides, so that who stands on the very line belongs to one region.
+/// The region after a step. The sign of the side decides, so that a point on the line belongs to one region.
 std::uint32_t region_after(Surfaces const& surfaces, std::uint32_t cell, std::uint32_t region, Segment way) {
     for (std::uint32_t const number : surfaces.crossings_of.of(cell)) {
         Crossing const& crossing = surfaces.crossings[number];

@@ -7,13 +7,13 @@
 
 namespace pedflux::engine::navigation {
 
-/// A region as routes use it. Waypoints are numbered within the region; `first_waypoint` makes them numbers of the
-/// building.
+/// A region as routing uses it. Waypoints are numbered within the region; adding `first_waypoint` gives their numbers
+/// in the building.
 struct RegionMap {
     std::string name;
     double length_factor = 1;
-    /// The walkable area and the part of it that keeps the clearance. `reach`: with the edge moved out by the tolerance
-    /// of lines.
+    /// The walkable area and the part of it that keeps the clearance from walls. The `_reach` variants are grown by
+    /// `line_tolerance`.
     Polygons walkable;
     Polygons walkable_reach;
     Polygons clear;
@@ -25,16 +25,17 @@ struct RegionMap {
     std::uint32_t first_waypoint = 0;
 };
 
-/// All regions and how they join. Only the connections' passages ever change.
+/// All regions and their connections. Only the passages of connections ever change.
 struct Building {
     std::vector<RegionMap> regions;
     std::vector<Connection> connections;
-    /// Per waypoint of the building, its region and, for a point of a portal edge, the same point in the other region.
+    /// For each waypoint of the building its region and, for a portal point, the matching point in the other region.
     std::vector<RegionIndex> region_of;
     std::vector<std::uint32_t> opposite;
 };
 
-/// Throws Exception naming what cannot be walked. Destinations only say where the edge of a region is no wall.
+/// Throws Exception naming the object that cannot be walked. Destinations only matter as lines where the edge of a
+/// region is no wall.
 Building building_of(NavigationInput const& input);
 
 /// Throws Exception when the destination lies nowhere in its regions.

@@ -39,7 +39,8 @@ class GoalLookout {
             auto const part = part_in(mesh_, triangle, line);
             if (!part) continue;
             Segment const seen{at(line, part->from), at(line, part->to)};
-            // Those on the left of the line look back at it with its beginning on their left, and so on.
+            // An observer on the left of the line sees its beginning on the left hand; one on the right, on the right
+            // hand.
             look_aside(source, triangle, {seen.from}, {seen.to}, aside);
             look_aside(source + 1, triangle, {seen.to}, {seen.from}, Point{} - aside);
         }
@@ -74,7 +75,7 @@ class GoalLookout {
 
   private:
     void look_aside(std::uint32_t source, std::uint32_t triangle, Bound first, Bound last, Point direction) {
-        // Looking to the left of a line that leads away to the right, its end is on the right hand.
+        // Looking to the left of a line that leads away to the right, its end is on the right.
         Bound const right = last;
         Bound const left = first;
         FromLine const eye{direction};
@@ -105,7 +106,7 @@ class GoalLookout {
             [&](std::uint32_t vertex) { see_corners(source, vertex); });
     }
 
-    /// From a point, all of a triangle that has it.
+    /// A point is visible from all of a triangle that contains it.
     void see_all(std::uint32_t source, std::uint32_t triangle) {
         Point const point = goals_.sources[source].line.from;
         views_.push_back({triangle, {source, point, point}});

@@ -1,11 +1,12 @@
 #include "engine/navigation/navigation.h"
 
+#include "engine/base/checks.h"
 #include "engine/navigation/query.h"
 #include "engine/navigation/walls.h"
 
-#include <pedflux/exception.h>
-
 #include <cmath>
+
+#include <fmt/format.h>
 
 namespace pedflux::engine::navigation {
 
@@ -18,12 +19,11 @@ struct Navigation::State {
 namespace {
 
 [[noreturn]] void refuse_index(std::uint32_t index, char const* kind, std::size_t count) {
-    throw Exception(std::string("there is no ") + kind + " " + std::to_string(index) + "; there are " +
-                    std::to_string(count));
+    refuse(fmt::format("there is no {} {}; there are {}", kind, index, count));
 }
 
 [[noreturn]] void refuse_point(Point point) {
-    throw Exception("a route was asked for at " + text_of(point) + "; both coordinates must be finite");
+    refuse(fmt::format("a route was asked for at {}; both coordinates must be finite", text_of(point)));
 }
 
 template <class Things>
@@ -51,7 +51,7 @@ std::vector<std::vector<Wall>> walls_of(Building const& building, NavigationInpu
     return walls;
 }
 
-/// Where someone comes out of a portal edge who entered it at a point of its line.
+/// The exit point of somebody who entered a portal edge at `point`.
 Point across(Building const& building, std::uint32_t portal_point, Point point) {
     std::vector<Point> const& here = portal_edge_of(building, portal_point).points;
     std::uint32_t const other = building.opposite[portal_point];
@@ -79,8 +79,8 @@ DestinationIndex Navigation::add_destination(Destination const& destination, Rou
 void Navigation::set_passage(ConnectionIndex connection, Passage const& passage) {
     Connection& changed = named_by(connection, "connection", state_->building.connections);
     if (!(passage.cost >= 0) || !std::isfinite(passage.cost))
-        throw Exception("the passage of connection " + std::to_string(connection) + " costs " +
-                        std::to_string(passage.cost) + " m; it must be 0 or more");
+        refuse(
+            fmt::format("the passage of connection {} costs {:f} m; it must be 0 or more", connection, passage.cost));
     changed.passage = passage;
     for (Routes& routes : state_->routes) follow_change(routes, state_->building, connection);
 }

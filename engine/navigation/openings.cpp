@@ -57,7 +57,7 @@ std::vector<Part> common_parts(std::vector<Part> const& left, std::vector<Part> 
 
 Polygons clear_area(Polygons const& walkable, std::vector<Segment> const& lines, double clearance) {
     if (clearance == 0) return walkable;
-    // Enough to overlap the shrunk area, however coordinates are rounded.
+    // Deep enough to overlap the shrunk area however coordinates are rounded.
     double const depth = clearance + 2 * line_tolerance;
     Polygons const reached = offset(walkable, line_tolerance);
     Polygons mouths;

@@ -8,10 +8,10 @@ namespace pedflux::engine::navigation {
 
 namespace {
 
-/// Ways that differ less (metres) are equally long; the one whose next point is further along is taken then.
+/// Ways that differ less (metres) count as equally long. The one with the shorter remaining distance is then preferred.
 constexpr double equally_long = 1e-7;
 
-/// One question. Points are in the clear area; `place` has the nearest one to where the question was asked.
+/// One query. Points are in the clear area; `place` is the point of it nearest to the position.
 class Question {
   public:
     Question(RegionMap const& region, Routes const& routes, RegionIndex index, Mesh::Place place)
@@ -22,9 +22,9 @@ class Question {
           views_(routes.views[index]),
           place_(place) {}
 
-    /// The answer that the hint still gives.
+    /// The answer according to the hint, as long as it holds.
     std::optional<RouteStep> held(RouteHint const& hint) const;
-    /// The best of all that is in sight, and the hint to it.
+    /// The best of all visible candidates; updates the hint.
     RouteStep fresh(RouteHint& hint) const;
 
   private:
@@ -180,7 +180,7 @@ Question::Best Question::best_waypoint() const {
     return best;
 }
 
-/// Extends the hint to the run of points of its portal edge that are in sight.
+/// Extends the hint to the range of visible points of its portal edge.
 void Question::note_portal_points_in_sight(RouteHint& hint) const {
     std::uint32_t const aimed = hint.aimed;
     hint.first_in_sight = hint.last_in_sight = aimed;

@@ -1,23 +1,24 @@
 #include "engine/navigation/routes.h"
 
+#include "engine/base/checks.h"
 #include "engine/navigation/way_through.h"
-
-#include <pedflux/exception.h>
 
 #include <algorithm>
 #include <cmath>
 #include <queue>
 #include <tuple>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine::navigation {
 
 namespace {
 
-/// Ways that differ less (metres) are equally long.
+/// Ways that differ less (metres) count as equally long.
 constexpr double no_shorter = 1e-9;
 
-/// A waypoint whose distance has become known. Portal points are reached twice: by those who came out of the portal
-/// edge, and, on the portal edge's other side, by those who are about to enter it.
+/// A waypoint whose distance has become known. Portal points are reached twice: by those who have come out of the
+/// portal edge and, on its other side, by those who are about to enter it.
 struct Reached {
     double distance = 0;
     std::uint32_t waypoint = none;
@@ -44,7 +45,7 @@ class Search {
                 reach(building_.regions[r].first_waypoint + sight.waypoint, sight.distance, {sight.goal, none});
     }
 
-    /// Those at the waypoint can enter its portal edge and are then as far as the other side says.
+    /// Relaxes a portal point: its distance is that of the opposite point plus the cost of the passage.
     void enter_portal_edge(std::uint32_t waypoint) {
         std::uint32_t const other = building_.opposite[waypoint];
         PortalEdge const& portal_edge = portal_edge_of(building_, waypoint);
@@ -95,7 +96,7 @@ class Search {
             spread_between(region, metre, local, local + 1);
     }
 
-    /// Through the portal edge between two of its points, to all who see both.
+    /// Relaxes all waypoints that see both of two neighbouring portal points, across the line between them.
     void spread_between(RegionMap const& region, double metre, std::uint32_t first, std::uint32_t second) {
         double const first_rest = routes_.ways.rest[region.first_waypoint + first];
         double const second_rest = routes_.ways.rest[region.first_waypoint + second];
@@ -134,7 +135,7 @@ void find_all(Routes& routes, Building const& building) {
     search.run();
 }
 
-/// Whether the way from another waypoint leads through this portal point.
+/// Whether the shortest way from any waypoint leads through this portal point.
 bool is_used(Routes const& routes, std::uint32_t portal_point) {
     auto const leads_there = [portal_point](Onward const& onward) { return onward.waypoint == portal_point; };
     return std::any_of(routes.ways.onward.begin(), routes.ways.onward.end(), leads_there) ||
@@ -157,15 +158,14 @@ bool same(Ways const& left, Ways const& right, std::uint32_t waypoint) {
 
 void check_class(Building const& building, RouteClass const& people) {
     if (!people.closed.empty() && people.closed.size() != building.connections.size())
-        throw Exception("a class of people closes " + std::to_string(people.closed.size()) +
-                        " connections or leaves them open; there are " + std::to_string(building.connections.size()));
+        refuse(fmt::format("a class of people closes {} connections or leaves them open; there are {}",
+                           people.closed.size(), building.connections.size()));
     if (!people.weights.empty() && people.weights.size() != building.regions.size())
-        throw Exception("a class of people weighs " + std::to_string(people.weights.size()) + " regions; there are " +
-                        std::to_string(building.regions.size()));
+        refuse(fmt::format("a class of people weighs {} regions; there are {}", people.weights.size(),
+                           building.regions.size()));
     for (double const weight : people.weights)
         if (!(weight > 0) || !std::isfinite(weight))
-            throw Exception("a metre counts as " + std::to_string(weight) +
-                            " to a class of people; it must be above 0");
+            refuse(fmt::format("a metre counts as {:f} to a class of people; it must be above 0", weight));
 }
 
 }  // namespace

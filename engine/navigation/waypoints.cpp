@@ -6,9 +6,9 @@ namespace pedflux::engine::navigation {
 
 namespace {
 
-/// How far from a corner people spread who walk around it, in metres.
+/// How far from a corner people spread when they walk around it (metres).
 constexpr double spread = 3;
-/// Unit vectors whose cross product is smaller are in line.
+/// Unit vectors with a smaller cross product are parallel.
 constexpr double in_line = 1e-9;
 
 std::size_t corner_of(Triangle const& triangle, std::uint32_t vertex) {
@@ -37,7 +37,7 @@ Point spread_end(Mesh const& mesh, Waypoint const& corner, std::vector<Wedge> co
     return corner.point;
 }
 
-/// Looks out from the waypoints and notes what is seen.
+/// Computes what is visible from the waypoints.
 class Lookout {
   public:
     Lookout(Mesh const& mesh, Waypoints& waypoints)
@@ -123,7 +123,7 @@ class Lookout {
 
     Mesh const& mesh_;
     Waypoints& waypoints_;
-    /// Per waypoint, who met it last.
+    /// By waypoint, the last one that met it.
     std::vector<std::uint32_t> met_by_;
     std::vector<WaypointLink> met_;
     std::vector<std::pair<std::uint32_t, Outlook>> outlooks_;

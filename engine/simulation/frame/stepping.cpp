@@ -281,7 +281,7 @@ AgentFrame frame_of(SimulationState const& run, AgentMotion const& motion) {
     state.heading = static_cast<float>(info.heading);
     state.speed = static_cast<float>(info.speed);
     state.radius = static_cast<float>(run.crowd.radius(motion.body));
-    state.density = static_cast<float>(run.crowd.felt_density(motion.body));
+    state.density = static_cast<float>(run.crowd.local_density(motion.body));
     state.animation_time = static_cast<float>(info.moving_time);
     return state;
 }
