@@ -24,14 +24,10 @@ class Proximity {
     std::vector<int> counts(std::span<AgentFrame const> persons) const;
 
   private:
-    struct Edge {
-        Point from;
-        Point to;
-    };
     bool are_close(AgentFrame const& a, AgentFrame const& b) const;
 
     double distance_;
-    std::vector<std::vector<Edge>> walls_;  ///< of each surface
+    std::vector<std::vector<Segment>> walls_;  ///< of each surface
 };
 
 }  // namespace pedflux::engine

@@ -21,10 +21,7 @@ struct Extent {
 
 void add_crossings(Ring const& ring, double z, std::vector<double>& crossings) {
     for (std::size_t i = 0, previous = ring.size() - 1; i < ring.size(); previous = i++) {
-        Point const from = ring[previous];
-        Point const to = ring[i];
-        if ((from.z <= z) == (to.z <= z)) continue;
-        crossings.push_back(from.x + (z - from.z) / (to.z - from.z) * (to.x - from.x));
+        if (auto const x = crossing_of_row(ring[previous], ring[i], z)) crossings.push_back(*x);
     }
 }
 

@@ -18,9 +18,19 @@ constexpr std::uint64_t mixed(std::uint64_t bits) {
     return bits ^ (bits >> 31);
 }
 
+/// All words, in their order, in 64 well-mixed bits: a step of SplitMix64 for each.
+constexpr std::uint64_t mixed(std::initializer_list<std::uint64_t> words) {
+    constexpr std::uint64_t golden_gamma = 0x9e3779b97f4a7c15U;
+    std::uint64_t bits = 0;
+    for (std::uint64_t const word : words) bits = mixed(bits + golden_gamma + word);
+    return bits;
+}
+
+/// A number of the interval [0, 1) of the upper 53 bits.
+constexpr double unit_interval(std::uint64_t bits) { return static_cast<double>(bits >> 11) * 0x1p-53; }
+
 inline int hash_of_words(std::initializer_list<std::uint64_t> words) {
-    std::uint64_t hash = 0;
-    for (std::uint64_t const word : words) hash = mixed(hash + 0x9e3779b97f4a7c15U + word);
+    std::uint64_t const hash = mixed(words);
     return static_cast<int>(static_cast<std::uint32_t>(hash ^ (hash >> 32)));
 }
 

@@ -2,29 +2,13 @@
 
 #include "engine/behaviour/symbol_table.h"
 
-#include <pedflux/agent_filters.h>
 #include <pedflux/conditions.h>
 
 #include <cstdint>
 
-/// What compiled tests and filters ask about one agent at one moment. Who runs them answers. Objects, tallies, times
-/// and the like are numbers of `SymbolTable`.
+/// What compiled tests ask about one agent at one moment; the simulation answers. Objects, tallies, times and the like
+/// are numbers of `SymbolTable`.
 namespace pedflux::engine {
-
-/// What tests and filters both ask.
-struct AgentFacts {
-    AgentFacts() = default;
-    AgentFacts(AgentFacts const&) = delete;
-    AgentFacts& operator=(AgentFacts const&) = delete;
-    virtual ~AgentFacts() = default;
-
-    virtual bool was_created_by(SymbolIndex event) const = 0;
-    /// Whether the agent came in at a portal, walkable object or zone.
-    virtual bool entered_at(SymbolIndex place) const = 0;
-    virtual bool has_profile(SymbolIndex profile) const = 0;
-    virtual bool is_in(SymbolIndex area) const = 0;
-    virtual bool holds(SymbolIndex token) const = 0;
-};
 
 /// One draw of chance: the same numbers give the same draw on every platform and in every order of asking.
 struct ChanceKey {
@@ -34,7 +18,18 @@ struct ChanceKey {
 };
 
 /// A test's questions.
-struct TestSituation : AgentFacts {
+struct TestSituation {
+    TestSituation() = default;
+    TestSituation(TestSituation const&) = delete;
+    TestSituation& operator=(TestSituation const&) = delete;
+    virtual ~TestSituation() = default;
+
+    virtual bool was_created_by(SymbolIndex event) const = 0;
+    /// Whether the agent came in at a portal, walkable object or zone.
+    virtual bool entered_at(SymbolIndex place) const = 0;
+    virtual bool has_profile(SymbolIndex profile) const = 0;
+    virtual bool is_in(SymbolIndex area) const = 0;
+    virtual bool holds(SymbolIndex token) const = 0;
     /// Seconds since the agent came in.
     virtual double age() const = 0;
     /// Whether the first exit that the agent was given is the portal.
@@ -51,27 +46,6 @@ struct TestSituation : AgentFacts {
     virtual double clock() const = 0;
     /// Seconds after midnight; infinity while it is not known because the event that it depends on has not started.
     virtual double time(SymbolIndex time) const = 0;
-};
-
-/// A filter's questions. In a running simulation the answers about the end are those of an end at this moment.
-struct FilterSituation : AgentFacts {
-    virtual AgentStateAtSimulationEnd end_state() const = 0;
-    /// Whether the agent left at a portal, walkable object or zone.
-    virtual bool exited_at(SymbolIndex place) const = 0;
-
-    virtual AgentActivity activity() const = 0;
-    /// Whether the agent queues at the server or is served by it.
-    virtual bool is_at(SymbolIndex server) const = 0;
-    /// Whether the agent makes the transition in this step.
-    virtual bool makes(SymbolIndex transition) const = 0;
-    // NOLINTNEXTLINE(bugprone-virtual-near-miss): a trip is another thing than an area.
-    virtual bool is_on(SymbolIndex trip) const = 0;
-    /// Metres per second.
-    virtual double speed() const = 0;
-    /// Persons per square metre around the agent.
-    virtual double local_density() const = 0;
-    /// Whether another agent is at most so many metres away; behind walls and barriers only if those are ignored.
-    virtual bool has_neighbor_within(double distance, bool ignore_barriers) const = 0;
 };
 
 }  // namespace pedflux::engine

@@ -5,7 +5,6 @@
 
 #include <pedflux/identifiers.h>
 #include <pedflux/tallies.h>
-#include <pedflux/timetables.h>
 #include <pedflux/transitions.h>
 
 #include <cstdint>
@@ -24,7 +23,6 @@ struct SymbolTable {
     std::vector<GlobalId> objects;  ///< each once
     std::vector<std::shared_ptr<Tally>> tallies;
     std::vector<std::shared_ptr<Transition>> transitions;
-    std::vector<std::shared_ptr<Trip>> trips;
     std::vector<TimeInFrame> times;
     SymbolIndex chances = 0;  ///< how many tests of chance there are
 

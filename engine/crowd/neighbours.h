@@ -4,8 +4,11 @@
 
 namespace pedflux::engine::crowd {
 
-/// Calls visit(first, last) for the ranges of bodies that hold everybody within one cell's side of the body's place:
-/// three rows of its own region, and those of the regions behind near crossings.
+/// Calls visit(first, last) for the ranges of bodies that contain everybody within one cell width of a position: three
+/// rows of its own region, and of adjoining regions near crossings.
+///
+/// The innermost loop of a step. It asks for whole rows of cells at once, since the bodies of neighbouring cells of a
+/// row follow each other in memory, and does without the clamping of UniformGrid.
 template <typename Visit>
 void for_neighbours(Scene const& scene, std::uint32_t region, std::uint32_t cell, double x, double z,
                     Visit const& visit) {

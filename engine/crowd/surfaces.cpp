@@ -7,11 +7,13 @@
 #include <limits>
 #include <string>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine::crowd {
 
 namespace {
 
-/// Grids beyond this (about 65 square kilometres) come from a mistaken unit, not from a building.
+/// Larger floor plans (about 65 square kilometres) result from a mistaken unit.
 constexpr double most_cells = 25e6;
 
 struct Bounds {
@@ -30,31 +32,32 @@ struct Bounds {
 
 void require_line(std::string const& what, Point from, Point to) {
     if (!is_finite(from) || !is_finite(to))
-        refuse(what + " runs from " + engine::text_of(from) + " to " + engine::text_of(to) + ", both must be finite");
+        refuse(fmt::format("{} runs from {} to {}, both must be finite", what, engine::text_of(from),
+                           engine::text_of(to)));
 }
 
-std::vector<Bounds> checked_bounds(Plan const& plan) {
+std::vector<Bounds> checked_bounds(FloorPlan const& plan) {
     std::vector<Bounds> result(plan.regions.size());
     for (std::size_t region = 0; region < plan.regions.size(); ++region) {
         auto const& walls = plan.regions[region].walls;
         if (walls.empty())
-            refuse("Region " + std::to_string(region) + " has no walls, it must be closed by walls and crossings");
+            refuse(fmt::format("Region {} has no walls, it must be closed by walls and crossings", region));
         for (std::size_t wall = 0; wall < walls.size(); ++wall) {
-            require_line("Wall " + std::to_string(wall) + " of region " + std::to_string(region), walls[wall].from,
-                         walls[wall].to);
+            require_line(fmt::format("Wall {} of region {}", wall, region), walls[wall].from, walls[wall].to);
             result[region].include(walls[wall].from, walls[wall].to);
         }
     }
     for (std::size_t i = 0; i < plan.crossings.size(); ++i) {
         Crossing const& crossing = plan.crossings[i];
-        std::string const name = "Crossing " + std::to_string(i);
+        std::string const name = fmt::format("Crossing {}", i);
         if (crossing.left >= plan.regions.size() || crossing.right >= plan.regions.size() ||
             crossing.left == crossing.right)
-            refuse(name + " joins regions " + std::to_string(crossing.left) + " and " + std::to_string(crossing.right) +
-                   ", they must be two different ones of " + std::to_string(plan.regions.size()));
+            refuse(fmt::format("{} joins regions {} and {}, they must be two different ones of {}", name, crossing.left,
+                               crossing.right, plan.regions.size()));
         require_line(name, crossing.from, crossing.to);
         if (distance(crossing.from, crossing.to) <= 0)
-            refuse(name + " begins and ends at " + engine::text_of(crossing.from) + ", it must have a length");
+            refuse(
+                fmt::format("{} begins and ends at {}, it must have a length", name, engine::text_of(crossing.from)));
         result[crossing.left].include(crossing.from, crossing.to);
         result[crossing.right].include(crossing.from, crossing.to);
     }
@@ -87,9 +90,9 @@ class ListBuilder {
     std::vector<std::pair<std::uint32_t, std::uint32_t>> pairs_;
 };
 
-/// Adds the item to every cell of the grid from which the segment may be within reach.
+/// Adds the item to every cell of the grid that may contain a point within reach of the segment.
 void list_near(CellGrid const& grid, double side, Segment segment, std::uint32_t item, ListBuilder& lists) {
-    // Half a cell's diagonal and the reach of one side.
+    // Half a cell's diagonal plus the reach.
     double const enough = side * (1 + std::sqrt(0.5)) + 1e-6;
     Bounds box;
     box.include(segment.from, segment.to);
@@ -108,13 +111,13 @@ void list_near(CellGrid const& grid, double side, Segment segment, std::uint32_t
 
 Segment relative(Point from, Point to, Point origin) { return {from - origin, to - origin}; }
 
-/// The distance between two segments; that of their ends where they do not touch, which serves for "near".
+/// An upper bound of the distance of two segments: the exact distance unless they cross.
 double rough_distance(Segment a, Segment b) {
     return std::min(std::min(distance(a, b.from), distance(a, b.to)), std::min(distance(b, a.from), distance(b, a.to)));
 }
 
-/// Whether a wall is one that closes the crossing. It stops those of its own region alone, so that a crossing can be
-/// closed one way; the other region has its own wall there.
+/// Whether the wall closes the crossing. It stops those of its own region only, so that a crossing can be closed in one
+/// direction; the other region has its own wall there.
 bool closes(Segment wall, Segment crossing) {
     constexpr double on_it = 0.02;
     return distance(crossing, wall.from) <= on_it && distance(crossing, wall.to) <= on_it;
@@ -122,7 +125,7 @@ bool closes(Segment wall, Segment crossing) {
 
 }  // namespace
 
-Surfaces::Surfaces(Plan const& plan, double cell_side) : reach(cell_side) {
+Surfaces::Surfaces(FloorPlan const& plan, double cell_side) : reach(cell_side) {
     std::vector<Bounds> const bounds = checked_bounds(plan);
     Bounds all;
     for (Bounds const& box : bounds) all.include(box.low, box.high);
@@ -134,8 +137,9 @@ Surfaces::Surfaces(Plan const& plan, double cell_side) : reach(cell_side) {
         grid.corner = box.low - origin;
         cells += (box.high.x - box.low.x + reach) * (box.high.z - box.low.z + reach) / (reach * reach);
         if (cells > most_cells)
-            refuse("The plan is " + text_of(all.high.x - all.low.x) + " by " + text_of(all.high.z - all.low.z) +
-                   " m, its regions together must not cover more than 60 square kilometres");
+            refuse(fmt::format(
+                "The plan is {} by {} m, its regions together must not cover more than 60 square kilometres",
+                text_of(all.high.x - all.low.x), text_of(all.high.z - all.low.z)));
         grid.columns = cells_along(box.low.x, box.high.x, reach);
         grid.rows = cells_along(box.low.z, box.high.z, reach);
         grid.first_cell = grids.empty() ? 0 : grids.back().first_cell + grids.back().columns * grids.back().rows;
@@ -187,8 +191,8 @@ std::uint32_t Surfaces::cell_of(std::uint32_t region, double x, double z) const 
 std::uint32_t Surfaces::wall_number(std::uint32_t region, std::size_t wall) const {
     std::size_t const number = first_wall[region] + wall;
     if (number >= first_wall[region + 1])
-        refuse("Region " + std::to_string(region) + " has no wall " + std::to_string(wall) + ", it has " +
-               std::to_string(first_wall[region + 1] - first_wall[region]));
+        refuse(fmt::format("Region {} has no wall {}, it has {}", region, wall,
+                           first_wall[region + 1] - first_wall[region]));
     return static_cast<std::uint32_t>(number);
 }
 

@@ -19,7 +19,7 @@ struct CellLists {
     }
 };
 
-/// The cells of one region: a grid over its walls and crossings, numbered row by row from `first_cell`.
+/// The grid of one region, which covers its walls and crossings. Cells are numbered row by row from `first_cell`.
 struct CellGrid {
     Point corner;
     std::uint32_t columns = 1;
@@ -27,15 +27,15 @@ struct CellGrid {
     std::uint32_t first_cell = 0;
 };
 
-/// The plan as the steps need it: cells of one sight length, each with the walls, crossings and neighbouring regions
-/// that somebody in it may meet. Coordinates are relative to `origin`, so that floats hold them to a tenth of a
+/// The floor plan prepared for stepping: cells of one sight length, each with the walls, crossings and adjoining
+/// regions within reach. Coordinates are relative to `origin`, so that single precision holds them to a tenth of a
 /// millimetre.
 struct Surfaces {
-    /// `reach` in metres: side of a cell, and how far from a cell things are listed.
-    Surfaces(Plan const& plan, double reach);
+    /// @param reach width of a cell, and the distance up to which a cell lists walls and crossings (metres)
+    Surfaces(FloorPlan const& plan, double reach);
 
     std::uint32_t cell_count() const { return static_cast<std::uint32_t>(walls_of.start.size() - 1); }
-    /// The cell that holds the point or, outside the grid, the nearest one.
+    /// The cell that contains the point or, outside the grid, the nearest one.
     std::uint32_t cell_of(std::uint32_t region, double x, double z) const;
     std::uint32_t wall_number(std::uint32_t region, std::size_t wall) const;
 
@@ -43,7 +43,7 @@ struct Surfaces {
     Point origin;
     std::vector<CellGrid> grids;
     std::vector<Segment> walls;
-    /// Not a vector of bool: read in every step by several threads.
+    /// Not a vector of bool, since several threads read it in every step.
     std::vector<std::uint8_t> wall_open;
     std::vector<std::uint32_t> first_wall;
     std::vector<Crossing> crossings;

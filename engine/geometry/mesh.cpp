@@ -9,6 +9,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -16,7 +18,7 @@ namespace {
 std::size_t index_of(int index) { return static_cast<std::size_t>(index); }
 
 void require_vertices(std::vector<Vector> const& vertices) {
-    for (std::size_t i = 0; i < vertices.size(); ++i) require_point("vertex " + std::to_string(i), vertices[i]);
+    for (std::size_t i = 0; i < vertices.size(); ++i) require_point(fmt::format("vertex {}", i), vertices[i]);
 }
 
 /// Whether a triangle is so flat that rounding decides where its normal points: its height is lost beside its length,
@@ -31,12 +33,11 @@ bool is_degenerate(std::array<Vector, 3> const& corners) {
 }
 
 std::string corners_text(std::array<Vector, 3> const& corners) {
-    return text_of(corners[0]) + ", " + text_of(corners[1]) + ", " + text_of(corners[2]);
+    return fmt::format("{}, {}, {}", text_of(corners[0]), text_of(corners[1]), text_of(corners[2]));
 }
 
 [[noreturn]] void refuse_flat(std::size_t face, std::array<Vector, 3> const& corners) {
-    refuse("face " + std::to_string(face) + " with the corners " + corners_text(corners) +
-           " has no area; a face must have one");
+    refuse(fmt::format("face {} with the corners {} has no area; a face must have one", face, corners_text(corners)));
 }
 
 void require_faces(Mesh const& mesh) {
@@ -134,8 +135,7 @@ Mesh weld(std::span<std::array<Vector, 3> const> triangles, double tolerance) {
     for (std::size_t i = 0; i < triangles.size(); ++i) {
         auto& face = faces.emplace_back();
         for (std::size_t corner = 0; corner < 3; ++corner) {
-            require_point("corner " + std::to_string(corner) + " of triangle " + std::to_string(i),
-                          triangles[i][corner]);
+            require_point(fmt::format("corner {} of triangle {}", corner, i), triangles[i][corner]);
             face[corner] = grid.find_or_add(triangles[i][corner], vertices);
         }
         // Reported here, with the corners as they were given and not as they were welded.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cmath>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -51,6 +52,52 @@ constexpr double nearest_fraction(Segment segment, Point point) {
 }
 constexpr Point nearest_point(Segment segment, Point point) { return at(segment, nearest_fraction(segment, point)); }
 inline double distance(Segment segment, Point point) { return distance(nearest_point(segment, point), point); }
+
+/// On which side of a segment's line a point lies: 1 on the left, -1 on the right, 0 on the line.
+constexpr int side_of(Segment line, Point point) {
+    double const turn = orientation(line.from, line.to, point);
+    return (turn > 0) - (turn < 0);
+}
+
+/// Whether segments cross that only touch, with an end of one on the line of the other.
+enum class Touching {
+    COUNTS,       ///< Also where both lie on one line: for obstacles that nobody may pass.
+    COUNTS_NOT,   ///< For obstacles that may be touched.
+    COUNTS_ONCE,  ///< The line belongs to its right side, so a way that goes on from the line crosses it once.
+};
+
+/// Whether a segment reaches from one side of the other's line to the other side.
+constexpr bool reaches_across(Segment segment, Segment line, Touching touching) {
+    int const from = side_of(line, segment.from);
+    int const to = side_of(line, segment.to);
+    if (touching == Touching::COUNTS_ONCE) return (from > 0) != (to > 0);
+    return touching == Touching::COUNTS ? from * to <= 0 : from * to < 0;
+}
+
+constexpr bool cross_each_other(Segment a, Segment b, Touching touching = Touching::COUNTS_ONCE) {
+    return reaches_across(b, a, touching) && reaches_across(a, b, touching);
+}
+
+/// Where a ray's line meets a segment's.
+struct LineCrossing {
+    double on_ray = 0;      ///< in lengths of the ray's direction
+    double on_segment = 0;  ///< as a fraction of the segment's length, 0 to 1 within it
+};
+/// Empty for parallel lines.
+constexpr std::optional<LineCrossing> line_crossing(Point start, Point direction, Segment segment) {
+    Point const along = segment.to - segment.from;
+    double const turn = cross(direction, along);
+    if (turn == 0) return std::nullopt;
+    Point const offset = segment.from - start;
+    return LineCrossing{cross(offset, along) / turn, cross(offset, direction) / turn};
+}
+
+/// The x at which an edge crosses the row of points with this z; empty when it does not. Of two edges that join on the
+/// row, one counts where the boundary goes on to the other side of it, both or none where it turns back.
+constexpr std::optional<double> crossing_of_row(Point from, Point to, double z) {
+    if ((from.z > z) == (to.z > z)) return std::nullopt;
+    return from.x + (z - from.z) / (to.z - from.z) * (to.x - from.x);
+}
 
 /// Corners in order, the last joined to the first; the first is not repeated.
 using Ring = std::vector<Point>;

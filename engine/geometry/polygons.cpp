@@ -1,10 +1,11 @@
 #include "engine/geometry/polygons.h"
 
-#include <pedflux/exception.h>
+#include "engine/base/checks.h"
 
 #include <algorithm>
 #include <cmath>
 
+#include <fmt/format.h>
 #include <polyclipping/clipper.hpp>
 
 namespace pedflux::engine {
@@ -26,8 +27,7 @@ class Lattice {
   public:
     void cover(Ring const& ring) {
         for (Point const point : ring) {
-            if (!is_finite(point))
-                throw Exception("a corner of a plan is not a number; every coordinate must be finite");
+            if (!is_finite(point)) refuse("a corner of a plan is not a number; every coordinate must be finite");
             low_ = {std::min(low_.x, point.x), std::min(low_.z, point.z)};
             high_ = {std::max(high_.x, point.x), std::max(high_.z, point.z)};
         }
@@ -41,8 +41,8 @@ class Lattice {
     void settle() {
         if (low_.x > high_.x) return;
         if (high_.x - low_.x > 2 * reach || high_.z - low_.z > 2 * reach)
-            throw Exception("a plan reaches from " + text_of(low_) + " to " + text_of(high_) +
-                            "; at most 10,000 m can be computed");
+            refuse(fmt::format("a plan reaches from {} to {}; at most 10,000 m can be computed", text_of(low_),
+                               text_of(high_)));
         origin_ = {settled(low_.x, high_.x), settled(low_.z, high_.z)};
     }
 
@@ -176,7 +176,7 @@ Polygons intersection(Polygons const& left, Polygons const& right) {
 }
 
 Polygons offset(Polygons const& polygons, double margin) {
-    if (!std::isfinite(margin)) throw Exception("the margin around a plan is not a number; it must be finite");
+    if (!std::isfinite(margin)) refuse("the margin around a plan is not a number; it must be finite");
     Lattice lattice;
     lattice.cover(polygons);
     lattice.settle();

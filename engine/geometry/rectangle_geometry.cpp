@@ -7,6 +7,8 @@
 #include <limits>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 namespace {
@@ -26,8 +28,9 @@ Rectangle checked(Vector center, Vector along, Vector across, double length, dou
     Vector const width_direction = engine::require_direction("width direction of the rectangle", across);
     double const skew = dot(length_direction, width_direction);
     if (std::abs(skew) > relative_tolerance)
-        engine::refuse("width direction of the rectangle is " + text_of(across) +
-                       "; it must be perpendicular to the length direction " + text_of(along));
+        engine::refuse(
+            fmt::format("width direction of the rectangle is {}; it must be perpendicular to the length direction {}",
+                        text_of(across), text_of(along)));
     return {.center = engine::require_point("centre of the rectangle", center),
             .length_direction = length_direction,
             .width_direction = normalized(width_direction - skew * length_direction),
@@ -41,9 +44,10 @@ Mesh mesh_of(Rectangle const& rectangle) {
 }
 
 [[noreturn]] void refuse_no_rectangle(std::string const& why) {
-    engine::refuse("the triangles make up no rectangle: " + why +
-                   "; they must cover one once, look to one side, share whole edges, and have the length direction "
-                   "along two sides");
+    engine::refuse(fmt::format(
+        "the triangles make up no rectangle: {}; they must cover one once, look to one side, share whole edges, and "
+        "have the length direction along two sides",
+        why));
 }
 
 /// Edges that do not run once in either direction.
@@ -91,7 +95,7 @@ Rectangle rectangle_of(Mesh const& mesh, Vector along) {
     Vector const length_direction = engine::require_direction("length direction of the rectangle", along);
     Vector const origin = mesh.vertices[0];
     if (std::abs(dot(length_direction, normal)) > relative_tolerance)
-        refuse_no_rectangle("the length direction " + text_of(along) + " leaves their plane");
+        refuse_no_rectangle(fmt::format("the length direction {} leaves their plane", text_of(along)));
     Vector const straight = normalized(length_direction - dot(length_direction, normal) * normal);
     Vector const width_direction = cross(normal, straight);
     Range lengths;
@@ -103,10 +107,11 @@ Rectangle rectangle_of(Mesh const& mesh, Vector along) {
     double const slack = mesh.tolerance + relative_tolerance * (lengths.size() + widths.size());
     for (Vector const vertex : mesh.vertices)
         if (std::abs(dot(vertex - origin, normal)) > slack)
-            refuse_no_rectangle("the vertex " + text_of(vertex) + " is not in the plane of the first triangle");
+            refuse_no_rectangle(
+                fmt::format("the vertex {} is not in the plane of the first triangle", text_of(vertex)));
     for (std::size_t face = 0; face < mesh.faces.size(); ++face)
         if (dot(normal_of(mesh, face), normal) < 0)
-            refuse_no_rectangle("triangle " + std::to_string(face) + " looks to the other side than the first");
+            refuse_no_rectangle(fmt::format("triangle {} looks to the other side than the first", face));
     for (auto const& [from, to] : rim_of(mesh)) {
         auto const on_side = [&, from = from, to = to](Vector direction, double side) {
             return std::abs(dot(from - origin, direction) - side) <= slack &&
@@ -114,12 +119,12 @@ Rectangle rectangle_of(Mesh const& mesh, Vector along) {
         };
         if (!on_side(straight, lengths.low) && !on_side(straight, lengths.high) &&
             !on_side(width_direction, widths.low) && !on_side(width_direction, widths.high))
-            refuse_no_rectangle("the edge from " + text_of(from) + " to " + text_of(to) + " is on no side");
+            refuse_no_rectangle(fmt::format("the edge from {} to {} is on no side", text_of(from), text_of(to)));
     }
     double const expected_area = lengths.size() * widths.size();
     if (double const area = area_of(mesh); std::abs(area - expected_area) > 4 * relative_tolerance * expected_area)
-        refuse_no_rectangle("they have " + engine::text_of(area) + " square metres, it has " +
-                            engine::text_of(expected_area));
+        refuse_no_rectangle(fmt::format("they have {} square metres, it has {}", engine::text_of(area),
+                                        engine::text_of(expected_area)));
     return checked(origin + lengths.middle() * straight + widths.middle() * width_direction, straight, width_direction,
                    lengths.size(), widths.size());
 }

@@ -64,8 +64,8 @@ std::vector<std::uint32_t> Mesh::touched(Place place) const {
 Point Mesh::walk(Place from, Point to) const {
     std::uint32_t triangle = from.triangle;
     std::uint32_t came_from = none;
-    // Rounding could turn the walk in a circle around a corner that it hits; it never needs more triangles than there
-    // are.
+    // Rounding could make the walk circle around a corner that it hits. It never needs more steps than there are
+    // triangles.
     for (std::size_t steps = 0; steps <= triangles().size(); ++steps) {
         double first = 1;
         std::uint32_t next = triangle;
@@ -76,7 +76,7 @@ Point Mesh::walk(Place from, Point to) const {
             if (target >= -touching || (came_from != none && triangles()[triangle].neighbour[i] == came_from)) continue;
             double const start = std::max(orientation(side.from, side.to, from.point), 0.0);
             double const fraction = start / (start - target);
-            // At a corner, any way on is better than the boundary.
+            // At a corner, any continuation is better than the boundary.
             if (exit != 3 && (fraction > first || (fraction == first && next != none))) continue;
             first = fraction;
             exit = i;

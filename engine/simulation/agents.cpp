@@ -224,7 +224,7 @@ void Agent::ClearColor() {
 LevelOfService Agent::GetLevelOfService() {
     auto const agent = here(run_, id_);
     auto const kind = agent.run->plan.surfaces[agent.motion.region].kind;
-    return engine::level_of_service(agent.run->crowd.felt_density(agent.motion.body), engine::standard_of(kind));
+    return engine::level_of_service(agent.run->crowd.local_density(agent.motion.body), engine::standard_of(kind));
 }
 
 GlobalId Agent::GetProfileId() { return here(run_, id_).info.origin.profile; }

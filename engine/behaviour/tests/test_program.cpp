@@ -1,5 +1,6 @@
 #include "engine/behaviour/tests/test_program.h"
 
+#include "engine/base/hashing.h"
 #include "engine/behaviour/named_rules.h"
 #include "engine/behaviour/tests/agent_test_states.h"
 
@@ -61,13 +62,13 @@ DecisionIndex Compiler::append_kind(AgentTest const& test, DecisionIndex yes, De
         case AgentTestType::RANDOM_CHANCE:
             return question(ask::Chance{state_of<RandomChanceTestState>(test).chance, mentions_.chances++}, yes, no);
         case AgentTestType::CREATED_BY:
-            return any_object(&AgentFacts::was_created_by, state_of<CreatedByTestState>(test).objects);
+            return any_object(&TestSituation::was_created_by, state_of<CreatedByTestState>(test).objects);
         case AgentTestType::ENTERED_AT:
-            return any_object(&AgentFacts::entered_at, state_of<EnteredAtTestState>(test).objects);
+            return any_object(&TestSituation::entered_at, state_of<EnteredAtTestState>(test).objects);
         case AgentTestType::IN_AREA:
-            return any_object(&AgentFacts::is_in, state_of<InAreaTestState>(test).objects);
+            return any_object(&TestSituation::is_in, state_of<InAreaTestState>(test).objects);
         case AgentTestType::PROFILE:
-            return any_object(&AgentFacts::has_profile, state_of<ProfileTestState>(test).objects);
+            return any_object(&TestSituation::has_profile, state_of<ProfileTestState>(test).objects);
         case AgentTestType::INITIAL_EXIT:
             return question(ask::InitialExit{objects(state_of<InitialExitTestState>(test).objects)}, yes, no);
         case AgentTestType::TOKEN: {
@@ -198,12 +199,6 @@ struct Answers {
     }
 };
 
-std::uint64_t mixed(std::uint64_t bits) {
-    bits = (bits ^ (bits >> 30)) * 0xbf58476d1ce4e5b9;
-    bits = (bits ^ (bits >> 27)) * 0x94d049bb133111eb;
-    return bits ^ (bits >> 31);
-}
-
 }  // namespace
 
 TestProgram compile(AgentTest const& test, Document const& project, SymbolTable& symbols) {
@@ -220,12 +215,7 @@ bool passes(TestProgram const& plan, TestSituation const& situation) {
 }
 
 double draw(ChanceKey const& key, SymbolIndex number) {
-    constexpr std::uint64_t golden_gamma = 0x9e3779b97f4a7c15;
-    std::uint64_t bits = 0;
-    for (std::uint64_t const part : {key.seed, key.agent, key.step, std::uint64_t{number}}) {
-        bits = mixed(bits + golden_gamma + part);
-    }
-    return static_cast<double>(bits >> 11) * 0x1p-53;
+    return unit_interval(mixed({key.seed, key.agent, key.step, std::uint64_t{number}}));
 }
 
 }  // namespace pedflux::engine

@@ -34,7 +34,7 @@ struct Chance {
 };
 /// Whether the agent has to do with one of the objects in a way.
 struct AnyObject {
-    bool (AgentFacts::*relation)(SymbolIndex object) const;
+    bool (TestSituation::*relation)(SymbolIndex object) const;
     Objects objects;
 };
 struct InitialExit {

@@ -44,8 +44,8 @@ navigation::NavigationInput navigation_input(FloorPlan const& plan, Places& plac
     return input;
 }
 
-crowd::Plan crowd_plan(FloorPlan const& plan, navigation::Navigation const& navigation) {
-    crowd::Plan crowd;
+crowd::FloorPlan crowd_plan(FloorPlan const& plan, navigation::Navigation const& navigation) {
+    crowd::FloorPlan crowd;
     for (navigation::RegionIndex region = 0; region < plan.surfaces.size(); ++region) {
         auto& walls = crowd.regions.emplace_back().walls;
         for (auto const& wall : navigation.walls(region)) {

@@ -88,12 +88,6 @@ struct AgentMotion {
     Reroute reroute;
 };
 
-/// Agents and the surface or place that they came to or went from.
-struct Passing {
-    std::uint32_t agent;
-    GlobalId object;
-};
-
 /// What a FrameSummary tells.
 struct FrameChanges {
     std::vector<std::shared_ptr<Agent>> created;

@@ -176,19 +176,13 @@ void choose_ways(SimulationState& run) {
     }
 }
 
-bool has_crossed(Segment line, Point from, Point to) {
-    bool const line_between = (orientation(line.from, line.to, from) > 0) != (orientation(line.from, line.to, to) > 0);
-    bool const way_between = (orientation(from, to, line.from) > 0) != (orientation(from, to, line.to) > 0);
-    return line_between && way_between;
-}
-
 /// Whether the walker is at the line of the portal that it goes to, or crossed it in this step.
 bool has_reached_portal(SimulationState const& run, AgentMotion const& motion, Point before) {
     auto const goal = run.infos[motion.agent].goal;
     if (goal == no_place || !run.places[goal].is_portal() || run.infos[motion.agent].tasks.waiting.walks) return false;
     auto const& line = run.plan.doorways[run.places[goal].doorway].line;
     if (line.region != motion.region || motion.way != AgentMotion::Way::WALKS) return false;
-    return distance(line.line, motion.position) < at_line || has_crossed(line.line, before, motion.position);
+    return distance(line.line, motion.position) < at_line || cross_each_other(line.line, {before, motion.position});
 }
 
 /// Whether a server is the last goal, and nothing is left to do there. Who goes there has to be served until then.
@@ -200,7 +194,7 @@ bool was_served_at_the_end(SimulationState const& run, AgentInfo const& info) {
 /// who is to leave there.
 bool is_outside(SimulationState const& run, AgentMotion const& motion, Point before) {
     return std::ranges::any_of(run.exits_of[motion.region], [&](std::uint32_t doorway) {
-        return has_crossed(run.plan.doorways[doorway].line.line, before, motion.position);
+        return cross_each_other(run.plan.doorways[doorway].line.line, {before, motion.position});
     });
 }
 
@@ -287,7 +281,7 @@ AgentFrame frame_of(SimulationState const& run, AgentMotion const& motion) {
     state.heading = static_cast<float>(info.heading);
     state.speed = static_cast<float>(info.speed);
     state.radius = static_cast<float>(run.crowd.radius(motion.body));
-    state.density = static_cast<float>(run.crowd.felt_density(motion.body));
+    state.density = static_cast<float>(run.crowd.local_density(motion.body));
     state.animation_time = static_cast<float>(info.moving_time);
     return state;
 }

@@ -35,13 +35,9 @@ std::shared_ptr<ObstaclePoint> obstacle(SimulationState const& run, navigation::
 
 /// Where a ray meets a segment, in metres from its start.
 std::optional<double> hit(Point from, Point direction, Segment segment) {
-    Point const along = segment.to - segment.from;
-    double const ticket = cross(direction, along);
-    if (ticket == 0) return std::nullopt;
-    double const on_ray = cross(segment.from - from, along) / ticket;
-    double const on_segment = cross(segment.from - from, direction) / ticket;
-    if (on_ray < 0 || on_segment < 0 || on_segment > 1) return std::nullopt;
-    return on_ray;
+    auto const crossing = line_crossing(from, direction, segment);
+    if (!crossing || crossing->on_ray < 0 || crossing->on_segment < 0 || crossing->on_segment > 1) return std::nullopt;
+    return crossing->on_ray;
 }
 
 }  // namespace

@@ -35,12 +35,10 @@ CordonLine cordon_line_of(Document const& document, GlobalId const& id) {
 bool crosses(CordonLine const& cordon, Segment step, double height) {
     constexpr double reach_down = 2;
     constexpr double reach_up = 0.3;
-    auto const& [from, to] = cordon.line;
-    bool const was_left = orientation(from, to, step.from) > 0;
-    bool const is_left = orientation(from, to, step.to) > 0;
-    if (was_left == is_left || !cordon.counts[is_left ? 0 : 1]) return false;
+    bool const ends_left = side_of(cordon.line, step.to) > 0;
+    if (!cordon.counts[ends_left ? 0 : 1]) return false;
     if (height < cordon.low - reach_down || height > cordon.high + reach_up) return false;
-    return (orientation(step.from, step.to, from) > 0) != (orientation(step.from, step.to, to) > 0);
+    return cross_each_other(cordon.line, step);
 }
 
 }  // namespace pedflux::engine

@@ -11,9 +11,8 @@
 namespace pedflux::engine {
 
 /// An agent's moment of which a test says what is true: relations to objects by their names, and numbers.
-template <class Situation>
-struct Moment : Situation {
-    explicit Moment(SymbolTable const& all) : symbols(all) {}
+struct TestMoment : TestSituation {
+    explicit TestMoment(SymbolTable const& all) : symbols(all) {}
 
     SymbolTable const& symbols;
     std::set<std::pair<std::string_view, std::string>> facts;
@@ -28,10 +27,6 @@ struct Moment : Situation {
     bool has_profile(SymbolIndex profile) const override { return is("has profile", profile); }
     bool is_in(SymbolIndex area) const override { return is("in", area); }
     bool holds(SymbolIndex token) const override { return is("holds", token); }
-};
-
-struct TestMoment : Moment<TestSituation> {
-    using Moment::Moment;
 
     double seconds_here = 0;
     ChanceKey key{1, 2, 3};
@@ -52,31 +47,6 @@ struct TestMoment : Moment<TestSituation> {
     double tally(SymbolIndex tally) const override { return tallies.at(tally); }
     double clock() const override { return now; }
     double time(SymbolIndex time) const override { return times.at(time); }
-};
-
-struct FilterMoment : Moment<FilterSituation> {
-    using Moment::Moment;
-
-    AgentStateAtSimulationEnd end = AgentStateAtSimulationEnd::INSIDE;
-    AgentActivity doing = AgentActivity::STANDING;
-    std::set<SymbolIndex> transitions;
-    std::set<SymbolIndex> trips;
-    double metres_per_second = 0;
-    double density = 0;
-    double nearest = 10;  ///< metres
-    double nearest_in_sight = 20;
-
-    AgentStateAtSimulationEnd end_state() const override { return end; }
-    bool exited_at(SymbolIndex place) const override { return is("exited at", place); }
-    AgentActivity activity() const override { return doing; }
-    bool is_at(SymbolIndex server) const override { return is("at", server); }
-    bool makes(SymbolIndex transition) const override { return transitions.contains(transition); }
-    bool is_on(SymbolIndex trip) const override { return trips.contains(trip); }
-    double speed() const override { return metres_per_second; }
-    double local_density() const override { return density; }
-    bool has_neighbor_within(double distance, bool ignore_barriers) const override {
-        return (ignore_barriers ? nearest : nearest_in_sight) <= distance;
-    }
 };
 
 }  // namespace pedflux::engine

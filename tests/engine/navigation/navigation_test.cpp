@@ -85,7 +85,7 @@ TEST(Navigation, AgreesWithEveryPairOfCornersInRandomHalls) {
     EXPECT_GT(compared, 2000);
 }
 
-/// Follows the steps in strides of 0.1 m, aiming at the way point or at the nearest point of the target, and returns
+/// Follows the steps in strides of 0.1 m, aiming at the route point or at the nearest point of the target, and returns
 /// the metres walked.
 double walked(Navigation const& navigation, std::vector<Connection> const& connections, RegionIndex region, Point point,
               bool spread) {

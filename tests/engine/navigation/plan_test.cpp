@@ -1,4 +1,3 @@
-#include "engine/geometry/plan_faults.h"
 #include "engine/geometry/polygons.h"
 #include "tests/engine/navigation/plans.h"
 
@@ -6,13 +5,10 @@
 
 #include <limits>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace pedflux::engine::navigation::testing {
 namespace {
-
-using ::testing::HasSubstr;
 
 TEST(Plan, UnitesTrianglesIntoWholePolygons) {
     // A floor of 100 by 50 cells of 1 m, two triangles each, a hole of 10 by 10 cells, given in mixed orientation.
@@ -64,38 +60,6 @@ TEST(Plan, RefusesWhatIsNotAPlan) {
     EXPECT_THROW(united(Polygons{{rectangle({0, 0}, {1, not_a_number}), {}}}), Exception);
     EXPECT_THROW(united(Polygons{{rectangle({0, 0}, {20000, 1}), {}}}), Exception);
     EXPECT_THROW(offset({{rectangle({0, 0}, {1, 1}), {}}}, not_a_number), Exception);
-}
-
-TEST(Plan, NamesTheFaultAndThePlace) {
-    Ring const square = rectangle({0, 0}, {10, 10});
-    struct Case {
-        Polygon polygon;
-        char const* fault;
-    };
-    Case const cases[] = {
-        {{{{0, 0}, {1, 1}}, {}}, "2 corners"},
-        {{{{0, 0}, {4, 4}, {4, 0}, {0, 4}}, {}}, "crosses or touches itself at (2, 2)"},
-        {{{{0, 0}, {4, 0}, {4, 4}, {2, 0}, {0, 4}}, {}}, "touches itself at (2, 0)"},
-        {{{{0, 0}, {4, 0}, {2, 0}}, {}}, "runs back over itself"},
-        {{{{0, 0}, {0, 0}, {4, 0}, {2, 3}}, {}}, "(0, 0) twice in a row"},
-        {{{{0, 0}, {4, 0}, {std::numeric_limits<double>::infinity(), 3}}, {}}, "corner 2"},
-        {{square, {rectangle({11, 1}, {12, 2})}}, "hole 0, which begins at (11, 1), lies outside"},
-        {{square, {rectangle({5, 5}, {15, 6})}}, "two boundaries cross at (10,"},
-        {{square, {rectangle({1, 1}, {2, 2}), rectangle({10, 3}, {11, 4})}}, "run along each other"},
-        {{square, {rectangle({1, 1}, {5, 5}), rectangle({2, 2}, {3, 3})}},
-         "hole 1, which begins at (2, 2), lies in hole 0"},
-    };
-    for (Case const& plan : cases) {
-        auto const fault = fault_of(plan.polygon);
-        ASSERT_TRUE(fault.has_value()) << plan.fault;
-        EXPECT_THAT(*fault, HasSubstr(plan.fault));
-    }
-    EXPECT_FALSE(fault_of(Polygon{square, {rectangle({1, 1}, {2, 2}), {{2, 2}, {3, 5}, {4, 3}}}}).has_value());
-    EXPECT_FALSE(fault_of(Polygon{square, {{{0, 5}, {2, 4}, {2, 6}}}}).has_value());
-
-    EXPECT_EQ(closed_ring({{0, 0}, {1, 0}, {0, 1}, {0, 0}}).size(), 3U);
-    EXPECT_THROW(closed_ring({{0, 0}, {1, 0}, {0, 1}, {0, 2}}), Exception);
-    EXPECT_THROW(closed_ring({{0, 0}, {1, 0}, {0, 0}}), Exception);
 }
 
 }  // namespace

@@ -10,14 +10,14 @@ namespace pedflux::engine::navigation {
 struct WayThrough {
     /// Length of the way.
     double distance = 0;
-    /// Where it crosses the line.
+    /// The crossing with the line.
     Point point;
 };
 
-/// The shortest way from a point to somewhere through a line, when the rest of the way is `from_rest` long at one end
-/// of the line and `to_rest` at the other, and changes evenly in between; `factor` is the length of a metre of plan.
-/// Fermat's principle: the way meets the line at the angle whose cosine is the change of the rest per length (Sethian
-/// and Vladimirsky use the same update in "Fast methods for the Eikonal equation on unstructured meshes", 2000).
+/// The shortest way from a point across a line when the remaining distance is `from_rest` at one end of the line and
+/// `to_rest` at the other, linear in between. `factor` is the length of a metre of the plane. By Fermat's principle the
+/// way meets the line at the angle whose cosine is the change of the remaining distance per length. The same update is
+/// used by Sethian and Vladimirsky, "Fast methods for the Eikonal equation on unstructured meshes", 2000.
 inline WayThrough way_through(Point point, Segment line, double from_rest, double to_rest, double factor) {
     double const size = length(line);
     if (size == 0) return {factor * distance(point, line.from) + std::min(from_rest, to_rest), line.from};
