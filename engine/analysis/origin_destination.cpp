@@ -117,11 +117,11 @@ std::shared_ptr<TableData const> counts_across_area(QueryContext& context) {
             if (!visit.exit || !counts_in_range(context, visit.enter, *visit.exit)) continue;
             std::string from = context.name_of(person.origin);
             std::string to = context.name_of(person.destination);
-            for (auto const& visit : visits) {
-                if (visit.last < visit.enter) from = surfaces[visit.surface].name;
+            for (auto const& there : visits) {
+                if (there.last < visit.enter) from = surfaces[there.surface].name;
             }
             auto const next =
-                std::ranges::find_if(visits, [&](Visit const& visit) { return visit.first >= *visit.exit; });
+                std::ranges::find_if(visits, [&](SurfaceVisit const& there) { return there.first >= *visit.exit; });
             if (next != visits.end()) to = surfaces[next->surface].name;
             if (next == visits.end() && !person.arrived) continue;
             origins.insert(from);

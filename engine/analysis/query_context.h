@@ -32,8 +32,8 @@ class QueryContext {
     bool is_in_range(int frame) const { return query_.time.start <= clock(frame) && clock(frame) <= query_.time.end; }
 
     Visits const& visits() {
-        if (!stays_) stays_ = visits_of(*reader_);
-        return *stays_;
+        if (!visits_) visits_ = visits_of(*reader_);
+        return *visits_;
     }
     RunPlace place(GlobalId const& id) const { return place_of(document_, *reader_, id); }
     /// The name of an object in the project, or its identifier when it is no longer there; empty for no object.
@@ -57,7 +57,7 @@ class QueryContext {
     Document const& document_;
     TableQueryState const& query_;
     std::shared_ptr<RunReader> reader_;
-    std::optional<Visits> stays_;
+    std::optional<Visits> visits_;
 };
 
 }  // namespace pedflux::engine
