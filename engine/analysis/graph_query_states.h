@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/analysis/graph_query_list.h"
 #include "engine/analysis/query_states.h"
 
 #include <pedflux/graph_queries.h>
@@ -44,12 +45,6 @@ PEDFLUX_QUERY_PART(OfTallies, std::vector<GlobalId>, tallies, {}, "tallyObjects"
 PEDFLUX_QUERY_PART(OfVolumes, std::vector<GlobalId>, volumes, {}, "volumes", self.volumes,
                    refers_to_kind<ObjectType::VOLUME>("a volume"))
 
-PEDFLUX_QUERY(PopulationCountGraphQuery, GraphQueryState, Filtered, OfAreas)
-PEDFLUX_QUERY(FlowCountGraphQuery, GraphQueryState, Filtered, OfTransitions)
-PEDFLUX_QUERY(CumulativeFlowCountGraphQuery, GraphQueryState, Filtered, OfTransitions)
-PEDFLUX_QUERY(AgentDensityGraphQuery, GraphQueryState, Filtered, Sampled)
-PEDFLUX_QUERY(AgentSpeedRatioGraphQuery, GraphQueryState, Filtered, InSpeedColors)
-PEDFLUX_QUERY(TallyGraphQuery, GraphQueryState, SeveralRuns, OfTallies, Sampled, Aggregated)
-PEDFLUX_QUERY(VolumeDensityGraphQuery, GraphQueryState, SeveralRuns, OfVolumes)
+PEDFLUX_GRAPH_QUERIES(PEDFLUX_QUERY_STATE)
 
 }  // namespace pedflux::engine

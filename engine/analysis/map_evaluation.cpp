@@ -136,33 +136,32 @@ class Evaluation {
     Selection selection_;
 };
 
-/// The measures of density; one over the frames of a range, given what is known of a pixel over them.
-double density_value(MapQueryType type, DensityField::OverTime const& over_time, int frames, int frame_rate) {
-    auto const ratio = [](double part, double whole) { return whole > 0 ? part / whole : 0; };
-    switch (type) {
-        case MapQueryType::AVERAGE_DENSITY:
-            return ratio(over_time.sum, frames);
-        case MapQueryType::NON_ZERO_AVERAGE_DENSITY:
-            return ratio(over_time.sum, over_time.frames_with_persons);
-        case MapQueryType::EXPERIENCED_DENSITY:
-            return ratio(over_time.sum_of_squares, over_time.sum);
-        case MapQueryType::MAX_DENSITY:
-            return over_time.greatest;
-        case MapQueryType::TIME_ABOVE_DENSITY:
-            return ratio(over_time.frames_above, frame_rate);
-        default:
-            return over_time.last;
-    }
+/// A measure of density over the frames of a range.
+using DensityMeasure = double (*)(DensityField::OverTime const& density, int frames, int frame_rate);
+
+double ratio(double part, double whole) { return whole > 0 ? part / whole : 0; }
+double average_density(DensityField::OverTime const& density, int frames, int) { return ratio(density.sum, frames); }
+double average_density_while_near(DensityField::OverTime const& density, int, int) {
+    return ratio(density.sum, density.frames_with_persons);
+}
+double experienced_density(DensityField::OverTime const& density, int, int) {
+    return ratio(density.sum_of_squares, density.sum);
+}
+double greatest_density(DensityField::OverTime const& density, int, int) { return density.greatest; }
+double last_density(DensityField::OverTime const& density, int, int) { return density.last; }
+double seconds_above_density(DensityField::OverTime const& density, int, int frame_rate) {
+    return ratio(density.frames_above, frame_rate);
 }
 
-Maps density_maps(Evaluation evaluation, MapQueryType type) {
+template <DensityMeasure measure>
+Maps density_maps(Evaluation evaluation) {
     auto const* const above = part_of<AboveDensity>(evaluation.query);
     std::vector<DensityField> fields;
     for (auto const& on : evaluation.shown) {
         fields.emplace_back(on.raster, above ? above->threshold : std::numeric_limits<double>::infinity());
     }
-    auto const [first, last] = evaluation.range();
-    for (int frame = first; frame <= last; ++frame) {
+    auto const range = evaluation.range();
+    for (int frame = range.first; frame <= range.last; ++frame) {
         evaluation.for_each_shown(evaluation.reader().frame(frame), [&](Shown& on, AgentFrame const& person) {
             fields[static_cast<std::size_t>(&on - evaluation.shown.data())].add_person(static_cast<double>(person.x),
                                                                                        static_cast<double>(person.z));
@@ -173,8 +172,7 @@ Maps density_maps(Evaluation evaluation, MapQueryType type) {
     for (std::size_t i = 0; i < fields.size(); ++i) {
         auto& values = evaluation.shown[i].values;
         for (std::size_t pixel = 0; pixel < values.size(); ++pixel) {
-            values[pixel] =
-                static_cast<float>(density_value(type, fields[i].at(pixel), fields[i].frames(), frame_rate));
+            values[pixel] = static_cast<float>(measure(fields[i].at(pixel), fields[i].frames(), frame_rate));
         }
     }
     return evaluation.maps();
@@ -309,6 +307,25 @@ Maps greatest_proximity_maps(Evaluation evaluation, std::int64_t frames_per_samp
     return evaluation.maps();
 }
 
+Maps instantaneous_proximity_maps(Evaluation evaluation) { return greatest_proximity_maps(std::move(evaluation), 1); }
+
+Maps maximum_proximity_maps(Evaluation evaluation) {
+    std::int64_t const frame_rate = evaluation.reader().info().frame_rate;
+    auto const period = part_of<SampledSometimes>(evaluation.query)->period * frame_rate;
+    return greatest_proximity_maps(std::move(evaluation), period);
+}
+
+using Evaluate = Maps (*)(Evaluation evaluation);
+
+Evaluate evaluation_of(MapQueryType type) {
+#define CASE(Query, Queries, TYPE, made, evaluation, ...) \
+    case MapQueryType::TYPE:                              \
+        return evaluation;
+    switch (type) { PEDFLUX_MAP_QUERIES(CASE) }
+#undef CASE
+    return nullptr;
+}
+
 LevelOfServiceStandard standard_of(LevelOfServiceColorFunctionTypeId scale, bool is_stair) {
     using Scale = LevelOfServiceColorFunctionTypeId;
     switch (scale) {
@@ -329,37 +346,9 @@ LevelOfServiceStandard standard_of(LevelOfServiceColorFunctionTypeId scale, bool
 }  // namespace
 
 std::vector<std::shared_ptr<Map>> maps_of(Document const& document, MapQueryState const& query, MapQueryType type) {
-    switch (type) {
-        case MapQueryType::AVERAGE_DENSITY:
-        case MapQueryType::EXPERIENCED_DENSITY:
-        case MapQueryType::INSTANTANEOUS_DENSITY:
-        case MapQueryType::MAX_DENSITY:
-        case MapQueryType::NON_ZERO_AVERAGE_DENSITY:
-        case MapQueryType::TIME_ABOVE_DENSITY:
-            return density_maps({document, query}, type);
-        case MapQueryType::AGENT_COUNT:
-            return count_maps({document, query});
-        case MapQueryType::AGENT_PATH:
-            return path_maps({document, query});
-        case MapQueryType::AGENT_TIME_TO_EXIT:
-            return exit_maps({document, query});
-        case MapQueryType::TIME_OCCUPIED:
-            return occupied_maps({document, query});
-        case MapQueryType::TIME_UNTIL_CLEAR:
-            return clear_maps({document, query});
-        case MapQueryType::INSTANTANEOUS_PROXIMITY:
-            return greatest_proximity_maps({document, query}, 1);
-        case MapQueryType::TIME_IN_PROXIMITY:
-            return time_in_proximity_maps({document, query});
-        case MapQueryType::MAXIMUM_PROXIMITY: {
-            Evaluation evaluation(document, query);
-            std::int64_t const frame_rate = evaluation.reader().info().frame_rate;
-            return greatest_proximity_maps(std::move(evaluation),
-                                           part_of<SampledSometimes>(query)->period * frame_rate);
-        }
-        default:
-            refuse(title_of(query) + " is of a kind that cannot be evaluated yet");
-    }
+    auto const evaluate = evaluation_of(type);
+    if (!evaluate) refuse_unevaluated(query);
+    return evaluate({document, query});
 }
 
 std::shared_ptr<ColorFunction> density_colors(Document const& document, DensityMapQueryState const& query,

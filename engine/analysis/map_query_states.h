@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/analysis/map_query_list.h"
 #include "engine/analysis/query_states.h"
 
 #include <pedflux/map_queries.h>
@@ -66,25 +67,8 @@ struct CloseTogether {
     }
 };
 
-PEDFLUX_QUERY(AverageDensityMapQuery, DensityMapQueryState, Timed)
-PEDFLUX_QUERY(MaxDensityMapQuery, DensityMapQueryState, Timed)
-PEDFLUX_QUERY(NonZeroAverageDensityMapQuery, DensityMapQueryState, Timed)
-PEDFLUX_QUERY(ExperiencedDensityMapQuery, DensityMapQueryState, Timed)
-PEDFLUX_QUERY(InstantaneousDensityMapQuery, DensityMapQueryState)
-PEDFLUX_QUERY(AgentCountMapQuery, MapQueryState, Filtered, Colored, Timed)
-PEDFLUX_QUERY(AgentTimeToExitMapQuery, MapQueryState, Filtered, Colored, Timed)
-PEDFLUX_QUERY(TimeOccupiedMapQuery, MapQueryState, Filtered, Colored, Timed)
-PEDFLUX_QUERY(TimeUntilClearMapQuery, MapQueryState, Filtered, Colored, Timed)
-PEDFLUX_QUERY(TimeAboveDensityMapQuery, MapQueryState, Colored, Timed, AboveDensity)
-PEDFLUX_QUERY(AgentPathMapQuery, MapQueryState, Filtered, Timed)
-PEDFLUX_QUERY(InstantaneousProximityMapQuery, MapQueryState, Filtered, Colored, CloseTogether)
-PEDFLUX_QUERY(TimeInProximityMapQuery, MapQueryState, Filtered, Colored, Timed, CloseTogether)
-PEDFLUX_QUERY(MaximumProximityMapQuery, MapQueryState, Filtered, Colored, Timed, CloseTogether, SampledSometimes)
-PEDFLUX_QUERY(DynamicPathMapQuery, MapQueryState, Filtered)
-PEDFLUX_QUERY(VisionCountMapQuery, MapQueryState, Filtered, Colored, Timed)
-PEDFLUX_QUERY(VisionTimeMapQuery, MapQueryState, Filtered, Colored, Timed)
-PEDFLUX_QUERY(VisionTimeAboveCountMapQuery, MapQueryState, Filtered, Colored, Timed)
-PEDFLUX_QUERY(StaticCostMapQuery, MapQueryState, Colored, LeadsTo)
-PEDFLUX_QUERY(StaticDistanceMapQuery, MapQueryState, Colored, LeadsTo)
+struct StaticMapQueryState : MadeOf<MapQueryState, Colored, LeadsTo> {};
+
+PEDFLUX_MAP_QUERIES(PEDFLUX_QUERY_STATE)
 
 }  // namespace pedflux::engine

@@ -13,6 +13,7 @@
 #include <pedflux/agent_filters.h>
 #include <pedflux/aggregation.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <memory>
@@ -20,9 +21,20 @@
 #include <string_view>
 #include <vector>
 
-/// The states of queries are put together from parts that many of them share. The parts are listed once for each query:
+/// Queries are put together from parts that many of them share. Each kind of query is one line of map_query_list.h,
+/// graph_query_list.h or table_query_list.h:
 ///
-///     PEDFLUX_QUERY(TimeOccupiedMapQuery, MapQueryState, Filtered, Colored, Timed)
+///     QUERY(TimeOccupiedMapQuery, TimeOccupiedMapQueries, TIME_OCCUPIED, OF_RUN, occupied_maps, MapQueryState,
+///     Filtered,
+///           Colored, Timed)
+///
+/// In this order: the class of the SDK; the class in the plural, as in the name of the project's list; the value of the
+/// family's enumeration of types; how a project makes one (kind_table.h); the function that evaluates it, or
+/// not_evaluated_yet; the state that it derives from, which is that of its base class in the SDK; and its parts. The
+/// state, the operations of its parts, the type's number, factory, lookups and list of the project, saving and the
+/// choice of the evaluation follow from the line. A type without a line does not compile.
+///
+/// A part is a struct with fields here and its operations in query_handles.h, as PEDFLUX_OPERATIONS_<part>.
 namespace pedflux::engine {
 
 PEDFLUX_NAMES(ColorTransition, {{ColorTransition::STEPS, "STEPS"}, {ColorTransition::GRADUAL, "GRADUAL"}});
@@ -96,6 +108,8 @@ struct QueryState : ObjectState {
 
 /// Never changed, replaced; empty: everybody.
 PEDFLUX_QUERY_PART(Filtered, std::shared_ptr<AgentFilter>, filter, {}, "agentFilter", self.filter)
+/// The same where the SDK has no operation that reads it.
+struct WriteOnlyFilter : Filtered {};
 PEDFLUX_QUERY_PART(Timed, TimeSpan, time, {}, "timeRange", self.time)
 PEDFLUX_QUERY_PART(Aggregated, AggregationType, aggregation, = AggregationType::MEAN, "aggregationType",
                    self.aggregation)
@@ -119,10 +133,16 @@ struct MadeOf : Parts... {
     }
 };
 
-#define PEDFLUX_QUERY(Query, ...)                        \
-    struct Query##State : MadeOf<__VA_ARGS__> {          \
-        static constexpr std::string_view NAME = #Query; \
-        using Handle = Query;                            \
+#define PEDFLUX_QUERY_STATE(Query, Queries, TYPE, made, evaluation, ...) \
+    struct Query##State : MadeOf<__VA_ARGS__> {                          \
+        static constexpr std::string_view NAME = #Query;                 \
+        using Handle = Query;                                            \
     };
+
+/// In the place of an evaluation: queries of the kind are set, saved and opened.
+inline constexpr std::nullptr_t not_evaluated_yet = nullptr;
+
+/// Throws Exception: a query of a kind that is not evaluated yet.
+[[noreturn]] void refuse_unevaluated(QueryState const& query);
 
 }  // namespace pedflux::engine

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/analysis/query_states.h"
+#include "engine/analysis/table_query_list.h"
 #include "engine/behaviour/population/trip.h"
 
 #include <pedflux/table_queries.h>
@@ -165,28 +166,6 @@ struct SocialCost {
 
 struct OriginDestinationMatrixTableQueryState : MadeOf<TableQueryState, Filtered, WrittenAs, CountedIfInRange> {};
 
-PEDFLUX_QUERY(AgentAreaTimeTableQuery, TableQueryState, Filtered, InAreas)
-PEDFLUX_QUERY(AgentElevatorTripTimeTableQuery, TableQueryState, Filtered, OfElevators, FromStops, ToStops,
-              ViewedByElevator, CountedIfInRange)
-PEDFLUX_QUERY(AgentElevatorWaitTimeTableQuery, TableQueryState, Filtered, OfElevators, AtStops, ViewedByElevator,
-              CountedIfInRange)
-PEDFLUX_QUERY(AgentLevelOfServiceTimeTableQuery, TableQueryState, Filtered)
-PEDFLUX_QUERY(AgentProcessChainTimeTableQuery, TableQueryState, Filtered, BetweenServers)
-PEDFLUX_QUERY(AgentProximityTableQuery, TableQueryState, Filtered, OfEncounters)
-PEDFLUX_QUERY(AgentSocialCostTableQuery, TableQueryState, Filtered, SocialCost)
-PEDFLUX_QUERY(AgentSummaryTableQuery, TableQueryState, Filtered)
-PEDFLUX_QUERY(AgentTimetableSummaryTableQuery, TableQueryState, Filtered, OfTimetable)
-PEDFLUX_QUERY(AgentTokenTimeTableQuery, TableQueryState, Filtered, WithTokens)
-PEDFLUX_QUERY(AgentTransitionTableQuery, TableQueryState, Filtered, AtTransition)
-PEDFLUX_QUERY(AgentTripTimeTableQuery, TableQueryState, Filtered, OnTrip)
-PEDFLUX_QUERY(AreaOriginDestinationCountTableQuery, OriginDestinationMatrixTableQueryState, AcrossArea)
-PEDFLUX_QUERY(ElevatorTimeWithoutServiceTableQuery, TableQueryState, OfElevators, ViewedByElevator, CountedIfInRange)
-PEDFLUX_QUERY(ExpectedDemandODCountTableQuery, TableQueryState, OfExpectedDemand, WrittenAs)
-PEDFLUX_QUERY(ServerSummaryTableQuery, TableQueryState, SeveralRuns, Filtered, OfServers, Aggregated)
-PEDFLUX_QUERY(SimulationOriginDestinationCountTableQuery, OriginDestinationMatrixTableQueryState, BetweenPortals)
-PEDFLUX_QUERY(SimulationOriginDestinationSocialCostTableQuery, OriginDestinationMatrixTableQueryState, SocialCost,
-              Aggregated, ShownAs)
-PEDFLUX_QUERY(SimulationOriginDestinationTimeTableQuery, OriginDestinationMatrixTableQueryState, BetweenPortals,
-              Aggregated)
+PEDFLUX_TABLE_QUERIES(PEDFLUX_QUERY_STATE)
 
 }  // namespace pedflux::engine
