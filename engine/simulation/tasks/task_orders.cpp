@@ -76,7 +76,7 @@ void forget_done_orders(BehaviourProgram& rules, Places& places, std::span<TaskS
         node.objects.first = plan.objects.size();
         std::copy_n(goals, node.objects.count, std::back_inserter(plan.objects));
         keep(plan.times, times, first.first_time, node.time);
-        keep(plan.laws, laws, first.first_law, node.law);
+        keep(plan.laws, laws, first.first_law, node.spec);
         keep(plan.styles, styles, first.first_style, node.style);
         numbers[i] = static_cast<int>(plan.nodes.size());
         plan.nodes.push_back(node);
