@@ -35,6 +35,7 @@ class RunReader {
     /// In the order of agents, each agent's in the order of time.
     std::vector<Episode> const& episodes() const { return episodes_; }
     RecordedProject const& project() const { return project_; }
+    std::int64_t format() const { return format_; }
     /// Whether the run was recorded with activities, tokens, servers and the events that agents come from.
     bool tells_doings() const { return format_ >= format_with_doings; }
     /// The number of the object's surface; none if the run has no such object.
@@ -68,8 +69,11 @@ class RunReader {
     std::mutex mutex_;
 };
 
-/// Throws Exception when the run was recorded without it.
-void require_doings(RunReader const& reader, std::string const& what);
+/// Throws Exception when the run has an older format than the one that added what is asked for.
+void require_recorded(RunReader const& reader, std::int64_t format, std::string const& what);
+inline void require_doings(RunReader const& reader, std::string const& what) {
+    require_recorded(reader, format_with_doings, what);
+}
 
 struct DatabaseAccess {
     /// The open reader. Throws Exception when the database is closed.
