@@ -18,7 +18,7 @@ namespace pedflux::engine {
 
 namespace {
 
-/// So many colours follow each other before the first comes again.
+/// The colours of series repeat after the last one.
 Color color_of_series(std::size_t number) {
     static std::array const colors{Color::BLUE,   Color::RED,  Color::GREEN, Color::ORANGE,
                                    Color::PURPLE, Color::TEAL, Color::BROWN, Color::DARK_GRAY};
@@ -38,7 +38,7 @@ struct QueryContext {
     RunReader& reader;
     FrameRange range;
 
-    /// Whether a window of time ends with a frame.
+    /// Whether a frame is the last of a time window.
     bool ends_window(int frame) const {
         return frame % (std::int64_t{query.window} * reader.info().frame_rate) == 0 || frame == range.last;
     }
@@ -72,7 +72,7 @@ std::vector<SeriesData> population_counts(QueryContext const& context) {
     return series;
 }
 
-/// What a transition is called in a legend: its kind and the objects that it names.
+/// The legend of a transition: its kind and the objects that it refers to.
 std::string name_of(Transition const& transition, Document const& document) {
     NodeState const& node = node_of(transition);
     std::vector<Reference> objects;
@@ -85,14 +85,14 @@ std::string name_of(Transition const& transition, Document const& document) {
     return name;
 }
 
-/// The frames in which selected persons pass, for each series.
+/// The frames in which selected persons pass, by series.
 std::vector<std::vector<int>> frames_of_passages(QueryContext const& context,
                                                  std::vector<std::vector<Passage>> const& passages,
                                                  std::shared_ptr<AgentFilter> const& filter) {
     Selection const selection(filter, context.document, context.reader);
     std::vector<std::vector<int>> frames(passages.size());
     std::vector<std::size_t> next(passages.size());
-    // Who leaves the simulation is judged by the last frame that shows it.
+    // A person who leaves the simulation counts by the last frame that shows them.
     std::vector<bool> selected(context.reader.agents().size());
     for (int frame = first_frame; frame <= context.range.last + 1; ++frame) {
         if (frame <= context.reader.last_frame()) {
@@ -112,7 +112,7 @@ std::vector<std::vector<int>> frames_of_passages(QueryContext const& context,
 
 enum class Counted { IN_WINDOW, SINCE_START };
 
-/// How many pass in each window, or have passed by its end.
+/// The number of transitions in each window, or up to its end.
 std::vector<SeriesData> flow_counts(QueryContext const& context, Counted counted) {
     auto const& transitions = dynamic_cast<OfTransitions const&>(context.query).transitions;
     auto const all = passages_of(context.reader, visits_of(context.reader));

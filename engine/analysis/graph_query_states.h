@@ -34,11 +34,11 @@ struct GraphQueryState : MadeOf<QueryState, Timed> {
     }
 };
 
-PEDFLUX_QUERY_PART(OfAreas, std::vector<GlobalId>, areas, {}, "areas", self.areas, WALKABLE_AREAS)
-/// Never changed, replaced.
+PEDFLUX_QUERY_PART(OfAreas, std::vector<GlobalId>, areas, {}, "areas", self.areas, walkable_areas)
+/// Immutable; setters replace it.
 PEDFLUX_QUERY_PART(OfTransitions, std::vector<std::shared_ptr<Transition>>, transitions, {}, "transitions",
                    self.transitions, REQUIRED)
-/// Never changed, replaced; empty: the usual ones.
+/// Immutable; setters replace it. Empty: the default colours.
 PEDFLUX_QUERY_PART(InSpeedColors, std::shared_ptr<ColorFunction>, colors, {}, "speedRatioColorFunction", self.colors)
 PEDFLUX_QUERY_PART(OfTallies, std::vector<GlobalId>, tallies, {}, "tallyObjects", self.tallies,
                    refers_to_kind<ObjectType::TALLY_OBJECT>("a tally object"))

@@ -18,22 +18,22 @@ PEDFLUX_NAMES(LevelOfServiceColorFunctionTypeId,
                {LevelOfServiceColorFunctionTypeId::FRUIN_PLATFORM, "FRUIN_PLATFORM"},
                {LevelOfServiceColorFunctionTypeId::IATA_WAIT_CIRCULATE, "IATA_WAIT_CIRCULATE"}});
 
-/// Maps that a query has found are kept with it; they are no part of what is saved.
+/// The maps of the last evaluation are kept with the query, but not saved.
 struct MapQueryState : QueryState {
     static constexpr ObjectType TYPE = ObjectType::MAP_QUERY;
 
     std::vector<GlobalId> display_objects;
-    std::vector<std::shared_ptr<Map>> maps;  ///< found and kept; empty until evaluated
+    std::vector<std::shared_ptr<Map>> maps;  ///< of the last evaluation; empty before
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         QueryState::fields(self, field);
-        field("mapDisplayObjects", self.display_objects, WALKABLES);
+        field("mapDisplayObjects", self.display_objects, walkables);
     }
 };
 
 struct DensityMapQueryState : MapQueryState {
-    std::shared_ptr<ColorFunction> custom_colors;  ///< never changed; empty: the scale below
+    std::shared_ptr<ColorFunction> custom_colors;  ///< immutable; empty: the scale below
     LevelOfServiceColorFunctionTypeId scale = LevelOfServiceColorFunctionTypeId::FRUIN_BY_OBJECT;
     ColorTransition transition = ColorTransition::STEPS;
 
@@ -46,13 +46,13 @@ struct DensityMapQueryState : MapQueryState {
     }
 };
 
-/// Never changed, replaced; empty: blue to red.
+/// Immutable; setters replace it. Empty: blue to red.
 PEDFLUX_QUERY_PART(Colored, std::shared_ptr<ColorFunction>, colors, {}, "colorFunction", self.colors)
 /// Persons per square metre.
 PEDFLUX_QUERY_PART(AboveDensity, double, threshold, = 1.08, "densityThreshold", self.threshold, NOT_NEGATIVE)
 /// Seconds.
 PEDFLUX_QUERY_PART(SampledSometimes, unsigned int, period, = 1, "samplePeriod", self.period, AT_LEAST_ONE)
-/// The object to which static maps measure; set once.
+/// The object to which static maps measure; set when the query is created.
 PEDFLUX_QUERY_PART(LeadsTo, GlobalId, object, {}, "object", self.object,
                    refers_to<NetworkObjectState>("a portal, floor, connection or other object that people reach"))
 

@@ -33,12 +33,12 @@ bool counts_in_range(QueryContext const& context, int start, int end) {
     return context.clock(start) <= time.end && context.clock(end) >= time.start;
 }
 
-/// Whom the filter selects; without one also who was never seen in a frame.
+/// The persons that the filter selects; without a filter also those that no frame shows.
 std::vector<bool> selected_in(QueryContext& context) {
     return query_of(context).filter ? context.selected() : std::vector(context.reader().agents().size(), true);
 }
 
-/// The seconds that persons took between two places, by their names.
+/// Travel times in seconds between two places, by their names.
 using Times = std::map<std::pair<std::string, std::string>, std::vector<double>>;
 using Value = std::function<Cell(std::vector<double> const&)>;
 

@@ -10,10 +10,10 @@
 #include <utility>
 #include <vector>
 
-/// What the setters and getters of queries come down to. The field can be one of a part of the query's state.
+/// The getters and setters of queries. A field may belong to a part of the state.
 namespace pedflux::engine {
 
-/// Maps that were found without a change are forgotten after it.
+/// A change of a query invalidates the maps of its last evaluation.
 inline void forget_maps(QueryState&) {}
 inline void forget_maps(MapQueryState& state) { state.maps.clear(); }
 
@@ -29,14 +29,14 @@ void set_part(SimObject& handle, Member Part::*member, Value&& value) {
     forget_maps(state);
 }
 
-/// Sets the list of runs of a query of several, and the run that stands for all of them.
+/// Sets the list of runs of a query of several runs, and its first one as the run of the query.
 template <class State>
 void set_runs(SimObject& handle, std::vector<GlobalId> const& runs) {
     set_part<State>(handle, &State::runs, runs);
     set_part<State>(handle, &State::run, runs.empty() ? std::nullopt : std::optional(runs.front()));
 }
 
-// The forms that properties of queries have.
+// The forms of properties.
 #define PEDFLUX_PROPERTY(Query, Type, Argument, Name, member)                                                        \
     Type Query::Get##Name() { return engine::get_part<engine::Query##State>(*this, &engine::Query##State::member); } \
     void Query::Set##Name(Argument value) {                                                                          \
@@ -55,7 +55,7 @@ void set_runs(SimObject& handle, std::vector<GlobalId> const& runs) {
     void Query::Set##Name(Argument value) {                                                  \
         engine::set_part<engine::Query##State>(*this, &engine::Query##State::member, value); \
     }
-/// A shared object of which the query keeps a copy and hands out copies.
+/// A shared object; the query keeps a copy and hands out copies.
 #define PEDFLUX_COPIED(Query, Type, Name, member)                                                             \
     std::shared_ptr<Type> Query::Get##Name() {                                                                \
         return engine::copy_of(engine::get_part<engine::Query##State>(*this, &engine::Query##State::member)); \
@@ -77,13 +77,13 @@ void set_runs(SimObject& handle, std::vector<GlobalId> const& runs) {
         engine::set_runs<engine::Query##State>(*this, runs);                               \
     }
 
-/// All that a line of a list of queries defines of its class: the type's number and the operations of the parts.
+/// What a line of a list of queries defines of its class: the number of its type and the operations of its parts.
 #define PEDFLUX_QUERY_HANDLE(Family, Query, TYPE, ...)                                \
     int Query::Get##Family##TypeId() { return static_cast<int>(Family##Type::TYPE); } \
     __VA_OPT__(PEDFLUX_RESCAN(PEDFLUX_OPERATIONS(Query, __VA_ARGS__)))
 
-// The operations of one part after the other. A macro is not expanded in its own expansion, so the next part waits for
-// the next scan; PEDFLUX_RESCAN makes enough of them for 15 parts.
+// The operations of the parts, one after the other. A macro does not expand within its own expansion, so each part
+// takes one more scan of the preprocessor; PEDFLUX_RESCAN has enough for 15 parts.
 #define PEDFLUX_OPERATIONS(Query, Part, ...) \
     PEDFLUX_OPERATIONS_##Part(Query) __VA_OPT__(PEDFLUX_OPERATIONS_AGAIN PEDFLUX_PARENTHESES(Query, __VA_ARGS__))
 #define PEDFLUX_OPERATIONS_AGAIN() PEDFLUX_OPERATIONS

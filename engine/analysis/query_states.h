@@ -24,17 +24,15 @@
 /// Queries are put together from parts that many of them share. Each kind of query is one line of map_query_list.h,
 /// graph_query_list.h or table_query_list.h:
 ///
-///     QUERY(TimeOccupiedMapQuery, TimeOccupiedMapQueries, TIME_OCCUPIED, OF_RUN, occupied_maps, MapQueryState,
-///     Filtered,
-///           Colored, Timed)
+///     QUERY(AgentPathMapQuery, AgentPathMapQueries, AGENT_PATH, OF_RUN, path_maps, MapQueryState, Filtered, Timed)
 ///
-/// In this order: the class of the SDK; the class in the plural, as in the name of the project's list; the value of the
-/// family's enumeration of types; how a project makes one (kind_table.h); the function that evaluates it, or
-/// not_evaluated_yet; the state that it derives from, which is that of its base class in the SDK; and its parts. The
-/// state, the operations of its parts, the type's number, factory, lookups and list of the project, saving and the
-/// choice of the evaluation follow from the line. A type without a line does not compile.
+/// The columns are the SDK's class; its plural, as in `Project::GetAgentPathMapQueries`; its value in the enumeration
+/// of types; the form of its factory (kind_table.h); the function that evaluates it, or not_evaluated_yet; the state of
+/// its base class; and its parts. The state, saving, the operations of the parts, the number of the type, the project's
+/// factory, lookups and list, and the dispatch of the evaluation follow from the line. A type without a line does not
+/// compile.
 ///
-/// A part is a struct with fields here and its operations in query_handles.h, as PEDFLUX_OPERATIONS_<part>.
+/// A part is a struct of fields, and the macro PEDFLUX_OPERATIONS_<part> that defines its operations (query_handles.h).
 namespace pedflux::engine {
 
 PEDFLUX_NAMES(ColorTransition, {{ColorTransition::STEPS, "STEPS"}, {ColorTransition::GRADUAL, "GRADUAL"}});
@@ -51,9 +49,9 @@ struct SharedValue<ColorFunction> {
     static std::shared_ptr<ColorFunction> make(ColorScale const& scale);
 };
 
-inline constexpr RefersTo A_RUN = refers_to<SimulationRunState>("a simulation run");
-inline constexpr RefersTo WALKABLES = refers_to<WalkableState>("a floor, link, stair, ramp or other walkable object");
-inline constexpr RefersTo WALKABLE_AREAS{"a walkable object or a zone", [](ObjectState const& object) {
+inline constexpr RefersTo a_run = refers_to<SimulationRunState>("a simulation run");
+inline constexpr RefersTo walkables = refers_to<WalkableState>("a floor, link, stair, ramp or other walkable object");
+inline constexpr RefersTo walkable_areas{"a walkable object or a zone", [](ObjectState const& object) {
                                              return dynamic_cast<WalkableState const*>(&object) ||
                                                     dynamic_cast<ZoneState const*>(&object);
                                          }};
@@ -72,7 +70,7 @@ inline void require(Subject const& subject, unsigned int value, Range const& ran
     require(subject, static_cast<double>(value), range);
 }
 
-/// Seconds after midnight; both belong to it.
+/// Seconds after midnight, both inclusive.
 struct TimeSpan {
     int start = 0;
     int end = std::numeric_limits<int>::max();
@@ -84,18 +82,18 @@ struct TimeSpan {
     }
 };
 
-/// What every query has.
+/// The fields of every query.
 struct QueryState : ObjectState {
     std::optional<GlobalId> run;
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
-        field("simulationRun", self.run, A_RUN);
+        field("simulationRun", self.run, a_run);
     }
 };
 
-/// A part of one field: its name, type, member with its default, and what else the list of fields says of it.
+/// A part of one field: its name, type, member, default value, and the entry in the list of fields.
 #define PEDFLUX_QUERY_PART(Part, Type, member, initial, ...) \
     struct Part {                                            \
         Type member initial;                                 \
@@ -106,9 +104,9 @@ struct QueryState : ObjectState {
         }                                                    \
     };
 
-/// Never changed, replaced; empty: everybody.
+/// Immutable; setters replace it. Empty: everybody.
 PEDFLUX_QUERY_PART(Filtered, std::shared_ptr<AgentFilter>, filter, {}, "agentFilter", self.filter)
-/// The same where the SDK has no operation that reads it.
+/// The same for queries whose filter the SDK can set but not get.
 struct WriteOnlyFilter : Filtered {};
 PEDFLUX_QUERY_PART(Timed, TimeSpan, time, {}, "timeRange", self.time)
 PEDFLUX_QUERY_PART(Aggregated, AggregationType, aggregation, = AggregationType::MEAN, "aggregationType",
@@ -116,15 +114,15 @@ PEDFLUX_QUERY_PART(Aggregated, AggregationType, aggregation, = AggregationType::
 /// Seconds.
 PEDFLUX_QUERY_PART(Sampled, int, sampling_period, = 1, "samplingPeriodInSeconds", self.sampling_period, AT_LEAST_ONE)
 /// The first of them is the query's run.
-PEDFLUX_QUERY_PART(SeveralRuns, std::vector<GlobalId>, runs, {}, "simulationRuns", self.runs, A_RUN)
+PEDFLUX_QUERY_PART(SeveralRuns, std::vector<GlobalId>, runs, {}, "simulationRuns", self.runs, a_run)
 
-/// The value, or what stands for none.
+/// The value, or a default-constructed one.
 template <class T>
 T or_none(std::optional<T> const& value) {
     return value.value_or(T{});
 }
 
-/// A state of the fields of its parts, in their order.
+/// A state with the fields of its parts, in their order.
 template <class... Parts>
 struct MadeOf : Parts... {
     template <class Self, class Field>
@@ -139,10 +137,10 @@ struct MadeOf : Parts... {
         using Handle = Query;                                            \
     };
 
-/// In the place of an evaluation: queries of the kind are set, saved and opened.
+/// The evaluation of a kind that can be set, saved and opened only.
 inline constexpr std::nullptr_t not_evaluated_yet = nullptr;
 
-/// Throws Exception: a query of a kind that is not evaluated yet.
+/// Throws Exception: the query is of a kind that cannot be evaluated yet.
 [[noreturn]] void refuse_unevaluated(QueryState const& query);
 
 }  // namespace pedflux::engine

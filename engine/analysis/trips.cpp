@@ -14,7 +14,7 @@ std::optional<int> moment_of(Visit const& visit, TripBoundaryMethod boundary) {
 /// The visits of each place of a path, by one person.
 using VisitsOfPath = std::vector<std::vector<Visit>>;
 
-/// The first trip whose start lies not before a frame.
+/// The first trip that starts at a frame or later.
 std::optional<TripMade> next_trip(TripPath const& path, VisitsOfPath const& visits, int not_before) {
     auto const& starts = visits.front();
     auto const start = std::ranges::find_if(starts, [&](Visit const& visit) {

@@ -10,7 +10,7 @@
 ///
 ///     ACTION(Floor, FloorState, Enter, enter_action)
 ///
-/// Without an action the copy is empty; setting an empty action takes it away.
+/// Without an action the copy is empty; setting an empty action clears it.
 #define ACTION(Class, State, Name, field)                                                 \
     bool Class::Has##Name##Action() { return engine::has(*this, &engine::State::field); } \
     std::shared_ptr<AgentAction> Class::Get##Name##ActionCopy() {                         \

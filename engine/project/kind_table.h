@@ -15,18 +15,18 @@
 #include <utility>
 #include <vector>
 
-/// What a line of the lists of kinds (kind_list.h, analysis/map_query_list.h and its like) defines: the kind of its
-/// state, its factory, its lookups and its list. Stands in namespace pedflux. The factories:
+/// Defines the lines of the lists of kinds (kind_list.h, engine/analysis/map_query_list.h and its like): the kind of
+/// the state, and the factory, lookups and list of the project. Used in namespace pedflux. The forms of factories:
 ///
 ///     KIND(Token, Tokens, NAMED)                             takes a name
 ///     KIND(Floor, Floors, FROM_MESH)                         a name and the mesh that becomes its geometry
 ///     KIND(Path, Paths, FROM_GEOMETRY, PolylineGeometry)     the same with another shape
 ///     KIND(Dispatch, Dispatches, FROM_FIELD, Vec3d, position)
 ///                                                            a name and the value of one field of its state
-///     KIND(Avatar, Avatars, BY_HAND)                         stands beside the table
+///     KIND(Avatar, Avatars, BY_HAND)                         is written beside the table
 ///
-/// and of queries, beside NAMED: OF_RUN takes a name and the run that it asks about, OF_RUNS one or several of them,
-/// OF_OBJECT the object that it is about.
+/// Factories of queries take, besides the name, the run that is evaluated (OF_RUN), one or several runs (OF_RUNS), the
+/// object that is measured (OF_OBJECT) or nothing (NAMED).
 namespace pedflux::engine {
 
 /// The handle of an object, if it is of the class or of one derived from it.
@@ -51,7 +51,7 @@ std::vector<std::shared_ptr<Handle>> list_of(Project const& project) {
     return handles;
 }
 
-/// A new object of a kind with some fields set. A refused value leaves nothing behind.
+/// A new object with some fields set. If a value is refused, no object remains.
 template <class State, class... Member, class... Value>
 std::shared_ptr<typename State::Handle> create(Project const& project, std::string const& name,
                                                std::pair<Member, Value>... fields) {

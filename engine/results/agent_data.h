@@ -6,13 +6,13 @@
 
 namespace pedflux::engine {
 
-/// A stored state as the SDK shows it.
+/// A stored state as the SDK's value.
 AgentData agent_data(AgentFrame const& state, SurfaceKind surface);
 
 ColorBytes color_bytes(Color color);
 Color color_of(ColorBytes const& bytes);
 
-/// By which density is judged on a surface.
+/// The standard of levels of service on a surface.
 LevelOfServiceStandard standard_of(SurfaceKind surface);
 
 }  // namespace pedflux::engine

@@ -11,13 +11,13 @@
 #include <string>
 #include <vector>
 
-/// What a run leaves behind. The file is an SQLite database with these tables:
+/// A recorded run. The file is an SQLite database with these tables:
 ///
 ///     meta     name, value: the fields of RunInfo and the last frame
 ///     surfaces number, id, name, kind, shape: where people could walk, as it was simulated
 ///     agents   number and an AgentRecord, column by column
 ///     frames   number, states: one AgentFrame after the other, in the order of agents
-///     episodes agent, kind, object, first_frame, last_frame: what was so for a part of a person's stay
+///     episodes agent, kind, object, first_frame, last_frame: facts that hold for a part of an agent's stay
 ///     joins    connection, floor: the numbers of surfaces that touched
 ///     objects  text: the project's zones and named filters, as in project files
 ///
@@ -45,7 +45,7 @@ struct Surface {
     std::vector<std::array<Vector, 3>> faces;
 };
 
-/// Something that was so for a person in all frames from the first to the last.
+/// A fact that holds for an agent in all frames from the first to the last.
 enum class EpisodeKind : std::uint8_t { HELD_TOKEN = 0, AT_SERVER = 1 };
 struct Episode {
     std::uint32_t agent = 0;
@@ -61,7 +61,7 @@ struct Join {
     std::uint16_t floor = 0;
 };
 
-/// What a run knows of the project besides the surfaces.
+/// The parts of the project that a run records besides the surfaces.
 struct RecordedProject {
     std::vector<Join> joins;
     std::vector<std::string> objects;

@@ -13,10 +13,10 @@
 
 namespace pedflux::engine {
 
-/// A stored run. All but its frames is read when it is opened. May be used from several threads at once.
+/// A stored run. Everything but the frames is read when the file is opened. Thread-safe.
 class RunReader {
   public:
-    /// What analysis keeps of the run from one question to the next. Made and known by it alone.
+    /// What analysis caches with a run.
     struct Memory {
         Memory() = default;
         Memory(Memory const&) = delete;
@@ -48,7 +48,7 @@ class RunReader {
     double frame_at(double seconds) const;
 
     std::unique_ptr<Memory> memory;
-    std::mutex memory_mutex;  ///< held by whoever uses the memory
+    std::mutex memory_mutex;  ///< guards `memory`
 
   private:
     void read_meta();
@@ -69,7 +69,7 @@ class RunReader {
     std::mutex mutex_;
 };
 
-/// Throws Exception when the run has an older format than the one that added what is asked for.
+/// Throws Exception if the file has an older format than the one that added `what`.
 void require_recorded(RunReader const& reader, std::int64_t format, std::string const& what);
 inline void require_doings(RunReader const& reader, std::string const& what) {
     require_recorded(reader, format_with_doings, what);

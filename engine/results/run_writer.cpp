@@ -14,11 +14,10 @@ static_assert(std::endian::native == std::endian::little, "frames are stored as 
 
 namespace {
 
-/// So many frames make one transaction: enough that its cost vanishes, few enough that memory stays small.
+/// Enough that the cost of a transaction vanishes, few enough that memory stays small.
 constexpr int frames_per_transaction = 50;
 
-/// The file is of use only when it is finished, so neither a journal nor waiting for the disk would gain anything.
-/// Large pages suit large frames.
+/// Without journal and synchronisation, since an unfinished file is deleted anyway. Large pages suit large frames.
 constexpr auto settings = R"(
     PRAGMA page_size = 32768;
     PRAGMA journal_mode = OFF;
@@ -43,7 +42,8 @@ constexpr auto column_type = "INTEGER NOT NULL";
 template <>
 inline constexpr auto column_type<GlobalId> = "TEXT NOT NULL";
 
-/// The table of the agents. Its text is part of the file, so the lines break where they always did: at 120 characters.
+/// The statement that creates the table of agents. SQLite keeps its text in the file, line breaks included; they have
+/// always been at 120 characters.
 std::string table_of_agents() {
     constexpr std::size_t longest_line = 120;
     std::string const start = "    CREATE TABLE agents (";
@@ -65,7 +65,7 @@ std::string table_of_agents() {
     return text + line + ");";
 }
 
-/// An older run may be replaced, even a damaged one; anything else stays.
+/// Only a file of results, damaged or not, may be overwritten.
 void require_results_file(std::string const& path) {
     sqlite::Connection connection(path, sqlite::Connection::Mode::READ);
     sqlite::Statement statement(connection, "PRAGMA application_id");

@@ -94,10 +94,10 @@ class Answers : public testing::Test {
     ~Answers() override { std::filesystem::remove(path); }
 
     template <class State>
-    std::shared_ptr<typename State::Face> query() {
+    std::shared_ptr<typename State::Handle> query() {
         auto& state = document.add<State>(document.next_unique_name("Query"));
         state.run = run_id;
-        return std::static_pointer_cast<typename State::Face>(document.face_of(state));
+        return std::static_pointer_cast<typename State::Handle>(document.handle_of(state));
     }
     /// The value of the map of the west hall at a place.
     double value(MapQuery& found, double x, double z) {

@@ -96,10 +96,10 @@ class Queries : public testing::Test {
     ~Queries() override { std::filesystem::remove(path); }
 
     template <class State>
-    std::shared_ptr<typename State::Face> query(std::string const& name) {
+    std::shared_ptr<typename State::Handle> query(std::string const& name) {
         auto& state = document.add<State>(name);
         state.run = run_id;
-        return std::static_pointer_cast<typename State::Face>(document.face_of(state));
+        return std::static_pointer_cast<typename State::Handle>(document.handle_of(state));
     }
     /// The value of the map in the middle.
     template <class Query>

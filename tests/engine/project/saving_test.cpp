@@ -52,7 +52,7 @@ TEST(EveryKind, OpensAndCopiesEqualInEveryField) {
     EXPECT_EQ(to_text(*opened), text);
     EXPECT_THAT(differences(*document, *document->copy()), IsEmpty());
     for (auto const& object : opened->objects()) {
-        auto const face = opened->face_of(*object);
+        auto const face = opened->handle_of(*object);
         EXPECT_EQ(face->GetTypeId(), static_cast<int>(object->kind->type));
         EXPECT_EQ(face->GetName(), object->name);
     }
