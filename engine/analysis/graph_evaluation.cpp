@@ -18,7 +18,7 @@ namespace pedflux::engine {
 
 namespace {
 
-/// So many colours follow each other before the first comes again.
+/// The colours of series repeat after the last one.
 Color color_of_series(std::size_t number) {
     static std::array const colors{Color::BLUE,   Color::RED,  Color::GREEN, Color::ORANGE,
                                    Color::PURPLE, Color::TEAL, Color::BROWN, Color::DARK_GRAY};
@@ -38,7 +38,7 @@ struct QueryContext {
     RunReader& reader;
     FrameRange range;
 
-    /// Whether a window of time ends with a frame.
+    /// Whether a frame is the last of a time window.
     bool ends_window(int frame) const {
         return frame % (std::int64_t{query.window} * reader.info().frame_rate) == 0 || frame == range.last;
     }
@@ -72,7 +72,7 @@ std::vector<SeriesData> population_counts(QueryContext const& context) {
     return series;
 }
 
-/// What a transition is called in a legend: its kind and the objects that it names.
+/// The legend of a transition: its kind and the objects that it refers to.
 std::string name_of(Transition const& transition, Document const& document) {
     NodeState const& node = node_of(transition);
     std::vector<Reference> objects;
@@ -85,14 +85,14 @@ std::string name_of(Transition const& transition, Document const& document) {
     return name;
 }
 
-/// The frames in which selected persons pass, for each series.
+/// The frames in which selected persons pass, by series.
 std::vector<std::vector<int>> frames_of_passages(QueryContext const& context,
                                                  std::vector<std::vector<Passage>> const& passages,
                                                  std::shared_ptr<AgentFilter> const& filter) {
     Selection const selection(filter, context.document, context.reader);
     std::vector<std::vector<int>> frames(passages.size());
     std::vector<std::size_t> next(passages.size());
-    // Who leaves the simulation is judged by the last frame that shows it.
+    // A person who leaves the simulation counts by the last frame that shows them.
     std::vector<bool> selected(context.reader.agents().size());
     for (int frame = first_frame; frame <= context.range.last + 1; ++frame) {
         if (frame <= context.reader.last_frame()) {
@@ -110,8 +110,10 @@ std::vector<std::vector<int>> frames_of_passages(QueryContext const& context,
     return frames;
 }
 
-/// How many pass in each window, or have passed by its end.
-std::vector<SeriesData> flow_counts(QueryContext const& context, bool cumulative) {
+enum class Counted { IN_WINDOW, SINCE_START };
+
+/// The number of transitions in each window, or up to its end.
+std::vector<SeriesData> flow_counts(QueryContext const& context, Counted counted) {
     auto const& transitions = dynamic_cast<OfTransitions const&>(context.query).transitions;
     auto const all = passages_of(context.reader, visits_of(context.reader));
     std::vector<std::vector<Passage>> passages;
@@ -136,29 +138,29 @@ std::vector<SeriesData> flow_counts(QueryContext const& context, bool cumulative
             for (; next < frames[i].size() && frames[i][next] == frame; ++next) ++count;
             if (!context.ends_window(frame)) continue;
             series[i].entries.push_back({context.reader.seconds_at(frame), count});
-            if (!cumulative) count = 0;
+            if (counted == Counted::IN_WINDOW) count = 0;
         }
     }
     return series;
 }
 
-/// The mean and the greatest density that selected persons feel, sampled and averaged over windows.
-std::vector<SeriesData> felt_densities(QueryContext const& context) {
-    auto const& query = dynamic_cast<AgentDensityGraphQueryState const&>(context.query);
-    Selection const selection(query.filter, context.document, context.reader);
+/// The mean and the maximum of a recorded value over the selected persons, sampled and averaged over windows.
+std::vector<SeriesData> mean_and_maximum(QueryContext const& context, float AgentFrame::*value) {
+    auto const sampling_period = dynamic_cast<Sampled const&>(context.query).sampling_period;
+    Selection const selection(dynamic_cast<Filtered const&>(context.query).filter, context.document, context.reader);
     auto series = series_named({"Mean", "Maximum"});
     std::array<double, 2> sums{};
     int samples = 0;
     std::int64_t next_sample = context.range.first;
     for (int frame = context.range.first; frame <= context.range.last; ++frame) {
         if (frame == next_sample) {
-            next_sample += std::int64_t{query.sampling_period} * context.reader.info().frame_rate;
+            next_sample += std::int64_t{sampling_period} * context.reader.info().frame_rate;
             double sum = 0;
             double greatest = 0;
             auto const persons = selection.frame(frame);
             for (auto const& person : persons) {
-                sum += static_cast<double>(person.density);
-                greatest = std::max(greatest, static_cast<double>(person.density));
+                sum += static_cast<double>(person.*value);
+                greatest = std::max(greatest, static_cast<double>(person.*value));
             }
             if (!persons.empty()) {
                 sums[0] += sum / static_cast<double>(persons.size());
@@ -176,40 +178,45 @@ std::vector<SeriesData> felt_densities(QueryContext const& context) {
     return series;
 }
 
-/// A kind of graph: what it counts, and how.
+/// The series of a graph, and the label of its vertical axis.
 struct Evaluated {
     std::string_view label;
-    std::vector<SeriesData> (*series)(QueryContext const& context);
+    std::vector<SeriesData> series;
 };
+using Evaluate = Evaluated (*)(QueryContext const& context);
 
-std::optional<Evaluated> evaluation_of(GraphQueryType type) {
-    switch (type) {
-        case GraphQueryType::POPULATION_COUNT:
-            return Evaluated{"Persons", population_counts};
-        case GraphQueryType::FLOW_COUNT:
-            return Evaluated{"Persons", [](QueryContext const& context) { return flow_counts(context, false); }};
-        case GraphQueryType::CUMULATIVE_FLOW_COUNT:
-            return Evaluated{"Persons", [](QueryContext const& context) { return flow_counts(context, true); }};
-        case GraphQueryType::AGENT_DENSITY:
-            return Evaluated{"Persons per square metre", felt_densities};
-        default:
-            return std::nullopt;
-    }
+Evaluated population_graph(QueryContext const& context) { return {"Persons", population_counts(context)}; }
+Evaluated flow_graph(QueryContext const& context) { return {"Persons", flow_counts(context, Counted::IN_WINDOW)}; }
+Evaluated cumulative_flow_graph(QueryContext const& context) {
+    return {"Persons", flow_counts(context, Counted::SINCE_START)};
+}
+Evaluated density_graph(QueryContext const& context) {
+    return {"Persons per square metre", mean_and_maximum(context, &AgentFrame::density)};
+}
+
+Evaluate evaluation_of(GraphQueryType type) {
+#define CASE(Query, Queries, TYPE, made, evaluation, ...) \
+    case GraphQueryType::TYPE:                            \
+        return evaluation;
+    switch (type) { PEDFLUX_GRAPH_QUERIES(CASE) }
+#undef CASE
+    return nullptr;
 }
 
 }  // namespace
 
 std::shared_ptr<GraphData const> graph_of(Document const& document, GraphQueryState const& query, GraphQueryType type) {
-    auto const evaluated = evaluation_of(type);
-    if (!evaluated) refuse(title_of(query) + " is of a kind that cannot be evaluated yet");
+    auto const evaluate = evaluation_of(type);
+    if (!evaluate) refuse_unevaluated(query);
     auto const reader = results_of(document, or_none(query.run));
+    auto evaluated = evaluate({document, query, *reader, frames_in(*reader, query.time)});
     auto data = std::make_shared<GraphData>();
     data->title = query.title.empty() ? query.name : query.title;
     data->x_label = query.horizontal_label;
-    data->y_label = query.vertical_label.empty() ? std::string(evaluated->label) : query.vertical_label;
+    data->y_label = query.vertical_label.empty() ? std::string(evaluated.label) : query.vertical_label;
     data->start = second_of(*reader, query.time.start);
     data->end = second_of(*reader, query.time.end);
-    for (auto& series : evaluated->series({document, query, *reader, frames_in(*reader, query.time)})) {
+    for (auto& series : evaluated.series) {
         data->series.push_back(std::make_shared<SeriesData const>(std::move(series)));
     }
     return data;

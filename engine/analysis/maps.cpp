@@ -22,7 +22,7 @@ std::size_t require_pixel(Raster const& raster, int x, int y) {
     return raster.index(x, y);
 }
 
-/// The pixel along one axis; -1 beside the grid.
+/// The pixel along one axis; -1 outside the grid.
 int pixel_along(double coordinate, double least, double pixel_size, int count) {
     double const pixel = std::floor((coordinate - least) / pixel_size);
     return pixel >= 0 && pixel < count ? static_cast<int>(pixel) : -1;

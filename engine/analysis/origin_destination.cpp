@@ -33,12 +33,12 @@ bool counts_in_range(QueryContext const& context, int start, int end) {
     return context.clock(start) <= time.end && context.clock(end) >= time.start;
 }
 
-/// Whom the filter selects; without one also who was never seen in a frame.
+/// The persons that the filter selects; without a filter also those that no frame shows.
 std::vector<bool> selected_in(QueryContext& context) {
     return query_of(context).filter ? context.selected() : std::vector(context.reader().agents().size(), true);
 }
 
-/// The seconds that persons took between two places, by their names.
+/// Travel times in seconds between two places, by their names.
 using Times = std::map<std::pair<std::string, std::string>, std::vector<double>>;
 using Value = std::function<Cell(std::vector<double> const&)>;
 
@@ -117,11 +117,11 @@ std::shared_ptr<TableData const> counts_across_area(QueryContext& context) {
             if (!visit.exit || !counts_in_range(context, visit.enter, *visit.exit)) continue;
             std::string from = context.name_of(person.origin);
             std::string to = context.name_of(person.destination);
-            for (auto const& visit : visits) {
-                if (visit.last < visit.enter) from = surfaces[visit.surface].name;
+            for (auto const& there : visits) {
+                if (there.last < visit.enter) from = surfaces[there.surface].name;
             }
             auto const next =
-                std::ranges::find_if(visits, [&](Visit const& visit) { return visit.first >= *visit.exit; });
+                std::ranges::find_if(visits, [&](SurfaceVisit const& there) { return there.first >= *visit.exit; });
             if (next != visits.end()) to = surfaces[next->surface].name;
             if (next == visits.end() && !person.arrived) continue;
             origins.insert(from);

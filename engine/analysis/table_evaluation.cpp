@@ -141,35 +141,22 @@ TablePointer transitions(QueryContext& context) {
     return table.table();
 }
 
+using Evaluate = TablePointer (*)(QueryContext& context);
+
+Evaluate evaluation_of(TableQueryType type) {
+#define CASE(Query, Queries, TYPE, made, evaluation, ...) \
+    case TableQueryType::TYPE:                            \
+        return evaluation;
+    switch (type) { PEDFLUX_TABLE_QUERIES(CASE) }
+#undef CASE
+    return nullptr;
+}
+
 }  // namespace
 
 std::shared_ptr<TableData const> table_of(Document const& document, TableQueryState const& query, TableQueryType type) {
-    using Evaluate = TablePointer (*)(QueryContext&);
-    auto const evaluate = [type]() -> Evaluate {
-        switch (type) {
-            case TableQueryType::AGENT_SUMMARY:
-                return summary;
-            case TableQueryType::AGENT_TRIP_TIME:
-                return trip_times;
-            case TableQueryType::AGENT_AREA_TIME:
-                return area_times;
-            case TableQueryType::AGENT_LEVEL_OF_SERVICE_TIME:
-                return level_of_service_times;
-            case TableQueryType::AGENT_TRANSITION:
-                return transitions;
-            case TableQueryType::AGENT_PROXIMITY:
-                return encounters;
-            case TableQueryType::SIMULATION_ORIGIN_DESTINATION_COUNT:
-                return counts_between_portals;
-            case TableQueryType::SIMULATION_ORIGIN_DESTINATION_TIME:
-                return times_between_portals;
-            case TableQueryType::AREA_ORIGIN_DESTINATION_COUNT:
-                return counts_across_area;
-            default:
-                return nullptr;
-        }
-    }();
-    if (!evaluate) refuse(title_of(query) + " is of a kind that cannot be evaluated yet");
+    auto const evaluate = evaluation_of(type);
+    if (!evaluate) refuse_unevaluated(query);
     QueryContext context(document, query);
     return evaluate(context);
 }

@@ -14,7 +14,7 @@ std::optional<int> moment_of(Visit const& visit, TripBoundaryMethod boundary) {
 /// The visits of each place of a path, by one person.
 using VisitsOfPath = std::vector<std::vector<Visit>>;
 
-/// The first trip whose start lies not before a frame.
+/// The first trip that starts at a frame or later.
 std::optional<TripMade> next_trip(TripPath const& path, VisitsOfPath const& visits, int not_before) {
     auto const& starts = visits.front();
     auto const start = std::ranges::find_if(starts, [&](Visit const& visit) {
@@ -48,12 +48,12 @@ std::vector<TripMade> trips_of(TripPath const& path, Document const& document, R
     for (auto const& node : path.nodes) places.push_back(place_of(document, reader, node.place));
     std::vector<TripMade> trips;
     for (std::uint32_t agent = 0; agent < visits.size(); ++agent) {
-        VisitsOfPath visits;
+        VisitsOfPath of_path;
         for (auto const& place : places) {
-            visits.push_back(visits_of(reader, reader.agents()[agent], visits[agent], place));
+            of_path.push_back(visits_of(reader, reader.agents()[agent], visits[agent], place));
         }
         int not_before = 0;
-        while (auto trip = next_trip(path, visits, not_before)) {
+        while (auto trip = next_trip(path, of_path, not_before)) {
             trip->agent = agent;
             trips.push_back(*trip);
             not_before = trip->end;

@@ -24,15 +24,15 @@ std::optional<int> departure_of(RunReader const& reader, AgentRecord const& pers
     return stayed ? std::nullopt : std::optional(person.last_frame + 1);
 }
 
-std::vector<Visit> visits_of(RunReader const& reader, AgentRecord const& person, std::vector<Visit> const& visits,
-                             RunPlace const& place) {
+std::vector<Visit> visits_of(RunReader const& reader, AgentRecord const& person,
+                             std::vector<SurfaceVisit> const& surface_visits, RunPlace const& place) {
     std::vector<Visit> visits;
     bool const is_portal = std::ranges::find(place.surfaces, true) == place.surfaces.end();
     if (is_portal && person.origin.InternalEquals(place.id)) visits.push_back({person.first_frame, person.first_frame});
     auto const departure = departure_of(reader, person);
-    for (auto const& visit : visits) {
+    for (auto const& visit : surface_visits) {
         if (!place.has(visit.surface)) continue;
-        bool const is_last = &visit == &visits.back();
+        bool const is_last = &visit == &surface_visits.back();
         auto const exit = is_last ? departure : std::optional(visit.last + 1);
         if (!visits.empty() && visits.back().exit == visit.first) {
             visits.back().exit = exit;

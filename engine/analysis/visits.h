@@ -11,14 +11,14 @@
 namespace pedflux::engine {
 
 /// A time without a break on one surface.
-struct Visit {
+struct SurfaceVisit {
     std::uint16_t surface = 0;
     int first = 0;  ///< frame
     int last = 0;   ///< frame
 };
 
-/// The stays of each person, in the order of time. Reads the whole run.
-using Visits = std::vector<std::vector<Visit>>;
+/// The visits of each person, in the order of time. Reads the whole run.
+using Visits = std::vector<std::vector<SurfaceVisit>>;
 Visits visits_of(RunReader& reader);
 
 /// The first frame that does not show a person any more; none for one who was there to the end of the run.
@@ -30,7 +30,7 @@ struct Visit {
     int enter = 0;
     std::optional<int> exit;  ///< none for who was there to the end of the run
 };
-std::vector<Visit> visits_of(RunReader const& reader, AgentRecord const& person, std::vector<Visit> const& visits,
-                             RunPlace const& place);
+std::vector<Visit> visits_of(RunReader const& reader, AgentRecord const& person,
+                             std::vector<SurfaceVisit> const& surface_visits, RunPlace const& place);
 
 }  // namespace pedflux::engine

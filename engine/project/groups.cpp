@@ -31,7 +31,7 @@ std::vector<double> weights_of(CollectionState const& state) {
 
 }  // namespace
 
-// Each change is judged on a copy of the lists, since items and weights only fit together.
+// Items and weights are checked together, on copies of both lists.
 
 void Collection::SetItems(std::vector<GlobalId> const& items) {
     set(*this, &CollectionState::items, items);

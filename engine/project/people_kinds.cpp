@@ -1,4 +1,5 @@
 #include "engine/behaviour/distributions/distribution_handle.h"
+#include "engine/project/kind_list.h"
 #include "engine/project/kind_table.h"
 #include "engine/scene/avatar_state.h"
 #include "engine/scene/profile_state.h"
@@ -12,8 +13,7 @@ namespace pedflux {
 using engine::AvatarState;
 using engine::Look;
 
-KIND(Profile, Profiles)
-KIND_MADE_ELSEWHERE(Avatar, Avatars)
+PEDFLUX_PEOPLE_KINDS(OBJECT_KIND)
 
 std::shared_ptr<Avatar> Project::CreateAvatar(std::string const& name, std::shared_ptr<MeshGeometry> const& mesh) {
     return engine::create<AvatarState>(*this, name, std::pair(&AvatarState::look, Look(engine::OwnLook{mesh})));

@@ -36,7 +36,7 @@ Current& current() {
 }
 
 std::shared_ptr<Project> made_current(std::shared_ptr<Project> project) {
-    // The project before may end here, which must not happen under the lock.
+    // The previous project may be destroyed here, which must not happen under the lock.
     auto before = project;
     {
         std::scoped_lock const lock(current().mutex);

@@ -41,7 +41,7 @@ std::vector<AgentData> data_of(RunReader& reader, int frame) {
     return data;
 }
 
-/// Where the agent's state stands in a frame; the end when the frame does not show it.
+/// The state of an agent in a frame; the end if the frame does not show the agent.
 std::vector<AgentFrame>::const_iterator find_agent(std::vector<AgentFrame> const& states, int agent) {
     auto const number = static_cast<std::uint32_t>(agent);
     auto const found = std::ranges::lower_bound(states, number, {}, &AgentFrame::agent);

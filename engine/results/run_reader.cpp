@@ -8,6 +8,8 @@
 #include <cmath>
 #include <cstring>
 #include <filesystem>
+#include <limits>
+#include <type_traits>
 
 namespace pedflux::engine {
 
@@ -57,6 +59,7 @@ int require_int(std::string const& path, std::string const& what, std::int64_t v
     return static_cast<int>(value);
 }
 
+constexpr std::int64_t smallest_int = std::numeric_limits<int>::min();
 constexpr std::int64_t largest_int = std::numeric_limits<int>::max();
 constexpr auto last_episode_kind = static_cast<std::int64_t>(EpisodeKind::AT_SERVER);
 
@@ -112,23 +115,36 @@ void RunReader::read_surfaces() {
 }
 
 void RunReader::read_agents() {
-    sqlite::Statement select(connection_,
-                             "SELECT number, profile, origin, destination, first_frame, last_frame, arrived, " +
-                                 std::string(tells_doings() ? "event" : "''") + " FROM agents ORDER BY number");
+    std::string columns;
+#define VALUE(Type, name, format) columns += (format) <= format_ ? ", " #name : ", ''";
+    PEDFLUX_AGENT_VALUES(VALUE)
+#undef VALUE
+    sqlite::Statement select(connection_, "SELECT number" + columns + " FROM agents ORDER BY number");
     while (select.step()) {
         if (select.integer(0) != static_cast<std::int64_t>(agents_.size())) {
             refuse_damaged(path(), "agent " + std::to_string(agents_.size()) + " is missing");
         }
         auto& agent = agents_.emplace_back();
-        agent.profile = id_of(select.text(1));
-        agent.origin = id_of(select.text(2));
-        agent.destination = id_of(select.text(3));
-        agent.first_frame = require_int(path(), "the first frame of an agent", select.integer(4), first_frame,
-                                        std::int64_t{last_frame_} + 1);
-        agent.last_frame = require_int(path(), "the last frame of an agent", select.integer(5),
-                                       std::int64_t{agent.first_frame} - 1, last_frame_);
-        agent.arrived = select.integer(6) != 0;
-        agent.event = id_of(select.text(7));
+        int column = 0;
+        auto const read = [&]<class Value>(Value& value, std::string name) {
+            ++column;
+            if constexpr (std::is_same_v<Value, GlobalId>) {
+                value = id_of(select.text(column));
+            } else if constexpr (std::is_same_v<Value, bool>) {
+                value = select.integer(column) != 0;
+            } else {
+                std::ranges::replace(name, '_', ' ');
+                value = require_int(path(), "the " + name + " of an agent", select.integer(column), smallest_int,
+                                    largest_int);
+            }
+        };
+#define VALUE(Type, name, format) read(agent.name, #name);
+        PEDFLUX_AGENT_VALUES(VALUE)
+#undef VALUE
+        require_int(path(), "the first frame of an agent", agent.first_frame, first_frame,
+                    std::int64_t{last_frame_} + 1);
+        require_int(path(), "the last frame of an agent", agent.last_frame, std::int64_t{agent.first_frame} - 1,
+                    last_frame_);
     }
 }
 
@@ -177,11 +193,12 @@ std::vector<AgentFrame> RunReader::frame(int number) {
     std::scoped_lock const lock(mutex_);
     if (!select_frame_->bind(number).step()) refuse_damaged(path(), "frame " + std::to_string(number) + " is missing");
     auto const bytes = select_frame_->bytes(0);
-    std::vector<AgentFrame> states(bytes.size() / sizeof(AgentFrame));
-    if (bytes.size() % sizeof(AgentFrame) != 0) {
+    auto const size = bytes_of_agent_frame(format_);
+    std::vector<AgentFrame> states(bytes.size() / size);
+    if (bytes.size() % size != 0) {
         refuse_damaged(path(), "frame " + std::to_string(number) + " has " + std::to_string(bytes.size()) + " bytes");
     }
-    if (!states.empty()) std::memcpy(states.data(), bytes.data(), bytes.size());
+    for (std::size_t i = 0; i < states.size(); ++i) std::memcpy(&states[i], &bytes[i * size], size);
     select_frame_->reset();
     auto const is_known = [&](AgentFrame const& state) {
         return state.agent < agents_.size() && state.surface < surfaces_.size() && std::isfinite(state.x) &&
@@ -195,8 +212,8 @@ std::vector<AgentFrame> RunReader::frame(int number) {
     return states;
 }
 
-void require_doings(RunReader const& reader, std::string const& what) {
-    if (reader.tells_doings()) return;
+void require_recorded(RunReader const& reader, std::int64_t format, std::string const& what) {
+    if (reader.format() >= format) return;
     refuse("The run '" + reader.path() + "' was recorded by an older release, which did not store " + what +
            "; simulate it again");
 }

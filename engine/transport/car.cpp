@@ -15,7 +15,7 @@
 namespace pedflux::engine {
 namespace {
 
-/// The area of a mesh as seen from above, of the faces that look upwards, m².
+/// The area of the upward triangles of a mesh, projected to the plan (m²).
 double plan_area(Mesh const& mesh) {
     double area = 0;
     for (auto const& face : mesh.faces) {

@@ -60,7 +60,7 @@ std::shared_ptr<ElevatorCar> handle_of(std::shared_ptr<Car> const& car) { return
 ElevatorCar::ElevatorCar(std::shared_ptr<Car> car) : car_(std::move(car)) {}
 ElevatorCar::~ElevatorCar() = default;
 
-// What only a moving car has.
+// Properties of a moving car.
 #define LIVE(Type, Name, what) \
     Type ElevatorCar::Name() { engine::refuse_live(title_of(*car_), what); }
 
@@ -203,7 +203,7 @@ bool ElevatorCar::IsManualAccessAgent(std::shared_ptr<Agent> const& agent) {
 bool ElevatorCar::HasManualAccess() { return car_->manual_access.has_value(); }
 void ElevatorCar::ClearManualAccess() { car_->manual_access.reset(); }
 double ElevatorCar::GetCostWhenManualAccessDenied() {
-    return car_->manual_access ? car_->manual_access->cost_when_denied : engine::COST_WHEN_DENIED;
+    return car_->manual_access ? car_->manual_access->cost_when_denied : engine::cost_when_denied;
 }
 
 double ElevatorCar::GetEffectiveCycleDuration() {
@@ -249,7 +249,7 @@ void ElevatorController::AssumeControl(ElevatorControlStyle style) {
 }
 void ElevatorController::ReleaseControl() { controller_->manual_style.reset(); }
 
-// What has to do with calls.
+// Calls.
 #define CALLS(Type, Name, ...) \
     Type ElevatorController::Name(__VA_ARGS__) { engine::refuse_live(title_of(*controller_), "who calls"); }
 

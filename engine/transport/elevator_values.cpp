@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-// Stops, services and calls. Each compares and hashes by one list of its parts, so that equality, order and hash agree.
+// Stops, services and calls. Equality, order and hash of each come from one list of its members, so that they agree.
 namespace pedflux {
 
 namespace {

@@ -20,7 +20,7 @@ using engine::TimetableState;
 
 namespace {
 
-// A type, where its file is held, and the function that reads it.
+// A type of file, the member that holds it, and the function that reads it.
 struct FileKind {
     TimetableFileType type;
     std::optional<TimetableFile> TimetableState::*file;
@@ -46,8 +46,8 @@ FileKind const& kind_of(TimetableState const& state, TimetableFileType type) {
 }
 
 bool can_delimit(std::string const& delimiter) {
-    constexpr std::string_view PUNCTUATION = "\t!#$%&'()*+,-./:;<=>?@[\\]^_`{|}~";
-    return delimiter.size() == 1 && PUNCTUATION.find(delimiter) != std::string_view::npos;
+    constexpr std::string_view punctuation = "\t!#$%&'()*+,-./:;<=>?@[\\]^_`{|}~";
+    return delimiter.size() == 1 && punctuation.find(delimiter) != std::string_view::npos;
 }
 
 void check_file(TimetableState const& state, FileKind const& kind, TimetableFile const& file) {
@@ -64,7 +64,7 @@ void check_file(TimetableState const& state, FileKind const& kind, TimetableFile
     }
 }
 
-/// The file that a name means: it starts at the base path, and that at the project's working directory.
+/// The path of a file: relative to the base path, which is relative to the project's working directory.
 std::string path_of(TimetableState& state, std::string const& name) {
     std::filesystem::path const directory = document_of(state).working_directory;
     return (directory / state.base_path.value_or("") / name).string();

@@ -13,7 +13,7 @@ Count const* count_by(std::optional<Counts> const& count) {
     return count ? std::get_if<Count>(&*count) : nullptr;
 }
 
-/// The numbers of a population fit the arrivals and intervals that they are for.
+/// The numbers of a population must match the arrivals or intervals that they belong to.
 template <class Counts>
 void require_fitting(VehicleState const& self, std::string const& population, std::optional<Counts> const& count) {
     if (auto const* const scheduled = count_by<CountBySchedule>(count)) {

@@ -182,7 +182,7 @@ int Vehicle::GetCarFloorCapacityLimit() { return get(*this, &VehicleState::car_f
 void Vehicle::SetCarFloorCapacityLimit(int limit) { set(*this, &VehicleState::car_floor_capacity, limit); }
 void Vehicle::ClearCarFloorCapacityLimit() { clear(*this, &VehicleState::car_floor_capacity); }
 
-// What each population has.
+// Properties of each population.
 
 namespace {
 

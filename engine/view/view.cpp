@@ -108,9 +108,9 @@ void View::SetViewpoint(std::shared_ptr<Viewpoint> viewpoint) {
 
 void View::SetResolution(int width, int height) {
     auto& state = open(*state_);
-    constexpr int MOST = 16'384;
-    if (width < 1 || width > MOST || height < 1 || height > MOST) {
-        throw Exception("View: the resolution must be 1 to " + std::to_string(MOST) + " pixels each way, not " +
+    constexpr int most = 16'384;
+    if (width < 1 || width > most || height < 1 || height > most) {
+        throw Exception("View: the resolution must be 1 to " + std::to_string(most) + " pixels each way, not " +
                         std::to_string(width) + " x " + std::to_string(height));
     }
     state.width = width;

@@ -18,18 +18,18 @@ PEDFLUX_NAMES(MovieQuality,
 MovieOptions::MovieOptions() = default;
 
 void MovieOptions::SetFrameRate(int rate) {
-    constexpr int MOST = 240;
-    if (rate < 1 || rate > MOST) {
-        throw Exception("MovieOptions: the frame rate must be 1 to " + std::to_string(MOST) +
+    constexpr int most = 240;
+    if (rate < 1 || rate > most) {
+        throw Exception("MovieOptions: the frame rate must be 1 to " + std::to_string(most) +
                         " pictures per second, not " + std::to_string(rate));
     }
     frameRate_ = rate;
 }
 
 void MovieOptions::SetPlaybackSpeed(double speed) {
-    constexpr double MOST = 10'000;
-    if (!(speed > 0 && speed <= MOST)) {
-        throw Exception("MovieOptions: the playback speed must be greater than 0 and at most " + engine::text_of(MOST) +
+    constexpr double most = 10'000;
+    if (!(speed > 0 && speed <= most)) {
+        throw Exception("MovieOptions: the playback speed must be greater than 0 and at most " + engine::text_of(most) +
                         ", not " + engine::text_of(speed));
     }
     playbackSpeed_ = speed;

@@ -21,8 +21,8 @@ void require_usable(std::string const& what, Camera const& camera) {
         throw Exception(what + ": the centre point must be apart from the eye point, not at the same " + text_of(eye));
     }
     // Less than this, about a millionth of a degree, rounding would turn the picture about.
-    constexpr double LEAST_SINE = 1e-8;
-    if (!(length(cross(normalized(center - eye), normalized(upwards))) > LEAST_SINE)) {
+    constexpr double smallest_sine = 1e-8;
+    if (!(length(cross(normalized(center - eye), normalized(upwards))) > smallest_sine)) {
         throw Exception(what + ": the up direction must have a length and not lie along the line of sight, not be " +
                         text_of(upwards));
     }

@@ -1,5 +1,6 @@
 #include "engine/behaviour/filters/agent_filter_states.h"
 #include "engine/behaviour/tests/agent_test_states.h"
+#include "engine/project/kind_list.h"
 #include "engine/project/kind_table.h"
 
 #include <pedflux/agent_filters.h>
@@ -7,7 +8,6 @@
 
 namespace pedflux {
 
-KIND(AgentFilterObject, AgentFilterObjects)
-KIND(AgentTestObject, AgentTestObjects)
+PEDFLUX_AGENT_RULE_KINDS(OBJECT_KIND)
 
 }  // namespace pedflux

@@ -1,3 +1,4 @@
+#include "engine/project/kind_list.h"
 #include "engine/project/kind_table.h"
 #include "engine/scene/simulation_run_state.h"
 
@@ -5,6 +6,6 @@
 
 namespace pedflux {
 
-KIND(SimulationRun, SimulationRuns)
+PEDFLUX_RUN_KINDS(OBJECT_KIND)
 
 }  // namespace pedflux
