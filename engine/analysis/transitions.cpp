@@ -75,9 +75,12 @@ Happens test_of(Run const& run, Transition const& transition) {
                 auto const& person = run.person(passage);
                 return !passage.to && person.arrived && person.destination.InternalEquals(object);
             };
-        default:
-            refuse("A stored run does not tell where a " + std::string(node.kind->name) + " happens");
+        case TransitionType::CORDON:
+        case TransitionType::ENTER_SERVER:
+        case TransitionType::EXIT_SERVER:
+            break;
     }
+    refuse("A stored run does not tell where a " + std::string(node.kind->name) + " happens");
 }
 
 }  // namespace

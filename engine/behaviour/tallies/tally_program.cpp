@@ -6,7 +6,9 @@
 #include <pedflux/exception.h>
 
 #include <algorithm>
+#include <cmath>
 #include <concepts>
+#include <string>
 #include <unordered_map>
 #include <utility>
 #include <variant>
@@ -15,6 +17,8 @@ namespace pedflux::engine {
 
 namespace {
 
+constexpr double largest = std::numeric_limits<double>::max();
+
 double value_of(ZeroOverZeroValue rule) {
     switch (rule) {
         case ZeroOverZeroValue::ZERO:
@@ -22,12 +26,26 @@ double value_of(ZeroOverZeroValue rule) {
         case ZeroOverZeroValue::ONE:
             return 1;
         case ZeroOverZeroValue::INFINITE:
-            return std::numeric_limits<double>::max();
+            return largest;
     }
     return 0;
 }
 
+// The arithmetic of tallies: always finite.
+
+double sum(double first, double second, double /*unused*/) { return nearest_finite(first + second); }
+double difference(double first, double second, double /*unused*/) { return nearest_finite(first - second); }
+double product(double first, double second, double /*unused*/) { return nearest_finite(first * second); }
+double quotient(double numerator, double denominator, double zero_over_zero) {
+    if (denominator != 0) return nearest_finite(numerator / denominator);
+    return numerator == 0 ? zero_over_zero : std::copysign(largest, numerator);
+}
+double greatest(double first, double second, double /*unused*/) { return std::max(first, second); }
+double least(double first, double second, double /*unused*/) { return std::min(first, second); }
+
 class Compiler {
+    using Step = TallyOperation::Step;
+
   public:
     Compiler(Document const& project, SymbolTable& symbols) : project_(project), mentions_(symbols) {
         plan_.frame_rate = project.settings.frame_rate;
@@ -120,48 +138,51 @@ class Compiler {
     }
 
     TallyOperation operation(Tally const& tally, TallyIndex operands) {
-        auto const kind = static_cast<TallyType>(type_of(tally));
-        switch (kind) {
-            case TallyType::AREA_POPULATION:
-                return measure(kind, state_of<AreaPopulationTallyState>(tally).value);
-            case TallyType::SERVER_AVAILABLE_CAPACITY:
-                return measure(kind, state_of<ServerAvailableCapacityTallyState>(tally).value);
-            case TallyType::SERVER_QUEUE_AND_APPROACH:
-                return measure(kind, state_of<ServerQueueAndApproachTallyState>(tally).value);
-            case TallyType::SERVER_QUEUE:
-                return measure(kind, state_of<ServerQueueTallyState>(tally).value);
-            case TallyType::SURFACE_AREA:
-                return measure(kind, state_of<SurfaceAreaTallyState>(tally).value);
-            case TallyType::TRANSITION:
-                return measure(
-                    {kind, {}, SymbolTable::add(mentions_.transitions, state_of<TransitionTallyState>(tally).value)});
+        auto const combined = [&](TallyOperation::Combination combination, double parameter = 0) {
+            return TallyOperation{Step::COMBINE, operands, parameter, combination};
+        };
+        switch (static_cast<TallyType>(type_of(tally))) {
+#define TALLY(...)
+#define TALLY_OF_PLACES(Class, type, ...) \
+    case TallyType::type:                 \
+        return measure(PlaceMeasure::type, state_of<Class##State>(tally).value);
+#define TALLY_OF_SERVERS(Class, type, ...) \
+    case TallyType::type:                  \
+        return measure(ServerMeasure::type, state_of<Class##State>(tally).value);
+#include "engine/behaviour/tallies/tally_table.def"
+            case TallyType::TRANSITION: {
+                auto const& transition = state_of<TransitionTallyState>(tally).value;
+                return measure(TransitionMeasure{SymbolTable::add(mentions_.transitions, transition)}, {});
+            }
             case TallyType::NAMED:
-                return {.kind = kind, .index = place_of(state_of<NamedTallyState>(tally).value)};
+                return {.step = Step::OBJECT, .index = place_of(state_of<NamedTallyState>(tally).value)};
             case TallyType::VARIABLE:
-                return {.kind = kind, .number = state_of<VariableTallyState>(tally).value};
+                return {.step = Step::NUMBER, .number = state_of<VariableTallyState>(tally).value};
             case TallyType::SCALE:
-                return {.kind = kind, .number = state_of<ScaleTallyState>(tally).scale};
+                plan_.operations.push_back({.step = Step::NUMBER, .number = state_of<ScaleTallyState>(tally).scale});
+                return {.step = Step::COMBINE, .index = 2, .combination = product};
             case TallyType::DIVIDE:
-                return {.kind = kind, .number = value_of(state_of<DivideTallyState>(tally).zero_over_zero)};
+                return combined(quotient, value_of(state_of<DivideTallyState>(tally).zero_over_zero));
             case TallyType::SUBTRACT:
+                return combined(difference);
             case TallyType::MULTIPLY:
+                return combined(product);
             case TallyType::ADD:
+                return combined(sum);
             case TallyType::MAX:
+                return combined(greatest);
             case TallyType::MIN:
-                break;
+                return combined(least);
         }
-        return {.kind = kind, .index = operands};
+        throw Exception("Tally: there is no kind " + std::to_string(type_of(tally)));
     }
 
-    TallyOperation measure(TallyType kind, std::vector<GlobalId> const& objects) {
+    template <class Kind>
+    TallyOperation measure(Kind kind, std::vector<GlobalId> const& objects) {
         TallyMeasure made{kind, {}};
         for (auto const& id : objects) made.objects.push_back(mentions_.object(id));
-        return measure(std::move(made));
-    }
-    TallyOperation measure(TallyMeasure made) {
-        auto const kind = made.kind;
         plan_.measures.push_back(std::move(made));
-        return {.kind = kind, .index = static_cast<TallyIndex>(plan_.measures.size() - 1)};
+        return {.step = Step::MEASURE, .index = static_cast<TallyIndex>(plan_.measures.size() - 1)};
     }
 
     TallyIndex place_of(GlobalId const& id) const {
@@ -181,7 +202,7 @@ class Compiler {
         for (std::size_t i = 0; i < objects.size(); ++i) {
             auto const [first, count] = plan_.tallies[i].expression;
             for (TallyIndex k = first; k < first + count; ++k) {
-                if (plan_.operations[k].kind != TallyType::NAMED) continue;
+                if (plan_.operations[k].step != Step::OBJECT) continue;
                 users[plan_.operations[k].index].push_back(static_cast<TallyIndex>(i));
                 ++missing[i];
             }
@@ -205,6 +226,8 @@ class Compiler {
 };
 
 }  // namespace
+
+double nearest_finite(double number) { return std::clamp(number, -largest, largest); }
 
 std::optional<TallyIndex> TallyProgram::find(GlobalId const& id) const {
     auto const found =

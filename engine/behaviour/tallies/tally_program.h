@@ -12,6 +12,7 @@
 #include <limits>
 #include <memory>
 #include <optional>
+#include <variant>
 #include <vector>
 
 /// Tallies, tally objects and tally changes compiled for a simulation: flat lists whose elements refer to each other by
@@ -21,20 +22,44 @@ namespace pedflux::engine {
 /// A place in one of the plan's lists.
 using TallyIndex = std::uint32_t;
 
+/// The measures of walkable objects and volumes.
+enum class PlaceMeasure {
+#define TALLY(...)
+#define TALLY_OF_PLACES(Class, type, ...) type,
+#include "engine/behaviour/tallies/tally_table.def"
+};
+/// The measures of servers.
+enum class ServerMeasure {
+#define TALLY(...)
+#define TALLY_OF_SERVERS(Class, type, ...) type,
+#include "engine/behaviour/tallies/tally_table.def"
+};
+/// How often a transition is made, by its number in the symbol table.
+struct TransitionMeasure {
+    SymbolIndex transition;
+};
+
 /// What a simulation measures in every frame.
 struct TallyMeasure {
-    TallyType kind;                    ///< AREA_POPULATION, a kind of server tally, SURFACE_AREA or TRANSITION
+    std::variant<PlaceMeasure, ServerMeasure, TransitionMeasure> kind;
     std::vector<SymbolIndex> objects;  ///< the areas, servers or walkable objects
-    SymbolIndex transition = 0;        ///< of the kind TRANSITION
 };
 
 /// One step of an expression in postfix order.
 struct TallyOperation {
-    /// NAMED is the value of a tally object and a leaf other than VARIABLE and NAMED a measure; every other kind takes
-    /// its operands off the stack.
-    TallyType kind;
-    TallyIndex index = 0;  ///< of the measure or the tally object; of ADD, MAX and MIN the number of operands
-    double number = 0;     ///< of VARIABLE and SCALE; of DIVIDE what 0 divided by 0 is
+    enum class Step {
+        MEASURE,  ///< pushes the value of a measure
+        OBJECT,   ///< pushes the value of a tally object
+        NUMBER,   ///< pushes `number`
+        COMBINE,  ///< replaces the last operands by one value, from the last one to the first
+    };
+    /// @param parameter the operation's `number`
+    using Combination = double (*)(double first, double second, double parameter);
+
+    Step step;
+    TallyIndex index = 0;  ///< of the measure or the tally object; for COMBINE the number of operands
+    double number = 0;
+    Combination combination = nullptr;
 };
 
 /// A part of the plan's operations.
@@ -93,6 +118,9 @@ struct TallyProgram {
     /// The place of a tally object; none if the project had no such object.
     std::optional<TallyIndex> find(GlobalId const& id) const;
 };
+
+/// Values that grow beyond all numbers stay at the largest one.
+double nearest_finite(double number);
 
 /// Compiles the tally objects and tally changes of a project, and the tallies that are mentioned already. Areas,
 /// servers and transitions are mentioned in turn.

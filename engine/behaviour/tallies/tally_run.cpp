@@ -4,21 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace pedflux::engine {
 
 namespace {
-
-constexpr double LARGEST = std::numeric_limits<double>::max();
-
-/// The nearest finite number.
-double finite(double number) { return std::clamp(number, -LARGEST, LARGEST); }
-
-double quotient(double numerator, double denominator, double zero_over_zero) {
-    if (denominator != 0) return finite(numerator / denominator);
-    return numerator == 0 ? zero_over_zero : std::copysign(LARGEST, numerator);
-}
 
 /// Whether the bounds hold for all that was ever added, and not only for what is shown.
 bool is_total(TallyValueType type) {
@@ -34,7 +23,7 @@ constexpr std::uint64_t CHANGE_STREAM = TALLY_STREAM + (std::uint64_t{1} << 32);
 
 void RollingSum::push(double value) {
     if (next_ == static_cast<std::size_t>(length_)) {
-        for (auto i = values_.size() - 1; i > 0; --i) values_[i - 1] = finite(values_[i - 1] + values_[i]);
+        for (auto i = values_.size() - 1; i > 0; --i) values_[i - 1] = nearest_finite(values_[i - 1] + values_[i]);
         next_ = 0;
         running_ = 0;
     }
@@ -44,13 +33,13 @@ void RollingSum::push(double value) {
         values_[next_] = value;
     }
     ++next_;
-    running_ = finite(running_ + value);
+    running_ = nearest_finite(running_ + value);
     count_ = std::min(count_ + 1, length_);
 }
 
 double RollingSum::sum() const {
     // Where no block came before, the values end with the running one.
-    return next_ == values_.size() ? running_ : finite(running_ + values_[next_]);
+    return next_ == values_.size() ? running_ : nearest_finite(running_ + values_[next_]);
 }
 
 void RollingSum::clear() {
@@ -91,7 +80,7 @@ void TallyRun::step(std::span<double const> measures, std::span<RangeInFrame con
 void TallyRun::add(TallyIndex tally, double amount) {
     if (!plan_.tallies[tally].enabled) return;
     auto& running = running_[tally];
-    running.base = finite(running.base + amount);
+    running.base = nearest_finite(running.base + amount);
     settle(tally);
 }
 
@@ -174,7 +163,7 @@ void TallyRun::measure(TallyIndex tally) {
             running.part = now;
             break;
         case TallyValueType::AGGREGATE_SUM_OVER_TIME:
-            running.base = finite(running.base + now);
+            running.base = nearest_finite(running.base + now);
             break;
         case TallyValueType::AGGREGATE_MIN_OVER_TIME:
             running.part = *(running.extreme = std::min(running.extreme.value_or(now), now));
@@ -201,7 +190,7 @@ void TallyRun::measure(TallyIndex tally) {
 void TallyRun::settle(TallyIndex tally) {
     auto const& planned = plan_.tallies[tally];
     auto& running = running_[tally];
-    double const unbounded = finite(running.base + running.part);
+    double const unbounded = nearest_finite(running.base + running.part);
     running.value = std::clamp(unbounded, planned.min, planned.max);
     if (is_total(planned.type) && running.value != unbounded) {
         running.base = running.value;
@@ -218,54 +207,32 @@ void TallyRun::compare(TallyIndex tally) {
 }
 
 double TallyRun::evaluate(TallyExpression expression) {
+    using enum TallyOperation::Step;
     auto& stack = stack_;
     auto const pop = [&] {
         double const top = stack.back();
         stack.pop_back();
         return top;
     };
-    auto const combine = [&](TallyIndex count, auto const& join) {
-        double joined = count == 0 ? 0 : pop();
-        for (TallyIndex i = 1; i < count; ++i) joined = join(pop(), joined);
-        stack.push_back(joined);
+    auto const combined = [&](TallyOperation const& operation) {
+        double value = operation.index == 0 ? 0 : pop();
+        for (TallyIndex i = 1; i < operation.index; ++i) value = operation.combination(pop(), value, operation.number);
+        return value;
     };
     for (TallyIndex i = expression.first; i < expression.first + expression.count; ++i) {
         auto const& operation = plan_.operations[i];
-        switch (operation.kind) {
-            case TallyType::AREA_POPULATION:
-            case TallyType::SERVER_AVAILABLE_CAPACITY:
-            case TallyType::SERVER_QUEUE_AND_APPROACH:
-            case TallyType::SERVER_QUEUE:
-            case TallyType::SURFACE_AREA:
-            case TallyType::TRANSITION:
+        switch (operation.step) {
+            case MEASURE:
                 stack.push_back(measures_[operation.index]);
                 break;
-            case TallyType::NAMED:
+            case OBJECT:
                 stack.push_back(running_[operation.index].value);
                 break;
-            case TallyType::VARIABLE:
+            case NUMBER:
                 stack.push_back(operation.number);
                 break;
-            case TallyType::SCALE:
-                stack.back() = finite(stack.back() * operation.number);
-                break;
-            case TallyType::SUBTRACT:
-                combine(2, [](double first, double second) { return finite(first - second); });
-                break;
-            case TallyType::MULTIPLY:
-                combine(2, [](double first, double second) { return finite(first * second); });
-                break;
-            case TallyType::DIVIDE:
-                combine(2, [&](double first, double second) { return quotient(first, second, operation.number); });
-                break;
-            case TallyType::ADD:
-                combine(operation.index, [](double first, double second) { return finite(first + second); });
-                break;
-            case TallyType::MAX:
-                combine(operation.index, [](double first, double second) { return std::max(first, second); });
-                break;
-            case TallyType::MIN:
-                combine(operation.index, [](double first, double second) { return std::min(first, second); });
+            case COMBINE:
+                stack.push_back(combined(operation));
                 break;
         }
     }

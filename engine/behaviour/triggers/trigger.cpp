@@ -5,6 +5,7 @@
 #include <pedflux/triggers.h>
 
 #include <array>
+#include <type_traits>
 #include <utility>
 
 namespace pedflux {
@@ -21,9 +22,10 @@ struct Traits {
 };
 
 Traits const& kind_traits_of(Trigger const& trigger) {
-#define TRAITS(Name, type, timing, children) {TriggerType::type, Timing::timing, Children::children},
-    static constexpr auto TABLE = std::to_array<Traits>({PEDFLUX_TRIGGERS(TRAITS)});
-#undef TRAITS
+    static constexpr auto TABLE = std::to_array<Traits>({
+#define TRIGGER(Class, type, timing, children, ...) {TriggerType::type, Timing::timing, Children::children},
+#include "engine/behaviour/triggers/trigger_table.def"
+    });
     static_assert([] {
         for (std::size_t i = 0; i < TABLE.size(); ++i) {
             if (static_cast<std::size_t>(TABLE[i].type) != i) return false;
@@ -61,6 +63,20 @@ void require_interval(Subject const& subject, std::string const& field, std::sha
         std::string(node_of(*trigger).kind->name) + ", which fires at moments");
 }
 
+template <class State>
+void check_children(Subject const& subject, State const& self, Children children) {
+    if (children != Children::INTERVALS) return;
+    State::fields(self, [&]<class Value>(std::string_view name, Value const& value, auto const&...) {
+        if constexpr (std::is_same_v<Value, std::shared_ptr<Trigger>>) {
+            require_interval(subject, std::string(name), value);
+        } else if constexpr (std::is_same_v<Value, std::vector<std::shared_ptr<Trigger>>>) {
+            for (std::size_t i = 0; i < value.size(); ++i) {
+                require_interval(subject, std::string(name) + "." + std::to_string(i), value[i]);
+            }
+        }
+    });
+}
+
 }  // namespace
 
 TriggerTiming timing_of(Trigger const& trigger) {
@@ -68,21 +84,18 @@ TriggerTiming timing_of(Trigger const& trigger) {
     return shallow_timing_of(trigger);
 }
 
-void IntervalChildTriggerState::check(Subject const& subject, IntervalChildTriggerState const& self) {
-    require_interval(subject, "childTrigger", self.child);
-}
-
-void NoneOfTriggerState::check(Subject const& subject, NoneOfTriggerState const& self) {
-    for (std::size_t i = 0; i < self.children.size(); ++i) {
-        require_interval(subject, "childTriggers." + std::to_string(i), self.children[i]);
+#define TRIGGER(Class, type, timing, children, ...)                              \
+    void Class##State::check(Subject const& subject, Class##State const& self) { \
+        check_children(subject, self, Children::children);                       \
     }
-}
+#include "engine/behaviour/triggers/trigger_table.def"
 
 template <>
 std::span<KindOfNode<Trigger> const* const> kinds_of<Trigger>() {
-#define KIND(Name, ...) &node_kind<Trigger, Name##TriggerState>(),
-    static KindOfNode<Trigger> const* const kinds[] = {PEDFLUX_TRIGGERS(KIND)};
-#undef KIND
+    static KindOfNode<Trigger> const* const kinds[] = {
+#define TRIGGER(Class, ...) &node_kind<Trigger, Class##State>(),
+#include "engine/behaviour/triggers/trigger_table.def"
+    };
     return kinds;
 }
 

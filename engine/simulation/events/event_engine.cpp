@@ -30,28 +30,28 @@ RuleMeasure measure_of(TallyMeasure const& measure, Document const& document, Si
         for (std::size_t i = 0; i < counted.size(); ++i) counted[i] = counted[i] || area.regions[i];
         if (area.volume != no_volume) made.volumes.push_back(area.volume);
     };
-    switch (measure.kind) {
-        case TallyType::TRANSITION:
-            made.transition = measure.transition;
-            return made;
-        case TallyType::AREA_POPULATION:
-        case TallyType::SURFACE_AREA:
-            for (auto const object : measure.objects) add_area(symbols.objects[object]);
-            break;
-        default:
-            made.of_servers = measure.kind;
-            for (auto const object : measure.objects) {
-                auto const server = server_of(run.plan, symbols.objects[object]);
-                if (server != no_server) made.servers.push_back(server);
-            }
-            return made;
+    if (auto const* const transition = std::get_if<TransitionMeasure>(&measure.kind)) {
+        made.transition = transition->transition;
+        return made;
     }
+    if (auto const* const of_servers = std::get_if<ServerMeasure>(&measure.kind)) {
+        made.of_servers = *of_servers;
+        for (auto const object : measure.objects) {
+            auto const server = server_of(run.plan, symbols.objects[object]);
+            if (server != no_server) made.servers.push_back(server);
+        }
+        return made;
+    }
+    for (auto const object : measure.objects) add_area(symbols.objects[object]);
     for (navigation::RegionIndex region = 0; region < counted.size(); ++region) {
         if (!counted[region]) continue;
-        if (measure.kind == TallyType::AREA_POPULATION) {
-            made.regions.push_back(region);
-        } else {
-            made.constant += area(run.plan.surfaces[region].walkable) * run.plan.inclines[region].length_factor;
+        switch (std::get<PlaceMeasure>(measure.kind)) {
+            case PlaceMeasure::AREA_POPULATION:
+                made.regions.push_back(region);
+                break;
+            case PlaceMeasure::SURFACE_AREA:
+                made.constant += area(run.plan.surfaces[region].walkable) * run.plan.inclines[region].length_factor;
+                break;
         }
     }
     return made;

@@ -25,7 +25,7 @@ struct RuleMeasure {
     std::vector<navigation::RegionIndex> regions;  ///< whose people are counted
     std::vector<std::size_t> volumes;              ///< likewise
     std::vector<std::uint32_t> servers;            ///< whose numbers are summed
-    TallyType of_servers{};                        ///< which number of the servers
+    ServerMeasure of_servers{};                    ///< which number of the servers
     std::optional<SymbolIndex> transition;
     double constant = 0;  ///< what never changes
 };

@@ -80,19 +80,20 @@ std::vector<ServerQueue> server_queues_of(SimulationState const& run) {
     return servers;
 }
 
-double server_number(SimulationState const& run, std::uint32_t number, TallyType kind) {
+double server_number(SimulationState const& run, std::uint32_t number, ServerMeasure measure) {
     auto const& server = run.servers[number];
     auto const& capacity = run.plan.servers[number].capacity;
     auto const at_server = capacity ? std::min(server.line.size(), *capacity) : server.line.size();
     std::size_t const served = server.serves ? 1 : 0;
-    switch (kind) {
-        case TallyType::SERVER_QUEUE:
+    switch (measure) {
+        case ServerMeasure::SERVER_QUEUE:
             return static_cast<double>(at_server - served);
-        case TallyType::SERVER_QUEUE_AND_APPROACH:
+        case ServerMeasure::SERVER_QUEUE_AND_APPROACH:
             return static_cast<double>(server.visitors - served);
-        default:
-            return capacity ? static_cast<double>(*capacity - at_server) : std::numeric_limits<double>::max();
+        case ServerMeasure::SERVER_AVAILABLE_CAPACITY:
+            break;
     }
+    return capacity ? static_cast<double>(*capacity - at_server) : std::numeric_limits<double>::max();
 }
 
 std::size_t visitors_of(SimulationState const& run, PlaceIndex place) {

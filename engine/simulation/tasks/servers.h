@@ -3,11 +3,10 @@
 #include "engine/behaviour/actions/action_program.h"
 #include "engine/behaviour/actions/action_stack.h"
 #include "engine/behaviour/distributions/distribution_spec.h"
+#include "engine/behaviour/tallies/tally_program.h"
 #include "engine/behaviour/tests/test_program.h"
 #include "engine/simulation/world/places.h"
 #include "engine/simulation/world/server_layout.h"
-
-#include <pedflux/tallies.h>
 
 #include <array>
 #include <cstdint>
@@ -53,8 +52,8 @@ struct ServerQueue {
 /// long as there is room.
 std::vector<ServerQueue> server_queues_of(SimulationState const& run);
 
-/// What a kind of server tally says of a server.
-double server_number(SimulationState const& run, std::uint32_t server, TallyType kind);
+/// What a tally measures of a server.
+double server_number(SimulationState const& run, std::uint32_t server, ServerMeasure measure);
 
 /// How many are at a server or on the way there; nobody for another place.
 std::size_t visitors_of(SimulationState const& run, PlaceIndex place);

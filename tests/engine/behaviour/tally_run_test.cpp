@@ -299,13 +299,12 @@ TEST_F(TallyRuns, MeasuresSayWhatTheyAreOf) {
         for (auto const object : measure.objects) names.push_back(document.find(symbols.objects[object])->name);
         return names;
     };
-    EXPECT_EQ(plan.measures[0].kind, TallyType::SERVER_QUEUE);
+    EXPECT_EQ(std::get<ServerMeasure>(plan.measures[0].kind), ServerMeasure::SERVER_QUEUE);
     EXPECT_THAT(named_by(plan.measures[0]), ElementsAre("Server"));
-    EXPECT_EQ(plan.measures[1].kind, TallyType::AREA_POPULATION);
+    EXPECT_EQ(std::get<PlaceMeasure>(plan.measures[1].kind), PlaceMeasure::AREA_POPULATION);
     EXPECT_THAT(named_by(plan.measures[1]), ElementsAre("Volume", "Link"));
-    EXPECT_EQ(plan.measures[2].kind, TallyType::TRANSITION);
     ASSERT_EQ(symbols.transitions.size(), 1u);
-    EXPECT_EQ(plan.measures[2].transition, 0u);
+    EXPECT_EQ(std::get<TransitionMeasure>(plan.measures[2].kind).transition, 0u);
 
     symbols.tallies = {std::make_shared<NamedTally>(GlobalId::Generate())};
     EXPECT_THAT(refusal([&] { compile_tallies(document, symbols); }), testing::HasSubstr("no tally object"));
