@@ -29,7 +29,7 @@ struct FrameChanges {
 };
 
 /// Where an agent entered or left the simulation.
-struct Passage {
+struct BoundaryCrossing {
     std::uint32_t agent = 0;
     navigation::RegionIndex region = navigation::none;
     Point position;
@@ -50,8 +50,8 @@ struct Episodes {
 
 struct Journal {
     std::shared_ptr<FrameChanges> changes = std::make_shared<FrameChanges>();
-    std::vector<Passage> entered;                   ///< since transitions were counted
-    std::vector<Passage> left;                      ///< since transitions were counted
+    std::vector<BoundaryCrossing> entered;                   ///< since transitions were counted
+    std::vector<BoundaryCrossing> left;                      ///< since transitions were counted
     std::vector<ServerCrossing> server_crossings;   ///< since transitions were counted
     Episodes episodes;
     std::vector<Issue> issues;
