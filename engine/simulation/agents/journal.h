@@ -50,9 +50,9 @@ struct Episodes {
 
 struct Journal {
     std::shared_ptr<FrameChanges> changes = std::make_shared<FrameChanges>();
-    std::vector<BoundaryCrossing> entered;                   ///< since transitions were counted
-    std::vector<BoundaryCrossing> left;                      ///< since transitions were counted
-    std::vector<ServerCrossing> server_crossings;   ///< since transitions were counted
+    std::vector<BoundaryCrossing> entered;         ///< since transitions were counted
+    std::vector<BoundaryCrossing> left;            ///< since transitions were counted
+    std::vector<ServerCrossing> server_crossings;  ///< since transitions were counted
     Episodes episodes;
     std::vector<Issue> issues;
 };

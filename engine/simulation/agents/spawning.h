@@ -1,7 +1,9 @@
 #pragma once
 
+#include "engine/simulation/agents/spawn_program.h"
 #include "engine/simulation/agents/spawn_requests.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -17,6 +19,7 @@ struct SpawnSource {
 };
 
 struct Spawning {
+    SpawnProgram program;  ///< const once compiled
     SpawnRequests requests;
     std::vector<std::size_t> next_request;  ///< of each place, in its list of requests
     std::vector<std::uint32_t> entered_at;  ///< of each doorway, how many entered there

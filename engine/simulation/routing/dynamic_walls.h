@@ -38,9 +38,9 @@ void set_gate(Gates& gates, FloorPlan const& plan, navigation::Navigation& navig
               std::size_t passageway, GateState const& state);
 
 struct Exits {
-    std::vector<bool> is_exit;                       ///< of each doorway, whether agents leave by it
-    std::vector<std::vector<DynamicWall>> walls;     ///< of each doorway
-    std::vector<std::vector<std::uint32_t>> of;      ///< of each region, the doorways on its edge that are exits
+    std::vector<bool> is_exit;                    ///< of each doorway, whether agents leave by it
+    std::vector<std::vector<DynamicWall>> walls;  ///< of each doorway
+    std::vector<std::vector<std::uint32_t>> of;   ///< of each region, the doorways on its edge that are exits
 };
 
 /// Lets agents leave by a portal. Nothing happens for other places.

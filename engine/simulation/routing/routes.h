@@ -69,8 +69,8 @@ void set_closed(Routes& routes, World const& world, Agents& agents, AgentMotion&
 
 /// Whether a region is closed to the agent on the way into it there, though it may be open to others. The crowd does
 /// not know whom it lets through.
-bool is_shut_out(Routes const& routes, FloorPlan const& plan, AgentMotion const& motion,
-                 navigation::RegionIndex region, Point point);
+bool is_shut_out(Routes const& routes, FloorPlan const& plan, AgentMotion const& motion, navigation::RegionIndex region,
+                 Point point);
 
 /// " in Network 'N'", for messages about the routes of a class; empty without a network.
 std::string in_network(Routes const& routes, RouteClassIndex people);

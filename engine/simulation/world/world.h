@@ -10,6 +10,12 @@
 /// What does not change while a simulation is stepped.
 namespace pedflux::engine {
 
+/// A point of a walkable region.
+struct Standpoint {
+    navigation::RegionIndex region = 0;
+    Point point;
+};
+
 struct World {
     FloorPlan plan;
     Places places;  ///< grows when somebody asks for an area that was no place before
