@@ -38,6 +38,7 @@ struct AgentMotion {
     navigation::DestinationIndex destination = navigation::none;
     Point position;
     Point frame_start;  ///< the position at the start of the frame
+    Point step_start;   ///< the position before the last step of the crowd
     Point direction;
     std::optional<Point> post;  ///< a point of its region to which it walks straight, and stands there
     double starts_at = 0;       ///< seconds; the agent waits until then
