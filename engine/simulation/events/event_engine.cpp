@@ -34,7 +34,7 @@ std::size_t passageway_of(World const& world, GlobalId const& id) {
 
 std::unique_ptr<EventEngine> event_engine_of(Document const& document, World& world, BehaviourProgram const& program,
                                              SymbolTable& symbols) {
-    EventProgram events;
+    EventEngineProgram events;
     TriggerCompiler triggers(document, symbols);
     for (auto const* const event : document.objects<EventState>()) {
         if (!event->enabled) continue;
@@ -68,7 +68,7 @@ std::unique_ptr<EventEngine> event_engine_of(Document const& document, World& wo
                                          world.seed);
 }
 
-EventEngine::EventEngine(EventProgram compiled, TransitionCounter counter, AccessControl gate_access,
+EventEngine::EventEngine(EventEngineProgram compiled, TransitionCounter counter, AccessControl gate_access,
                          AccessControl server_access, std::uint64_t seed)
     : program(std::move(compiled)),
       triggers(program.triggers),

@@ -27,7 +27,7 @@ class Document;
 inline constexpr std::size_t no_passageway = std::numeric_limits<std::size_t>::max();
 
 /// What is compiled when the simulation is created.
-struct EventProgram {
+struct EventEngineProgram {
     TriggerProgram triggers;
     TallyProgram tallies;
     std::vector<MomentIndex> change_ranges;  ///< of the tally program's changes
@@ -40,12 +40,12 @@ struct EventProgram {
 
 struct EventEngine {
     /// @param program outlives the engine's parts, as it is one of them
-    EventEngine(EventProgram compiled, TransitionCounter counter, AccessControl gate_access,
+    EventEngine(EventEngineProgram compiled, TransitionCounter counter, AccessControl gate_access,
                 AccessControl server_access, std::uint64_t seed);
     EventEngine(EventEngine const&) = delete;
     EventEngine& operator=(EventEngine const&) = delete;
 
-    EventProgram const program;
+    EventEngineProgram const program;
     TriggerRun triggers;
     TallyRun tallies;
     TransitionCounter transitions;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/crowd/crowd.h"
+#include "engine/navigation/navigation.h"
 #include "engine/simulation/world/world.h"
 
 #include <cstddef>
@@ -20,7 +21,7 @@ struct DynamicWall {
 struct GateState {
     bool ball_to_box = true;
     bool box_to_ball = true;
-    bool ball_to_box_for_some = false;  ///< though it is open, not to all
+    bool ball_to_box_for_some = false;  ///< open, but not to all
     bool box_to_ball_for_some = false;
 
     bool operator==(GateState const&) const = default;

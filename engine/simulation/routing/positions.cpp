@@ -9,9 +9,9 @@ void put_back(AgentMotion& motion, crowd::Crowd& crowd) {
     motion.position = motion.step_start;
 }
 
-std::vector<RegionChange> read_positions(World const& world, Routes const& routes,
-                                         ConnectionEntrances const& entrances, Agents& agents, crowd::Crowd& crowd,
-                                         CongestionRerouting& rerouting, FrameChanges& changes) {
+std::vector<RegionChange> read_positions(World const& world, Routes const& routes, ConnectionEntrances const& entrances,
+                                         Agents& agents, crowd::Crowd& crowd, CongestionRerouting& rerouting,
+                                         FrameChanges& changes) {
     std::vector<RegionChange> region_changes;
     for (auto& motion : agents.motions) {
         auto& info = agents.infos[motion.agent];

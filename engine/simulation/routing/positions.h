@@ -19,9 +19,9 @@ struct RegionChange {
 /// Reads where the bodies of the crowd got to in a step, and puts those back who were pushed over a line that is closed
 /// to them. Notes the surfaces that agents entered and exited, and counts those who entered connections.
 /// @return the changes in the order of the agents' numbers
-std::vector<RegionChange> read_positions(World const& world, Routes const& routes,
-                                         ConnectionEntrances const& entrances, Agents& agents, crowd::Crowd& crowd,
-                                         CongestionRerouting& rerouting, FrameChanges& changes);
+std::vector<RegionChange> read_positions(World const& world, Routes const& routes, ConnectionEntrances const& entrances,
+                                         Agents& agents, crowd::Crowd& crowd, CongestionRerouting& rerouting,
+                                         FrameChanges& changes);
 
 /// Puts an agent back to where it was before the last step of the crowd.
 void put_back(AgentMotion& motion, crowd::Crowd& crowd);

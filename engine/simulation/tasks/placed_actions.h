@@ -28,8 +28,9 @@ PlaceIndex place_of(Places& places, AgentActionTypeId action, GlobalId const& ob
 
 /// Finds the places that the objects of the nodes from `first_node` on stand for, and compiles the wait styles that are
 /// new. Throws Exception for objects that are no places and for wait spaces that take no part.
-void place(PlacedActions& actions, Places& places, std::vector<WaitSpace> const& wait_spaces, std::size_t first_node);
+void place_actions(PlacedActions& actions, Places& places, std::vector<WaitSpace> const& wait_spaces,
+                   std::size_t first_node);
 /// Compiles the wait styles that are new.
-void place_waits(PlacedActions& actions, std::vector<WaitSpace> const& wait_spaces);
+void compile_waits(PlacedActions& actions, std::vector<WaitSpace> const& wait_spaces);
 
 }  // namespace pedflux::engine
