@@ -37,10 +37,10 @@ std::vector<Segment> parts_inside(Segment line, Polygons const& area) {
     Point const direction = line.to - line.from;
     for_each_edge(area, [&](Segment edge) {
         Point const along = edge.to - edge.from;
-        double const ticket = cross(direction, along);
-        if (ticket == 0) return;
-        double const on_line = cross(edge.from - line.from, along) / ticket;
-        double const on_edge = cross(edge.from - line.from, direction) / ticket;
+        double const determinant = cross(direction, along);
+        if (determinant == 0) return;
+        double const on_line = cross(edge.from - line.from, along) / determinant;
+        double const on_edge = cross(edge.from - line.from, direction) / determinant;
         if (on_line > 0 && on_line < 1 && on_edge >= 0 && on_edge <= 1) cuts.push_back(on_line);
     });
     std::ranges::sort(cuts);
