@@ -4,6 +4,7 @@
 #include "engine/simulation/agents/agent_motion.h"
 #include "engine/simulation/agents/task_state.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <vector>
@@ -19,6 +20,7 @@ struct Agents {
     std::vector<TaskState> tasks;          ///< of everybody
     std::vector<AgentMotion> motions;      ///< of those who are here, in the order of their numbers
     std::vector<std::uint32_t> motion_of;  ///< of everybody, its place in `motions`, or `gone`
+    std::size_t orders = 0;                ///< actions of the tasks that programs have given so far
 
     bool is_here(std::uint32_t agent) const { return motion_of[agent] != gone; }
     AgentMotion& motion(std::uint32_t agent) { return motions[motion_of[agent]]; }

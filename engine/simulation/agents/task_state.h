@@ -36,7 +36,7 @@ inline constexpr std::uint32_t no_wait_space = std::numeric_limits<std::uint32_t
 
 /// Identifies one wait of an agent.
 struct WaitKey {
-    int node = 0;
+    int node = 0;  ///< its number among all actions, see OrderProgram::first_node
     std::uint64_t began = 0;
 
     bool operator==(WaitKey const&) const = default;

@@ -1,8 +1,8 @@
 #include "engine/simulation/frame/arrivals.h"
 
 #include "engine/simulation/routing/positions.h"
-#include "engine/simulation/tasks/agent_actions.h"
 #include "engine/simulation/tasks/dispatches.h"
+#include "engine/simulation/tasks/goals.h"
 #include "engine/simulation/tasks/leaving.h"
 
 #include <algorithm>

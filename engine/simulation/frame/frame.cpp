@@ -11,6 +11,7 @@
 #include "engine/simulation/tasks/crossing_actions.h"
 #include "engine/simulation/tasks/dispatches.h"
 #include "engine/simulation/tasks/evacuation.h"
+#include "engine/simulation/tasks/server_visits.h"
 
 #include <pedflux/agents.h>
 

@@ -152,6 +152,8 @@ inline PlacedActions const& actions_of(BehaviourProgram const& program, ActionTa
 inline ActionNode const& node_of(BehaviourProgram const& program, ActionTask const& task) {
     return actions_of(program, task).program.nodes[static_cast<std::size_t>(task.node)];
 }
+/// The number of a task's node among all actions: the project's, then those of all orders.
+inline int number_of(ActionTask const& task) { return task.order ? task.order->first_node + task.node : task.node; }
 /// The objects that a task is about.
 inline std::span<GlobalId const> objects_of(BehaviourProgram const& program, ActionTask const& task) {
     return actions_of(program, task).program.objects_of(node_of(program, task));

@@ -17,6 +17,9 @@ bool is_at(World const& world, Agents const& agents, AgentMotion const& motion, 
 /// The point of space that decides in which volumes an agent is.
 Vector point_in_space(FloorPlan const& plan, AgentMotion const& motion);
 
+/// Puts a test to an agent, and returns whether it passes. Each time draws anew.
+bool put_test(TaskContext& context, AgentMotion const& motion, TestProgram const& test);
+
 class LiveSituation final : public TestSituation {
   public:
     /// @param draw tells the times apart at which tests are put to the agent

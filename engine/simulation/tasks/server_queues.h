@@ -1,6 +1,5 @@
 #pragma once
 
-#include "engine/behaviour/actions/action_stack.h"
 #include "engine/navigation/navigation.h"
 #include "engine/simulation/world/places.h"
 #include "engine/simulation/world/server_layout.h"
@@ -19,9 +18,6 @@
 /// line, each at its place behind the one before, first come first served. The first one is served at the head of the
 /// line when the entrance is open, and makes room for the next when it has been served and the exit is open.
 namespace pedflux::engine {
-
-struct AgentMotion;
-struct TaskContext;
 
 /// The entrance and the exit are the sides 0 and 1.
 inline constexpr std::size_t entrance_side = 0;
@@ -55,14 +51,5 @@ double server_number(ServerQueues const& servers, FloorPlan const& plan, std::ui
 
 /// How many agents are at a server or on the way there; 0 for another place.
 std::size_t visitors_of(ServerQueues const& servers, Places const& places, PlaceIndex place);
-
-/// Sends an agent to a server; it leaves the one that it was at.
-void visit_server(TaskContext& context, AgentMotion const& motion, std::uint32_t server, ActionTask const& task);
-/// Takes a visitor away from its server: it leaves the line, and does what the server says on release. An agent that
-/// has been served has passed this station of its process. Nothing happens to others.
-void leave_server(TaskContext& context, std::uint32_t agent);
-
-/// Lets agents come to the servers, be served and leave them.
-void step_servers(TaskContext& context);
 
 }  // namespace pedflux::engine

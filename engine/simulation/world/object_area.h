@@ -1,7 +1,6 @@
 #pragma once
 
-#include "engine/simulation/world/places.h"
-#include "engine/simulation/world/volumes.h"
+#include "engine/simulation/world/world.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -20,6 +19,6 @@ struct ObjectArea {
 };
 
 /// Throws Exception for objects of which simulations do not know who is in them.
-ObjectArea object_area_of(Document const& document, FloorPlan const& plan, Places& places, GlobalId const& object);
+ObjectArea object_area_of(Document const& document, World& world, GlobalId const& object);
 
 }  // namespace pedflux::engine
