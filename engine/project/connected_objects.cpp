@@ -64,7 +64,7 @@ void add_connection(ConnectionState const& connection, std::vector<Level> const&
 void add_place(NetworkObjectState const& place, LineSeg3d line, std::vector<Level> const& levels,
                std::vector<Way>& ways) {
     FloorState const* nearest = nullptr;
-    double least_offset = PORTAL_HEIGHT_TOLERANCE;
+    double least_offset = portal_height_tolerance;
     for (auto const& level : levels) {
         auto const contact = contact_of(line, level.area, level.ground);
         if (!contact || contact->height_offset > least_offset) continue;

@@ -9,45 +9,44 @@
 
 namespace pedflux::engine {
 
-RuleArea rule_area_of(Document const& document, FloorPlan const& plan, Places& places, GlobalId const& id) {
+TransitionArea transition_area_of(Document const& document, World& world, GlobalId const& id) {
     auto const* const object = document.find(id);
     if (!object) refuse("'" + GlobalId(id).GetString() + "' is no object of the project");
-    RuleArea area;
-    area.regions.resize(plan.surfaces.size());
+    TransitionArea area;
+    area.regions.resize(world.plan.surfaces.size());
     if (!object->enabled) return area;
     if (object->kind->type == ObjectType::VOLUME) {
-        area.volume = volume_number(volumes_of(document), id);
+        area.volume = volume_number(world.volumes, id);
         return area;
     }
-    auto const& place = places[places.of(id)];
+    auto const& place = world.places[world.places.of(id)];
     area.doorway = place.doorway;
     for (auto const region : place.regions) area.regions[region] = true;
     return area;
 }
 
-Crossings::Crossings(Document const& document, FloorPlan const& plan, Places& places,
-                     std::span<std::shared_ptr<Transition> const> transitions)
-    : floor_count_(plan.floor_count), counts_(transitions.size()), next_counts_(transitions.size()) {
+TransitionCounter::TransitionCounter(Document const& document, World& world,
+                                     std::span<std::shared_ptr<Transition> const> transitions)
+    : floor_count_(world.plan.floor_count), counts_(transitions.size()), next_counts_(transitions.size()) {
     for (auto const& transition : transitions) {
         require_shallow(node_of(*transition));
-        add_rules(document, plan, places, *transition, transitions_.emplace_back());
+        add_rules(document, world, *transition, transitions_.emplace_back());
     }
-    bool const any_volume = std::ranges::any_of(transitions_, [](std::vector<Rule> const& rules) {
+    asks_for_volumes_ = std::ranges::any_of(transitions_, [](std::vector<Rule> const& rules) {
         return std::ranges::any_of(rules, [](Rule const& rule) { return rule.area.volume != no_volume; });
     });
-    if (any_volume) volumes_ = volumes_of(document);
 }
 
-void Crossings::add_rules(Document const& document, FloorPlan const& plan, Places& places, Transition const& transition,
-                          std::vector<Rule>& rules) {
-    auto const area_of = [&](GlobalId const& id) { return rule_area_of(document, plan, places, id); };
+void TransitionCounter::add_rules(Document const& document, World& world, Transition const& transition,
+                                  std::vector<Rule>& rules) {
+    auto const area_of = [&](GlobalId const& id) { return transition_area_of(document, world, id); };
     auto const kind = static_cast<TransitionType>(type_of(transition));
     auto const add_server = [&](GlobalId const& id) {
-        rules.push_back({.kind = kind, .area = {}, .server = server_of(plan, id)});
+        rules.push_back({.kind = kind, .area = {}, .server = server_of(world.plan, id)});
     };
     switch (kind) {
         case TransitionType::ANY_OF:
-            for (auto const& child : children_of(transition)) add_rules(document, plan, places, *child, rules);
+            for (auto const& child : children_of(transition)) add_rules(document, world, *child, rules);
             return;
         case TransitionType::AT_PORTAL:
             return rules.push_back({kind, area_of(state_of<AtPortalTransitionState>(transition).portal)});
@@ -74,8 +73,8 @@ void Crossings::add_rules(Document const& document, FloorPlan const& plan, Place
     }
 }
 
-bool Crossings::makes(Rule const& rule, Crossing const& crossing) const {
-    auto const is_portal = [&](RuleArea const& area) {
+bool TransitionCounter::makes(Rule const& rule, Crossing const& crossing) const {
+    auto const is_portal = [&](TransitionArea const& area) {
         return area.doorway != no_place && area.doorway == crossing.doorway;
     };
     auto const from = crossing.from.region;
@@ -118,32 +117,59 @@ bool Crossings::makes(Rule const& rule, Crossing const& crossing) const {
     return false;
 }
 
-std::vector<bool> Crossings::volumes_around(Vector point) const {
-    std::vector<bool> around;
-    for (auto const& volume : volumes_) around.push_back(contains(volume, point));
-    return around;
+Whereabouts TransitionCounter::whereabouts_of(World const& world, navigation::RegionIndex region,
+                                              Point position) const {
+    Whereabouts now{region, position};
+    if (!needs_space()) return now;
+    now.height = height_at(world.plan, region, position);
+    if (!asks_for_volumes_) return now;
+    Vector const point{position.x, now.height + above_ground, position.z};
+    for (auto const& volume : world.volumes) now.volumes.push_back(contains(volume, point));
+    return now;
 }
 
-void Crossings::came_in(std::uint32_t agent, Whereabouts const& now, std::uint32_t doorway) {
-    trails_.resize(agent + 1);
-    trails_[agent].now = now;
-    note(Crossing{.from = {}, .to = now, .doorway = doorway});
+void TransitionCounter::enter(World const& world, BoundaryCrossing const& entered) {
+    auto const now = whereabouts_of(world, entered.region, entered.position);
+    trails_.resize(std::max<std::size_t>(trails_.size(), entered.agent + 1));
+    trails_[entered.agent].now = now;
+    note(Crossing{.from = {}, .to = now, .doorway = entered.doorway});
 }
 
-void Crossings::move(std::uint32_t agent, Whereabouts const& now) {
+void TransitionCounter::move(World const& world, std::uint32_t agent, navigation::RegionIndex region, Point position) {
     auto& trail = trails_[agent];
+    if (!needs_space() && trail.now.region == region) return;
+    auto const now = whereabouts_of(world, region, position);
     note(Crossing{.before = trail.before, .from = trail.now, .to = now});
     if (trail.now.region != now.region) trail.before = trail.now.region;
     trail.now = now;
 }
 
-void Crossings::went_out(std::uint32_t agent, std::uint32_t doorway) {
-    if (!is_any()) return;
-    note(Crossing{.before = trails_[agent].before, .from = trails_[agent].now, .to = {}, .doorway = doorway});
+void TransitionCounter::leave(World const& world, BoundaryCrossing const& left) {
+    move(world, left.agent, left.region, left.position);
+    auto const& trail = trails_[left.agent];
+    note(Crossing{.before = trail.before, .from = trail.now, .to = {}, .doorway = left.doorway});
+}
+
+void TransitionCounter::count(World const& world, Agents const& agents, Journal& journal) {
+    if (!transitions_.empty()) {
+        for (auto const& entered : journal.entered) enter(world, entered);
+        for (auto const& motion : agents.motions) move(world, motion.agent, motion.region, motion.position);
+    }
+    journal.entered.clear();
+    count_departures(world, journal);
+}
+
+void TransitionCounter::count_departures(World const& world, Journal& journal) {
+    if (!transitions_.empty()) {
+        for (auto const& left : journal.left) leave(world, left);
+        for (auto const& crossing : journal.server_crossings) note(crossing);
+    }
+    journal.left.clear();
+    journal.server_crossings.clear();
 }
 
 template <class SomeCrossing>
-void Crossings::note(SomeCrossing const& crossing) {
+void TransitionCounter::note(SomeCrossing const& crossing) {
     for (std::size_t i = 0; i < transitions_.size(); ++i) {
         if (std::ranges::any_of(transitions_[i], [&](Rule const& rule) { return makes(rule, crossing); })) {
             ++next_counts_[i];
@@ -151,14 +177,13 @@ void Crossings::note(SomeCrossing const& crossing) {
     }
 }
 
-bool Crossings::makes(Rule const& rule, ServerCrossing const& crossing) {
+bool TransitionCounter::makes(Rule const& rule, ServerCrossing const& crossing) {
     auto const kind = crossing.enters ? TransitionType::ENTER_SERVER : TransitionType::EXIT_SERVER;
     return rule.kind == kind && rule.server == crossing.server;
 }
 
-void Crossings::passed(ServerCrossing const& crossing) { note(crossing); }
-
-void Crossings::end_frame() {
+void TransitionCounter::end_frame(World const& world, Journal& journal) {
+    count_departures(world, journal);
     std::swap(counts_, next_counts_);
     std::ranges::fill(next_counts_, 0);
 }

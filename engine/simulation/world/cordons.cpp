@@ -11,11 +11,13 @@
 
 #include <algorithm>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 CordonLine cordon_line_of(Document const& document, GlobalId const& id) {
     auto const* const state = document.find<CordonState>(id);
-    if (state == nullptr) refuse("'" + GlobalId(id).GetString() + "' is no cordon of the project");
+    if (state == nullptr) refuse(fmt::format("'{}' is no cordon of the project", GlobalId(id).GetString()));
     auto goal_line = centre_goal_line(*state->geometry);
     Vector const from = vector_of(goal_line.GetStartPoint());
     Vector const to = vector_of(goal_line.GetEndPoint());

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -71,10 +73,10 @@ PlaceIndex Places::of(GlobalId const& object) {
     }
     auto const area = std::ranges::find_if(areas_, is_object);
     if (area == areas_.end()) {
-        refuse("'" + GlobalId(object).GetString() +
-               "' is no enabled portal, walkable object or zone of the simulated project");
+        refuse(fmt::format("'{}' is no enabled portal, walkable object or zone of the simulated project",
+                           GlobalId(object).GetString()));
     }
-    if (area->regions.empty()) refuse(area->title + " has no member that people can walk on");
+    if (area->regions.empty()) refuse(fmt::format("{} has no member that people can walk on", area->title));
     places_.push_back({area->id, area->title, no_place, area->regions});
     return static_cast<PlaceIndex>(places_.size() - 1);
 }
@@ -83,7 +85,8 @@ PlaceIndex Places::server(GlobalId const& object) const {
     auto const is_server = [&](Place const& place) { return place.is_server() && place.id.InternalEquals(object); };
     auto const found = std::ranges::find_if(places_, is_server);
     if (found == places_.end()) {
-        refuse("'" + GlobalId(object).GetString() + "' is no enabled server or dispatch of the simulated project");
+        refuse(fmt::format("'{}' is no enabled server or dispatch of the simulated project",
+                           GlobalId(object).GetString()));
     }
     if (auto const& problem = server_problems_[found->server]; !problem.empty()) refuse(problem);
     return static_cast<PlaceIndex>(found - places_.begin());
@@ -101,18 +104,20 @@ PlaceIndex Places::outside_of(GlobalId const& zone) {
         return static_cast<PlaceIndex>(found - places_.begin());
     }
     Place const inside = places_[of(zone)];
-    Place outside{inside.id, "the outside of " + inside.title, no_place, {}};
+    Place outside{inside.id, fmt::format("the outside of {}", inside.title), no_place, {}};
     outside.is_outside = true;
     for (navigation::RegionIndex region = 0; region < region_count_; ++region) {
         if (std::ranges::find(inside.regions, region) == inside.regions.end()) outside.regions.push_back(region);
     }
-    if (outside.regions.empty()) refuse(inside.title + " is all of the building, so nobody can go out of it");
+    if (outside.regions.empty()) {
+        refuse(fmt::format("{} is all of the building, so nobody can go out of it", inside.title));
+    }
     places_.push_back(std::move(outside));
     return static_cast<PlaceIndex>(places_.size() - 1);
 }
 
 navigation::RegionIndex Places::region_of(GlobalId const& object) const {
-    // Walkable objects stand first, each at the number of its region.
+    // Walkable objects come first, each at the number of its region.
     auto const found = std::ranges::find_if(
         areas_, [&](Area const& area) { return area.regions.size() == 1 && area.id.InternalEquals(object); });
     return found == areas_.end() ? navigation::none : found->regions.front();

@@ -23,16 +23,16 @@ struct FakeScene : ActionScene {
     explicit FakeScene(ActionProgram const& compiled) : plan(compiled) {}
 
     double now() const override { return clock; }
-    bool passes(int test) override {
+    ActionProgram const& actions_of(OrderProgram const&) const override { return plan; }
+    bool put_test(int test) override {
         auto* const token = dynamic_cast<TokenTest*>(plan.tests[static_cast<std::size_t>(test)].get());
         return token != nullptr && tokens.contains(token->GetTokens().front().GetString());
     }
-    std::optional<double> time_of(int time) const override {
-        auto const& reference = plan.times[static_cast<std::size_t>(time)];
+    std::optional<double> time_of(TimeInFrame const& reference) const override {
         if (reference.frame == TimeReferenceFrame::AFTER_EVENT_START) return std::nullopt;
         return reference.seconds;
     }
-    bool has_arrived(ActionTask const&) override { return std::exchange(arrived, false); }
+    bool pursue(ActionTask const&) override { return std::exchange(arrived, false); }
     void happen(ActionNode const& node) override {
         happened.push_back(node.type);
         for (auto token : plan.objects_of(node)) {
