@@ -101,7 +101,7 @@ class Compiler {
         auto const* const object = document_.find<AgentFilterObjectState>(id);
         if (!object) refuse("A filter names an agent filter object that the project does not have");
         // Objects can name each other in a circle.
-        if (++depth_ > DEEPEST_NODE) refuse(title_of(*object) + " leads back to itself");
+        if (++depth_ > deepest_node) refuse(title_of(*object) + " leads back to itself");
         Test found = test(*object->filter);
         --depth_;
         return found;

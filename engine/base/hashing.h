@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <initializer_list>
 
-/// Equality and hashing of value classes, which agree: 0 equals -0 and NaN equals NaN.
+/// Equality and hashing of value classes, consistent with each other: 0 equals -0, and NaN equals NaN.
 namespace pedflux::engine {
 
 inline bool same_component(double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }

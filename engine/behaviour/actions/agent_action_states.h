@@ -39,7 +39,7 @@ PEDFLUX_NAMES(ListActionAssignment, {{ListActionAssignment::IN_ORDER, "IN_ORDER"
         __VA_ARGS__;                                \
     }
 
-inline constexpr RequiredRange A_DURATION{{0, WITHOUT_END, "s"}};
+inline constexpr RequiredRange A_DURATION{{0, unlimited, "s"}};
 inline constexpr RequiredRange A_COUNT{{0, std::numeric_limits<int>::max()}};
 
 /// Throws Exception unless there are as many weights as there are things of a name.
@@ -104,7 +104,7 @@ struct Destinations {
     template <class Self, class Field>
     static void fields_of(Self& self, Field&& field, std::string_view name, RefersTo const& rule) {
         field(name, self.ids, rule);
-        field("weights", self.weights, NOT_NEGATIVE);
+        field("weights", self.weights, not_negative);
         field("destinationAssignment", self.assignment);
     }
 };
@@ -140,7 +140,7 @@ ACTION_WITH_DESTINATIONS(
 
 struct WaitState : ActionState {
     std::shared_ptr<WaitStyle> style;
-    ACTION_FIELDS(ActionState, field("waitStyle", self.style, REQUIRED))
+    ACTION_FIELDS(ActionState, field("waitStyle", self.style, must_be_given))
 };
 struct WaitForDurationActionState : WaitState {
     ACTION_KIND(WAIT_FOR_DURATION, WaitForDurationAction)
@@ -153,12 +153,12 @@ struct WaitForeverActionState : WaitState {
 struct WaitUntilTimeActionState : WaitState {
     ACTION_KIND(WAIT_UNTIL_TIME, WaitUntilTimeAction)
     std::shared_ptr<TimeReference> time;
-    ACTION_FIELDS(WaitState, field("timeReference", self.time, REQUIRED))
+    ACTION_FIELDS(WaitState, field("timeReference", self.time, must_be_given))
 };
 struct WaitWhileTestTrueActionState : WaitState {
     ACTION_KIND(WAIT_WHILE_TEST_TRUE, WaitWhileTestTrueAction)
     std::shared_ptr<AgentTest> test;
-    ACTION_FIELDS(WaitState, field("agentTest", self.test, REQUIRED))
+    ACTION_FIELDS(WaitState, field("agentTest", self.test, must_be_given))
 };
 
 // What happens at once.
@@ -205,15 +205,15 @@ struct ListActionState : ActionState {
     ACTION_KIND(LIST, ListAction)
     std::vector<std::shared_ptr<AgentAction>> actions;
     ListActionAssignment assignment = ListActionAssignment::IN_ORDER;
-    ACTION_FIELDS(ActionState, field("childActions", self.actions, REQUIRED),
+    ACTION_FIELDS(ActionState, field("childActions", self.actions, must_be_given),
                   field("listActionAssignment", self.assignment))
 };
 struct ChooseFromSetActionState : ActionState {
     ACTION_KIND(CHOOSE_FROM_SET, ChooseFromSetAction)
     std::vector<std::shared_ptr<AgentAction>> actions;
     std::vector<double> weights;  ///< one for each action
-    ACTION_FIELDS(ActionState, field("childActions", self.actions, REQUIRED),
-                  field("weights", self.weights, NOT_NEGATIVE))
+    ACTION_FIELDS(ActionState, field("childActions", self.actions, must_be_given),
+                  field("weights", self.weights, not_negative))
     static void check(Subject const& subject, ChooseFromSetActionState const& self) {
         require_one_weight_each(subject, "childActions", self.actions.size(), self.weights);
     }
@@ -221,13 +221,14 @@ struct ChooseFromSetActionState : ActionState {
 struct ApplyActionActionState : ActionState {
     ACTION_KIND(APPLY_ACTION, ApplyActionAction)
     std::shared_ptr<AgentAction> action;
-    ACTION_FIELDS(ActionState, field("appliedAction", self.action, REQUIRED))
+    ACTION_FIELDS(ActionState, field("appliedAction", self.action, must_be_given))
 };
 
 struct ConditionalState : ActionState {
     std::shared_ptr<AgentTest> test;
     std::shared_ptr<AgentAction> then_action;
-    ACTION_FIELDS(ActionState, field("ifTest", self.test, REQUIRED), field("thenAction", self.then_action, REQUIRED))
+    ACTION_FIELDS(ActionState, field("ifTest", self.test, must_be_given),
+                  field("thenAction", self.then_action, must_be_given))
 };
 struct IfThenActionState : ConditionalState {
     ACTION_KIND(IF_THEN, IfThenAction)
@@ -235,13 +236,13 @@ struct IfThenActionState : ConditionalState {
 struct IfThenElseActionState : ConditionalState {
     ACTION_KIND(IF_THEN_ELSE, IfThenElseAction)
     std::shared_ptr<AgentAction> else_action;
-    ACTION_FIELDS(ConditionalState, field("elseAction", self.else_action, REQUIRED))
+    ACTION_FIELDS(ConditionalState, field("elseAction", self.else_action, must_be_given))
 };
 
 struct DoUntilState : ActionState {
     std::shared_ptr<AgentAction> action;
     std::shared_ptr<WaitStyle> early_wait_style;  ///< empty: the agent does not wait when the action is done early
-    ACTION_FIELDS(ActionState, field("doAction", self.action, REQUIRED),
+    ACTION_FIELDS(ActionState, field("doAction", self.action, must_be_given),
                   field("waitIfDoActionDoneEarly", self.early_wait_style))
 };
 struct DoUntilDurationEndsActionState : DoUntilState {
@@ -252,17 +253,17 @@ struct DoUntilDurationEndsActionState : DoUntilState {
 struct DoUntilTestFailsActionState : DoUntilState {
     ACTION_KIND(DO_UNTIL_TEST_FAILS, DoUntilTestFailsAction)
     std::shared_ptr<AgentTest> test;
-    ACTION_FIELDS(DoUntilState, field("agentTest", self.test, REQUIRED))
+    ACTION_FIELDS(DoUntilState, field("agentTest", self.test, must_be_given))
 };
 struct DoUntilTimeActionState : DoUntilState {
     ACTION_KIND(DO_UNTIL_TIME, DoUntilTimeAction)
     std::shared_ptr<TimeReference> time;
-    ACTION_FIELDS(DoUntilState, field("timeReference", self.time, REQUIRED))
+    ACTION_FIELDS(DoUntilState, field("timeReference", self.time, must_be_given))
 };
 
 struct RepeatState : ActionState {
     std::shared_ptr<AgentAction> action;
-    ACTION_FIELDS(ActionState, field("repeatAction", self.action, REQUIRED))
+    ACTION_FIELDS(ActionState, field("repeatAction", self.action, must_be_given))
 };
 struct RepeatForCountActionState : RepeatState {
     ACTION_KIND(REPEAT_FOR_COUNT, RepeatForCountAction)
@@ -280,12 +281,12 @@ struct RepeatForeverActionState : RepeatState {
 struct RepeatUntilTimeActionState : RepeatState {
     ACTION_KIND(REPEAT_UNTIL_TIME, RepeatUntilTimeAction)
     std::shared_ptr<TimeReference> time;
-    ACTION_FIELDS(RepeatState, field("timeReference", self.time, REQUIRED))
+    ACTION_FIELDS(RepeatState, field("timeReference", self.time, must_be_given))
 };
 struct RepeatWhileTestTrueActionState : RepeatState {
     ACTION_KIND(REPEAT_WHILE_TEST_TRUE, RepeatWhileTestTrueAction)
     std::shared_ptr<AgentTest> test;
-    ACTION_FIELDS(RepeatState, field("agentTest", self.test, REQUIRED))
+    ACTION_FIELDS(RepeatState, field("agentTest", self.test, must_be_given))
 };
 
 #undef ACTION_FIELDS
@@ -344,7 +345,7 @@ struct AgentActionObjectState : ObjectState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
-        field("agentAction", self.action, REQUIRED);
+        field("agentAction", self.action, must_be_given);
     }
     /// Throws Exception when the action leads back to the object by way of named actions.
     static void check(AgentActionObjectState const& self) { require_no_way_back(self, *self.action); }

@@ -48,18 +48,18 @@ PEDFLUX_NAMES(BooleanOperator, {{BooleanOperator::AND, "AND"}, {BooleanOperator:
 
 FILTER_BY(ActivityFilter, ACTIVITY, AgentActivity, "agentActivity")
 FILTER_BY(AtServerFilter, AT_SERVER, GlobalId, "server", A_SERVER)
-FILTER_BY(AtTransitionFilter, AT_TRANSITION, std::shared_ptr<Transition>, "transition", REQUIRED)
+FILTER_BY(AtTransitionFilter, AT_TRANSITION, std::shared_ptr<Transition>, "transition", must_be_given)
 FILTER_BY(CreatedByFilter, CREATED_BY, GlobalId, "event", AN_EVENT_WITH_PEOPLE)
 FILTER_BY(EndStateFilter, END_STATE, AgentStateAtSimulationEnd, "agentStateAtSimulationEnd")
 FILTER_BY(EnteredAtFilter, ENTERED_AT, GlobalId, "object", A_PLACE)
 FILTER_BY(ExitedAtFilter, EXITED_AT, GlobalId, "object", A_PLACE)
 FILTER_BY(InAreaFilter, IN_AREA, GlobalId, "area", AN_AREA)
-FILTER_BY(InTripFilter, IN_TRIP, std::shared_ptr<Trip>, "trip", REQUIRED)
+FILTER_BY(InTripFilter, IN_TRIP, std::shared_ptr<Trip>, "trip", must_be_given)
 FILTER_BY(NamedFilter, NAMED, GlobalId, "agentFilterObject", A_FILTER_OBJECT)
 FILTER_BY(ProfileFilter, PROFILE, GlobalId, "profile", A_PROFILE)
 FILTER_BY(TokenFilter, TOKEN, GlobalId, "token", A_TOKEN)
-FILTER_BY(NotFilter, NOT, std::shared_ptr<AgentFilter>, "negatedFilter", REQUIRED)
-FILTER_BY(IsEverFilter, IS_EVER, std::shared_ptr<AgentFilter>, "isEverFilter", REQUIRED)
+FILTER_BY(NotFilter, NOT, std::shared_ptr<AgentFilter>, "negatedFilter", must_be_given)
+FILTER_BY(IsEverFilter, IS_EVER, std::shared_ptr<AgentFilter>, "isEverFilter", must_be_given)
 #undef FILTER_BY
 
 struct AllAgentsFilterState : NodeState {
@@ -78,8 +78,8 @@ struct FilterRangeState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("rangeMin", self.min, NOT_NEGATIVE);
-        field("rangeMax", self.max, NOT_NEGATIVE);
+        field("rangeMin", self.min, not_negative);
+        field("rangeMax", self.max, not_negative);
     }
     static void check(Subject const& subject, FilterRangeState const& self) {
         if (self.min && self.max && *self.min > *self.max) {
@@ -113,7 +113,7 @@ struct ProximityFilterState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("distance", self.distance, Range{0, WITHOUT_END, "m", true});
+        field("distance", self.distance, Range{0, unlimited, "m", true});
         field("ignoreBarriers", self.ignore_barriers);
     }
 };
@@ -129,8 +129,8 @@ struct CompoundFilterState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("firstChildFilter", self.first, REQUIRED);
-        field("secondChildFilter", self.second, REQUIRED);
+        field("firstChildFilter", self.first, must_be_given);
+        field("secondChildFilter", self.second, must_be_given);
         field("booleanOperator", self.combination);
     }
 };
@@ -140,7 +140,7 @@ struct FilterListState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("childFilters", self.children, REQUIRED);
+        field("childFilters", self.children, must_be_given);
     }
 };
 
@@ -172,7 +172,7 @@ struct AgentFilterObjectState : ObjectState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
-        field("agentFilter", self.filter, REQUIRED);
+        field("agentFilter", self.filter, must_be_given);
     }
 };
 

@@ -168,9 +168,9 @@ struct TallyTestState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("firstTally", self.first, REQUIRED);
+        field("firstTally", self.first, must_be_given);
         field("comparisonType", self.comparison);
-        field("secondTally", self.second, REQUIRED);
+        field("secondTally", self.second, must_be_given);
     }
 };
 
@@ -184,7 +184,7 @@ struct TimeTestState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("timeReference", self.time, REQUIRED);
+        field("timeReference", self.time, must_be_given);
         field("timeComparison", self.comparison);
     }
 };
@@ -211,7 +211,7 @@ struct NotTestState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("negatedTest", self.child, REQUIRED);
+        field("negatedTest", self.child, must_be_given);
     }
 };
 
@@ -226,8 +226,8 @@ struct CompoundTestState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("firstChildTest", self.first, REQUIRED);
-        field("secondChildTest", self.second, REQUIRED);
+        field("firstChildTest", self.first, must_be_given);
+        field("secondChildTest", self.second, must_be_given);
         field("booleanOperator", self.combination);
     }
 };
@@ -237,7 +237,7 @@ struct TestListState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("childTests", self.children, REQUIRED);
+        field("childTests", self.children, must_be_given);
     }
 };
 
@@ -269,7 +269,7 @@ struct AgentTestObjectState : ObjectState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
-        field("agentTest", self.test, REQUIRED);
+        field("agentTest", self.test, must_be_given);
     }
 };
 

@@ -28,8 +28,8 @@ std::shared_ptr<ScaleTally> scaled(std::shared_ptr<Tally> const& tally) {
 
 TEST(Nodes, NestToTheLimitAndNoFurther) {
     std::shared_ptr<Tally> tree = std::make_shared<VariableTally>(1);
-    for (int level = 1; level < DEEPEST_NODE; ++level) tree = scaled(tree);
-    EXPECT_EQ(tree->Clone()->GetAllNestedChildTallies().size(), std::size_t{DEEPEST_NODE} - 1);
+    for (int level = 1; level < deepest_node; ++level) tree = scaled(tree);
+    EXPECT_EQ(tree->Clone()->GetAllNestedChildTallies().size(), std::size_t{deepest_node} - 1);
     EXPECT_THAT(refusal([&] { scaled(tree); }), testing::HasSubstr("nested deeper than 64 levels"));
 }
 
@@ -52,7 +52,7 @@ TEST(Nodes, SharedPartsCountWhereverTheyStand) {
     std::shared_ptr<Tally> tree = std::make_shared<VariableTally>(1);
     std::string refused = "no refusal";
     int level = 0;
-    while (refused == "no refusal" && ++level < DEEPEST_NODE)
+    while (refused == "no refusal" && ++level < deepest_node)
         refused = refusal([&] { tree = std::make_shared<AddTally>(tree, tree); });
     EXPECT_THAT(refused, testing::HasSubstr("more than 100000 parts"));
     EXPECT_EQ(level, 17) << "2 to the power of 16 leaves and as many sums fit just not";
