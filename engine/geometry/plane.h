@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -35,6 +37,18 @@ inline Point unit(Point a) {
     return size > 0 ? Point{a.x / size, a.z / size} : a;
 }
 inline bool is_finite(Point a) { return std::isfinite(a.x) && std::isfinite(a.z); }
+
+/// The least rectangle along the axes around points.
+struct Bounds {
+    Point low{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
+    Point high{-std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
+
+    constexpr void cover(Point point) {
+        low = {std::min(low.x, point.x), std::min(low.z, point.z)};
+        high = {std::max(high.x, point.x), std::max(high.z, point.z)};
+    }
+    constexpr bool empty() const { return low.x > high.x; }
+};
 
 struct Segment {
     Point from;

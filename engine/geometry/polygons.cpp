@@ -28,8 +28,7 @@ class Lattice {
     void cover(Ring const& ring) {
         for (Point const point : ring) {
             if (!is_finite(point)) refuse("a corner of a plan is not a number; every coordinate must be finite");
-            low_ = {std::min(low_.x, point.x), std::min(low_.z, point.z)};
-            high_ = {std::max(high_.x, point.x), std::max(high_.z, point.z)};
+            bounds_.cover(point);
         }
     }
     void cover(Polygons const& polygons) {
@@ -39,11 +38,12 @@ class Lattice {
         }
     }
     void settle() {
-        if (low_.x > high_.x) return;
-        if (high_.x - low_.x > 2 * reach || high_.z - low_.z > 2 * reach)
-            refuse(fmt::format("a plan reaches from {} to {}; at most 10,000 m can be computed", text_of(low_),
-                               text_of(high_)));
-        origin_ = {settled(low_.x, high_.x), settled(low_.z, high_.z)};
+        if (bounds_.empty()) return;
+        auto const& [low, high] = bounds_;
+        if (high.x - low.x > 2 * reach || high.z - low.z > 2 * reach)
+            refuse(fmt::format("a plan reaches from {} to {}; at most 10,000 m can be computed", text_of(low),
+                               text_of(high)));
+        origin_ = {settled(low.x, high.x), settled(low.z, high.z)};
     }
 
     IntPoint on(Point point) const {
@@ -60,8 +60,7 @@ class Lattice {
     static double settled(double low, double high) {
         return std::max(-low, high) <= reach ? 0 : std::round((low + high) / 2);
     }
-    Point low_{reach * reach, reach* reach};
-    Point high_{-reach * reach, -reach* reach};
+    Bounds bounds_;
     Point origin_;
 };
 

@@ -21,13 +21,6 @@ constexpr int tries_in_area = 60;
 /// Distance of neighbouring places of an ordered placement (metres).
 constexpr double slot_width = 0.55;
 
-std::uint64_t key_of(navigation::RegionIndex region, std::int64_t column, std::int64_t row) {
-    auto const part = [](std::int64_t value) { return static_cast<std::uint64_t>(value) & 0xffffff; };
-    return (static_cast<std::uint64_t>(region) << 48) | (part(column) << 24) | part(row);
-}
-
-std::int64_t cell_of(double coordinate) { return static_cast<std::int64_t>(std::floor(coordinate / cell_size)); }
-
 /// The fractions of a portal's line to try, in this order.
 std::vector<double> fractions_to_try(AgentInitialPlacement placement, double line_length, std::uint32_t number,
                                      Random& random) {
@@ -65,18 +58,10 @@ std::optional<Spot> spot_at_portal(SimulationState const& run, std::uint32_t doo
     return std::nullopt;
 }
 
-struct Extent {
-    Point least;
-    Point most;
-};
-
-Extent extent_of(Polygon const& polygon) {
-    Extent extent{polygon.outline.front(), polygon.outline.front()};
-    for (Point const corner : polygon.outline) {
-        extent.least = {std::min(extent.least.x, corner.x), std::min(extent.least.z, corner.z)};
-        extent.most = {std::max(extent.most.x, corner.x), std::max(extent.most.z, corner.z)};
-    }
-    return extent;
+Bounds bounds_of(Polygon const& polygon) {
+    Bounds bounds;
+    for (Point const corner : polygon.outline) bounds.cover(corner);
+    return bounds;
 }
 
 /// A random point of the regions' polygons, each piece of area equally likely; it may miss.
@@ -85,15 +70,15 @@ Spot random_spot(SimulationState const& run, Place const& place, Random& random)
     std::vector<std::pair<navigation::RegionIndex, Polygon const*>> parts;
     for (auto const region : place.regions) {
         for (auto const& polygon : run.plan.surfaces[region].walkable) {
-            auto const extent = extent_of(polygon);
-            areas.push_back((extent.most.x - extent.least.x) * (extent.most.z - extent.least.z));
+            auto const bounds = bounds_of(polygon);
+            areas.push_back((bounds.high.x - bounds.low.x) * (bounds.high.z - bounds.low.z));
             parts.emplace_back(region, &polygon);
         }
     }
     auto const [region, polygon] = parts[draw_weighted(areas, random)];
-    auto const extent = extent_of(*polygon);
-    double const x = extent.least.x + random.uniform() * (extent.most.x - extent.least.x);
-    double const z = extent.least.z + random.uniform() * (extent.most.z - extent.least.z);
+    auto const bounds = bounds_of(*polygon);
+    double const x = bounds.low.x + random.uniform() * (bounds.high.x - bounds.low.x);
+    double const z = bounds.low.z + random.uniform() * (bounds.high.z - bounds.low.z);
     return {region, {x, z}};
 }
 
@@ -110,27 +95,19 @@ std::optional<Spot> spot_in_area(SimulationState const& run, Place const& place,
 
 }  // namespace
 
-Occupancy::Occupancy(SimulationState const& run) {
+Occupancy::Occupancy(SimulationState const& run) : bodies_(run.plan.surfaces.size(), SparseGrid<Body>(cell_size)) {
     for (auto const& motion : run.motions) add(motion.region, motion.position, run.crowd.radius(motion.body));
 }
 
 void Occupancy::add(navigation::RegionIndex region, Point place, double radius) {
     largest_ = std::max(largest_, radius);
-    cells_[key_of(region, cell_of(place.x), cell_of(place.z))].push_back({place, radius});
+    bodies_[region].add(place, {place, radius});
 }
 
 bool Occupancy::is_free(navigation::RegionIndex region, Point place, double radius) const {
-    double const reach = largest_ + radius + gap;
-    for (auto column = cell_of(place.x - reach); column <= cell_of(place.x + reach); ++column) {
-        for (auto row = cell_of(place.z - reach); row <= cell_of(place.z + reach); ++row) {
-            auto const cell = cells_.find(key_of(region, column, row));
-            if (cell == cells_.end()) continue;
-            for (auto const& body : cell->second) {
-                if (distance(body.place, place) < body.radius + radius + gap) return false;
-            }
-        }
-    }
-    return true;
+    return !bodies_[region].any_near(place, largest_ + radius + gap, [&](Body const& body) {
+        return distance(body.place, place) < body.radius + radius + gap;
+    });
 }
 
 std::optional<Spot> spot_for(SimulationState const& run, SpawnRequest const& request, Occupancy const& occupancy) {

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "engine/geometry/uniform_grid.h"
 #include "engine/simulation/frame/simulation_state.h"
 
 #include <cstdint>
 #include <optional>
-#include <unordered_map>
 #include <vector>
 
 namespace pedflux::engine {
@@ -23,7 +23,7 @@ class Occupancy {
         Point place;
         double radius;
     };
-    std::unordered_map<std::uint64_t, std::vector<Body>> cells_;
+    std::vector<SparseGrid<Body>> bodies_;  ///< by region
     double largest_ = 0;
 };
 

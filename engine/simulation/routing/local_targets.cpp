@@ -55,17 +55,15 @@ double share_of(std::uint32_t key, double breadth) {
 DensityGrid::DensityGrid(FloorPlan const& plan) {
     std::size_t first = 0;
     for (auto const& surface : plan.surfaces) {
-        Point low{1e300, 1e300};
-        Point high{-1e300, -1e300};
-        for (auto const& object : surface.faces) {
-            for (auto const& corner : object) {
-                low = {std::min(low.x, corner.x), std::min(low.z, corner.z)};
-                high = {std::max(high.x, corner.x), std::max(high.z, corner.z)};
-            }
+        Bounds bounds;
+        for (auto const& face : surface.faces) {
+            for (auto const& corner : face) bounds.cover({corner.x, corner.z});
         }
-        auto const squares = [](double length) { return static_cast<std::uint32_t>(length / square) + 3; };
-        Grid const grid{low - Point{square / 2, square / 2}, squares(high.x - low.x), squares(high.z - low.z), first};
-        first += std::size_t{grid.columns} * grid.rows;
+        SurfaceGrid grid{grid_over(bounds, square), first};
+        grid.corner = grid.corner - Point{square, square};
+        grid.columns += 2;
+        grid.rows += 2;
+        first += grid.cell_count();
         grids_.push_back(grid);
     }
     counts_.resize(first);
@@ -77,12 +75,7 @@ void DensityGrid::count(std::span<AgentMotion const> motions) {
     for (auto const& motion : motions) {
         // Somebody whom a program leads may be off the floor: it counts at the edge.
         auto const& grid = grids_[motion.region];
-        auto const step = [](double metres, std::uint32_t squares) {
-            return static_cast<std::size_t>(std::clamp(std::round(metres / square), 0.0, squares - 1.0));
-        };
-        auto const column = step(motion.position.x - grid.first_middle.x, grid.columns);
-        auto const row = step(motion.position.z - grid.first_middle.z, grid.rows);
-        auto const place = grid.first + row * grid.columns + column;
+        auto const place = grid.first + grid.cell_of(motion.position);
         ++counts_[place];
         counted_.push_back(place);
     }
@@ -90,13 +83,15 @@ void DensityGrid::count(std::span<AgentMotion const> motions) {
 
 double DensityGrid::density(navigation::RegionIndex region, Point point) const {
     auto const& grid = grids_[region];
-    double const x = std::clamp((point.x - grid.first_middle.x) / square, 0.0, grid.columns - 2.0);
-    double const z = std::clamp((point.z - grid.first_middle.z) / square, 0.0, grid.rows - 2.0);
-    auto const column = static_cast<std::size_t>(x);
-    auto const row = static_cast<std::size_t>(z);
-    double const right = x - static_cast<double>(column);
-    double const down = z - static_cast<double>(row);
-    auto const* const here = &counts_[grid.first + row * grid.columns + column];
+    // Between the middles of four squares.
+    Point const first_middle = grid.centre(0, 0);
+    double const x = std::clamp((point.x - first_middle.x) / square, 0.0, grid.columns - 2.0);
+    double const z = std::clamp((point.z - first_middle.z) / square, 0.0, grid.rows - 2.0);
+    auto const column = static_cast<std::uint32_t>(x);
+    auto const row = static_cast<std::uint32_t>(z);
+    double const right = x - column;
+    double const down = z - row;
+    auto const* const here = &counts_[grid.first + grid.cell(column, row)];
     auto const* const below = here + grid.columns;
     double const people =
         (1 - down) * ((1 - right) * here[0] + right * here[1]) + down * ((1 - right) * below[0] + right * below[1]);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/geometry/plane.h"
+#include "engine/geometry/uniform_grid.h"
 #include "engine/navigation/navigation.h"
 
 #include <cstdint>
@@ -25,14 +25,12 @@ class DensityGrid {
     double density(navigation::RegionIndex region, Point point) const;
 
   private:
-    struct Grid {
-        Point first_middle;  ///< of the first square
-        std::uint32_t columns = 0;
-        std::uint32_t rows = 0;
+    /// The squares of a surface and, around them, squares that stay empty.
+    struct SurfaceGrid : UniformGrid {
         std::size_t first = 0;  ///< among all squares
     };
 
-    std::vector<Grid> grids_;
+    std::vector<SurfaceGrid> grids_;
     std::vector<std::uint16_t> counts_;
     std::vector<std::size_t> counted_;
 };
