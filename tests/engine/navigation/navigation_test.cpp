@@ -1,6 +1,6 @@
 #include "engine/navigation/navigation.h"
 
-#include "tests/engine/navigation/plans.h"
+#include "tests/engine/navigation/floor_plans.h"
 #include "tests/engine/navigation/visibility_graph.h"
 
 #include <pedflux/exception.h>
