@@ -5,7 +5,7 @@ packages=(
     g++ cmake ninja-build ccache
     openjdk-17-jdk-headless junit5
     libclang-14-dev
-    libsqlite3-dev nlohmann-json3-dev libpolyclipping-dev libcsv-dev
+    libsqlite3-dev nlohmann-json3-dev libpolyclipping-dev libcsv-dev libfmt-dev
     libgtest-dev libgmock-dev libbenchmark-dev librecast-dev
     libjts-java fonts-dejavu-core
     clang-format-14 binutils
