@@ -12,6 +12,8 @@
 
 namespace pedflux::engine {
 
+static_assert(frame_value_count == 13 && agent_value_count == 7, "each value of recorded_values.h needs its source");
+
 namespace {
 
 /// The last frame of an episode that goes on.
