@@ -16,6 +16,8 @@
 
 namespace pedflux::engine {
 
+static_assert(frame_value_count == 13 && agent_value_count == 7, "each value of recorded_values.h needs its source");
+
 namespace {
 
 /// An agent stands below the first of these speeds and runs above the second (metres per second).
