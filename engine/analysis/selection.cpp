@@ -41,12 +41,13 @@ class Compiler {
                 return combined({state.first, state.second}, state.combination == BooleanOperator::AND);
             }
             case AgentFilterType::ALL_OF:
-                return combined(state_of<FilterListState>(filter).children, true);
+                return combined(children_of(filter), true);
             case AgentFilterType::ANY_OF:
-                return combined(state_of<FilterListState>(filter).children, false);
+                return combined(children_of(filter), false);
             case AgentFilterType::NONE_OF:
-                return [any = combined(state_of<FilterListState>(filter).children, false)](
-                           View const& view, std::size_t i) { return !any(view, i); };
+                return [any = combined(children_of(filter), false)](View const& view, std::size_t i) {
+                    return !any(view, i);
+                };
             case AgentFilterType::IS_EVER:
                 return ever(test(*state_of<IsEverFilterState>(filter).value));
             case AgentFilterType::PROFILE:

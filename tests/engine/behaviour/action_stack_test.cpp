@@ -14,8 +14,8 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-using Action = Rule<AgentAction>;
-using Actions = RuleList<AgentAction>;
+using Action = NodePointerOf<AgentAction>;
+using Actions = NodeList<AgentAction>;
 using Type = AgentActionTypeId;
 
 /// A world of one agent, which holds tokens and arrives when the test says so.
@@ -33,7 +33,7 @@ struct FakeScene : ActionScene {
         return reference.seconds;
     }
     bool pursue(ActionTask const&) override { return std::exchange(arrived, false); }
-    void happen(ActionNode const& node) override {
+    void happen(ActionEffect, ActionNode const& node) override {
         happened.push_back(node.type);
         for (auto token : plan.objects_of(node)) {
             if (node.type == Type::ADD_TOKENS) tokens.insert(token.GetString());

@@ -12,8 +12,8 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-using Action = Rule<AgentAction>;
-using Actions = RuleList<AgentAction>;
+using Action = NodePointerOf<AgentAction>;
+using Actions = NodeList<AgentAction>;
 
 #define STAND_IN(Class, KIND, Base)                          \
     struct Class##State : Base {                             \

@@ -10,8 +10,8 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-using Filter = Rule<AgentFilter>;
-using Filters = RuleList<AgentFilter>;
+using Filter = NodePointerOf<AgentFilter>;
+using Filters = NodeList<AgentFilter>;
 
 Filter everyone() { return std::make_shared<AllAgentsFilter>(); }
 

@@ -9,8 +9,8 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-using Question = Rule<AgentTest>;
-using Tests = RuleList<AgentTest>;
+using Question = NodePointerOf<AgentTest>;
+using Tests = NodeList<AgentTest>;
 
 Question always() { return std::make_shared<AlwaysTrueTest>(); }
 

@@ -15,8 +15,8 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-using TallyPointer = Rule<Tally>;
-using TallyList = RuleList<Tally>;
+using TallyPointer = NodePointerOf<Tally>;
+using TallyList = NodeList<Tally>;
 
 TallyPointer number(double value) { return std::make_shared<VariableTally>(value); }
 

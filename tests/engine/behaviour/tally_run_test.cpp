@@ -245,7 +245,7 @@ TEST_F(TallyRuns, ExpressionsAreFiniteNumbers) {
     auto const quotient = [](double numerator, double denominator, ZeroOverZeroValue rule) {
         return std::make_shared<DivideTally>(number(numerator), number(denominator), rule);
     };
-    using List = RuleList<Tally>;
+    using List = NodeList<Tally>;
     using enum ZeroOverZeroValue;
     struct {
         std::shared_ptr<Tally> tally;

@@ -10,8 +10,8 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-using TransitionPointer = Rule<Transition>;
-using TransitionList = RuleList<Transition>;
+using TransitionPointer = NodePointerOf<Transition>;
+using TransitionList = NodeList<Transition>;
 
 struct Transitions : TimeRules {
     TransitionList one_of_each() const {

@@ -13,8 +13,8 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-using TriggerPointer = Rule<Trigger>;
-using TriggerList = RuleList<Trigger>;
+using TriggerPointer = NodePointerOf<Trigger>;
+using TriggerList = NodeList<Trigger>;
 
 TriggerPointer at(int seconds) { return std::make_shared<AbsoluteTimeTrigger>(seconds); }
 
@@ -52,7 +52,7 @@ struct Triggers : TimeRules {
                 std::make_shared<TransitionCountTrigger>(tick, Transition::AtPortal(portal), 20, true),
                 std::make_shared<WheneverTrigger>(running)};
     }
-    RuleList<TriggerRange> one_range_of_each() const {
+    NodeList<TriggerRange> one_range_of_each() const {
         return {std::make_shared<AllSimulationTriggerRange>(), std::make_shared<BoundedTriggerRange>(at(10), running),
                 std::make_shared<OverDurationTriggerRange>(at(10), 60),
                 std::make_shared<ScheduledTriggerRange>(running, std::vector{0, 100}, std::vector{30, 40}),
@@ -314,7 +314,7 @@ TEST_F(Triggers, RangesHaveAStartBeforeAnObjectTakesThem) {
     auto const over = std::make_shared<OverDurationTriggerRange>();
     auto const scheduled = std::make_shared<ScheduledTriggerRange>();
     auto const whenever = std::make_shared<WheneverTriggerRange>();
-    for (auto const& range : RuleList<TriggerRange>{bounded, over, scheduled, whenever}) {
+    for (auto const& range : NodeList<TriggerRange>{bounded, over, scheduled, whenever}) {
         EXPECT_EQ(range->GetStartTrigger(), nullptr);
         expect_refused(range, "triggerRange.startTrigger must be given");
     }
@@ -327,7 +327,7 @@ TEST_F(Triggers, RangesHaveAStartBeforeAnObjectTakesThem) {
     over->SetStartTrigger(tick);
     scheduled->SetStartTrigger(tick);
     whenever->SetStartTrigger(running);
-    for (auto const& range : RuleList<TriggerRange>{bounded, over, scheduled, whenever}) {
+    for (auto const& range : NodeList<TriggerRange>{bounded, over, scheduled, whenever}) {
         access->SetTriggerRange(range);
         EXPECT_EQ(access->GetTriggerRange()->GetTriggerRangeTypeId(), range->GetTriggerRangeTypeId());
     }
