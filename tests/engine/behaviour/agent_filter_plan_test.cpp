@@ -2,6 +2,7 @@
 
 #include "tests/engine/behaviour/agent_moments.h"
 #include "tests/engine/behaviour/agent_rules.h"
+#include "tests/engine/refusal.h"
 
 #include <array>
 
@@ -160,13 +161,13 @@ TEST_F(AgentFilterPlans, RefuseNamesThatLeadBack) {
     auto const b = name("B", AgentFilter::IsEver(by_name(*a)));
     a->SetAgentFilter(AgentFilter::AnyOf({by_name(*b)}));
     Mentions mentions;
-    EXPECT_THAT(refusal([&] { compile(*by_name(*a), document, mentions); }),
+    EXPECT_THAT(refusal_of([&] { compile(*by_name(*a), document, mentions); }),
                 HasSubstr("AgentFilterObject 'A' leads back to itself by names: 'A' -> 'B' -> 'A'"));
     auto last = name("Doubling", std::make_shared<AllAgentsFilter>());
     for (int i = 1; i <= 20; ++i) {
         last = name(document.next_unique_name("Doubling"), AgentFilter::AnyOf({by_name(*last), by_name(*last)}));
     }
-    EXPECT_THAT(refusal([&] { compile(*by_name(*last), document, mentions); }),
+    EXPECT_THAT(refusal_of([&] { compile(*by_name(*last), document, mentions); }),
                 HasSubstr("AgentFilter: with those that it names, nested deeper than 1000 levels or made of more than "
                           "100000 parts"));
 }

@@ -2,6 +2,7 @@
 
 #include "engine/behaviour/tally_object_states.h"
 #include "tests/engine/behaviour/agent_rules.h"
+#include "tests/engine/refusal.h"
 
 #include <algorithm>
 #include <limits>
@@ -308,7 +309,7 @@ TEST_F(TallyRuns, MeasuresSayWhatTheyAreOf) {
     EXPECT_EQ(plan.measures[2].transition, 0u);
 
     mentions.tallies = {std::make_shared<NamedTally>(GlobalId::Generate())};
-    EXPECT_THAT(refusal([&] { compile_tallies(document, mentions); }), testing::HasSubstr("no tally object"));
+    EXPECT_THAT(refusal_of([&] { compile_tallies(document, mentions); }), testing::HasSubstr("no tally object"));
 }
 
 TEST_F(TallyRuns, NamedTalliesHaveTheValueOfTheSameFrame) {
