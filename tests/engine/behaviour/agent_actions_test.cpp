@@ -248,7 +248,8 @@ TEST_F(AgentActions, ChoicesAreEditedAllOrNothing) {
              {[&] { choice.SetChildAction(2, nothing()); }, "there is no child 2, it has 2"},
              {[&] { choice.SetChildAction(0, nullptr); }, "childActions.0 must be given, not empty"},
              {[&] { choice.SetWeight(-1, 1); }, "there is no weight -1, it has 2"},
-             {[&] { choice.SetWeight(0, std::numeric_limits<double>::quiet_NaN()); }, "weights.0 must be at least 0, not nan"},
+             {[&] { choice.SetWeight(0, std::numeric_limits<double>::quiet_NaN()); },
+              "weights.0 must be at least 0, not nan"},
              {[&] { choice.SetWeights({1}); }, "must be as many as their weights, which number 1, not 2"},
              {[&] {
                   choice.SetChildActions({nothing(), nullptr});
