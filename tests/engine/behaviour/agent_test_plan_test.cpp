@@ -2,6 +2,7 @@
 #include "engine/behaviour/tests/test_program.h"
 #include "tests/engine/behaviour/agent_moments.h"
 #include "tests/engine/behaviour/agent_rules.h"
+#include "tests/engine/refusal.h"
 
 #include <algorithm>
 #include <cmath>
@@ -278,11 +279,11 @@ TEST_F(AgentTestPlans, RefuseNamesThatLeadNowhere) {
     auto const c = name("C", std::make_shared<AnyOfTest>(holds_token(), by_name(*b)));
     a->SetAgentTest(by_name(*c));
     SymbolTable symbols;
-    EXPECT_THAT(refusal([&] { compile(*by_name(*b), document, symbols); }),
+    EXPECT_THAT(refusal_of([&] { compile(*by_name(*b), document, symbols); }),
                 HasSubstr("AgentTestObject 'B' leads back to itself by names: 'B' -> 'A' -> 'C' -> 'B'"));
     a->SetAgentTest(by_name(*a));
-    EXPECT_THAT(refusal([&] { compile(*by_name(*c), document, symbols); }), HasSubstr("'A' -> 'A'"));
-    EXPECT_THAT(refusal([&] { compile(NamedTest(GlobalId::Generate()), document, symbols); }),
+    EXPECT_THAT(refusal_of([&] { compile(*by_name(*c), document, symbols); }), HasSubstr("'A' -> 'A'"));
+    EXPECT_THAT(refusal_of([&] { compile(NamedTest(GlobalId::Generate()), document, symbols); }),
                 HasSubstr("AgentTestObject: the project has none with the identifier"));
 
     // Each names the one before twice, so that the whole doubles with every name.
@@ -290,9 +291,9 @@ TEST_F(AgentTestPlans, RefuseNamesThatLeadNowhere) {
     for (int i = 1; i <= 20; ++i) {
         last = name("Doubling " + std::to_string(i), std::make_shared<AnyOfTest>(by_name(*last), by_name(*last)));
     }
-    EXPECT_THAT(refusal([&] { compile(*by_name(*last), document, symbols); }), HasSubstr("more than 100000 parts"));
+    EXPECT_THAT(refusal_of([&] { compile(*by_name(*last), document, symbols); }), HasSubstr("more than 100000 parts"));
     for (int i = 0; i < 1'000; ++i) last = name("Link " + std::to_string(i), by_name(*last));
-    EXPECT_THAT(refusal([&] { compile(*by_name(*last), document, symbols); }), HasSubstr("deeper than 1000 levels"));
+    EXPECT_THAT(refusal_of([&] { compile(*by_name(*last), document, symbols); }), HasSubstr("deeper than 1000 levels"));
 }
 
 }  // namespace
