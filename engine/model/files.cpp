@@ -16,7 +16,7 @@ namespace pedflux::engine {
 
 namespace {
 
-constexpr off_t LARGEST = off_t{1} << 30;
+constexpr off_t largest_file = off_t{1} << 30;
 
 [[noreturn]] void fail(std::string const& what, std::string const& path, int error = errno) {
     throw Exception("cannot " + what + " '" + path + "': " + std::generic_category().message(error));
@@ -39,7 +39,7 @@ class Descriptor {
     int number_;
 };
 
-/// A file that is gone again unless it was put into place.
+/// A temporary file that is deleted unless it was put into place.
 class Draft {
   public:
     explicit Draft(std::string const& target) : path_(target + ".XXXXXX"), file_(::mkostemp(path_.data(), O_CLOEXEC)) {
@@ -72,7 +72,7 @@ class Draft {
     bool placed_ = false;
 };
 
-/// The permissions of the file that is replaced, or those of a new file.
+/// The permissions of the file that is replaced, or the default ones of a new file.
 mode_t mode_for(std::string const& target) {
     struct stat status {};
     if (::stat(target.c_str(), &status) == 0) return status.st_mode & 07777;
@@ -95,7 +95,7 @@ std::string read_file(std::string const& path) {
     struct stat status {};
     if (::fstat(file.number(), &status) != 0) fail("read", path);
     if (!S_ISREG(status.st_mode)) throw Exception("cannot read '" + path + "': it is not a file");
-    if (status.st_size > LARGEST) throw Exception("cannot read '" + path + "': it is larger than 1 GiB");
+    if (status.st_size > largest_file) throw Exception("cannot read '" + path + "': it is larger than 1 GiB");
 
     std::string contents(static_cast<std::size_t>(status.st_size), '\0');
     std::size_t filled = 0;

@@ -18,10 +18,10 @@ std::optional<char32_t> next_code_point(std::string_view& text) {
         char32_t least;
         unsigned char mask, lead;
     };
-    constexpr Form FORMS[] = {
+    constexpr Form forms[] = {
         {1, 0, 0x80, 0x00}, {2, 0x80, 0xe0, 0xc0}, {3, 0x800, 0xf0, 0xe0}, {4, 0x10000, 0xf8, 0xf0}};
     auto const lead = static_cast<unsigned char>(text.front());
-    for (auto const& [length, least, mask, bits] : FORMS) {
+    for (auto const& [length, least, mask, bits] : forms) {
         if ((lead & mask) != bits) continue;
         if (text.size() < length) return std::nullopt;
         char32_t code = lead & static_cast<unsigned char>(~mask);

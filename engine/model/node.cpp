@@ -31,7 +31,7 @@ namespace {
 struct Extent {
     int levels = 0;
     int nodes = 0;
-    bool is_allowed() const { return levels <= DEEPEST_NODE && nodes <= MOST_NODES; }
+    bool is_allowed() const { return levels <= deepest_node && nodes <= most_nodes; }
 };
 
 /// Counts no further than what is allowed.
@@ -56,8 +56,8 @@ bool holds(NodeState const& state, NodeState const& wanted) {
 }
 
 [[noreturn]] void refuse_extent(NodeState const& state) {
-    throw Exception(std::string(state.kind->name) + ": nested deeper than " + std::to_string(DEEPEST_NODE) +
-                    " levels or with more than " + std::to_string(MOST_NODES) + " parts");
+    throw Exception(std::string(state.kind->name) + ": nested deeper than " + std::to_string(deepest_node) +
+                    " levels or with more than " + std::to_string(most_nodes) + " parts");
 }
 
 }  // namespace

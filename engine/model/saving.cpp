@@ -17,7 +17,7 @@ namespace pedflux::engine {
 
 namespace {
 
-constexpr std::size_t DEEPEST = 64;
+constexpr std::size_t deepest_nesting = 64;
 
 Json to_json(ObjectState const& object) {
     Json json = {{"kind", object.kind->name}, {"id", GlobalId(object.id).GetString()}, {"name", object.name}};
@@ -27,7 +27,7 @@ Json to_json(ObjectState const& object) {
 }
 
 Json to_json(Document const& document) {
-    Json json = {{"format", FILE_FORMAT}, {"version", FILE_VERSION}};
+    Json json = {{"format", file_format}, {"version", file_version}};
     json["settings"] = json_of(document.settings);
     Json& objects = json["objects"] = Json::array();
     for (auto const& object : document.objects()) objects.push_back(to_json(*object));
@@ -36,14 +36,14 @@ Json to_json(Document const& document) {
     return json;
 }
 
-/// Refuses what a well-formed text can still do to a reader: nest without end, and say one thing twice.
+/// Refuses well-formed texts that nest too deep or have a member twice.
 class Watch {
   public:
     bool operator()(int, Json::parse_event_t event, Json& parsed) {
         using Event = Json::parse_event_t;
         if (event == Event::object_start || event == Event::array_start) {
-            if (members_.size() == DEEPEST) {
-                throw Exception("the file nests deeper than " + std::to_string(DEEPEST) + " levels");
+            if (members_.size() == deepest_nesting) {
+                throw Exception("the file nests deeper than " + std::to_string(deepest_nesting) + " levels");
             }
             members_.emplace_back();
         } else if (event == Event::object_end || event == Event::array_end) {
@@ -91,17 +91,17 @@ std::string text_member(Json const& json, char const* name, Reading& reading) {
 
 void require_format(Json const& json) {
     auto const format = json.is_object() ? json.find("format") : json.end();
-    if (format == json.end() || *format != FILE_FORMAT) {
+    if (format == json.end() || *format != file_format) {
         throw Exception(R"(the file is not a pedflux project: it does not begin with "format": ")" +
-                        std::string(FILE_FORMAT) + "\"");
+                        std::string(file_format) + "\"");
     }
     auto const version = json.find("version");
     if (version == json.end() || !version->is_number_unsigned() || *version == 0) {
         throw Exception("the file has no version number");
     }
-    if (*version > FILE_VERSION) {
+    if (*version > file_version) {
         throw Exception("the file has version " + version->dump() +
-                        ", made by a newer release; this one reads versions up to " + std::to_string(FILE_VERSION));
+                        ", made by a newer release; this one reads versions up to " + std::to_string(file_version));
     }
 }
 
@@ -144,8 +144,8 @@ std::unique_ptr<Document> from_text(std::string_view text, Kinds kinds) {
     Reading reading{document->open_warnings, ""};
     Json unknown;
     for (auto const& [name, value] : json.items()) {
-        constexpr std::string_view KNOWN[] = {"format", "version", "settings", "objects"};
-        if (std::ranges::find(KNOWN, name) != std::end(KNOWN)) continue;
+        constexpr std::string_view known[] = {"format", "version", "settings", "objects"};
+        if (std::ranges::find(known, name) != std::end(known)) continue;
         unknown[name] = value;
         reading.where = "the file";
         reading.warn("'" + name + "' is not known; it is kept in the file");

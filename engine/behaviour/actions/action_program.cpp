@@ -65,12 +65,13 @@ struct Compiler {
 };
 
 void take_fields(Compiler compiler, NodeState const& state) {
-#define CASE(Class)                                                          \
-    case static_cast<int>(Class##State::TYPE):                               \
-        return Class##State::fields(static_cast<Class##State const&>(state), \
-                                    [&](auto const&, auto const& field, auto const&...) { compiler.take(field); });
-    switch (state.kind->type) { PEDFLUX_AGENT_ACTIONS(CASE) }
-#undef CASE
+    auto const take = [&](auto const&, auto const& field, auto const&...) { compiler.take(field); };
+    switch (static_cast<AgentActionTypeId>(state.kind->type)) {
+#define ACTION(Class, type, ...)  \
+    case AgentActionTypeId::type: \
+        return Class##State::fields(static_cast<Class##State const&>(state), take);
+#include "engine/behaviour/actions/agent_action_table.def"
+    }
 }
 
 }  // namespace

@@ -30,6 +30,44 @@ struct Entries {
     std::size_t count = 0;
 };
 
+/// How an action is carried out.
+enum class ActionPlay {
+    NOTHING,         ///< it is done at once
+    SEQUENCE,        ///< its children one after the other
+    CHOICE,          ///< one of its children, by their weights
+    BRANCH,          ///< the first child when the test is passed, otherwise the second one if there is one
+    DO_UNTIL,        ///< its child until the test fails or the time has come; then, or early, waits
+    REPEAT,          ///< its child over and over, likewise
+    REPEAT_COUNTED,  ///< its child a number of times
+    SEEK,            ///< goes somewhere
+    SEEK_ONE_OF,     ///< goes to one of its objects, if there is any
+    WAIT,            ///< waits until the test fails or the time has come
+    EFFECT,          ///< something happens at once
+    END,             ///< the same, after which nothing is left to do
+};
+
+constexpr ActionPlay play_of(AgentActionTypeId type) {
+    switch (type) {
+#define ACTION(Class, type, play, ...) \
+    case AgentActionTypeId::type:      \
+        return ActionPlay::play;
+#include "engine/behaviour/actions/agent_action_table.def"
+    }
+    return ActionPlay::NOTHING;
+}
+
+/// Whether an agent goes somewhere by it.
+constexpr bool is_seeking(AgentActionTypeId type) {
+    return play_of(type) == ActionPlay::SEEK || play_of(type) == ActionPlay::SEEK_ONE_OF;
+}
+
+/// What happens at once.
+enum class ActionEffect {
+#define ACTION(...)
+#define ACTION_EFFECT(Class, type, ...) type = static_cast<int>(AgentActionTypeId::type),
+#include "engine/behaviour/actions/agent_action_table.def"
+};
+
 /// One action. What its kind does not have stays empty.
 struct ActionNode {
     AgentActionTypeId type = AgentActionTypeId::DO_NOTHING;

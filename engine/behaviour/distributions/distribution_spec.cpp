@@ -122,7 +122,7 @@ double draw(NormalSpec const& spec, Random& random) {
 double draw(LogNormalSpec const& spec, Random& random) {
     if (spec.shift == spec.max) return spec.max;
     auto const bound = (std::log(spec.max - spec.shift) - spec.mu) / spec.sigma;
-    return spec.shift + std::exp(spec.mu + spec.sigma * draw_bounded_normal(-WITHOUT_END, bound, random));
+    return spec.shift + std::exp(spec.mu + spec.sigma * draw_bounded_normal(-unlimited, bound, random));
 }
 
 double draw(ExponentialSpec const& spec, Random& random) {

@@ -67,7 +67,7 @@ struct NormalSpec {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         field("mu", self.mu);
-        field("sigma", self.sigma, ABOVE_ZERO);
+        field("sigma", self.sigma, above_zero);
         field("min", self.min);
         field("max", self.max);
     }
@@ -85,7 +85,7 @@ struct LogNormalSpec {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         field("mu", self.mu);
-        field("sigma", self.sigma, ABOVE_ZERO);
+        field("sigma", self.sigma, above_zero);
         field("shift", self.shift);
         field("max", self.max);
     }
@@ -101,7 +101,7 @@ struct ExponentialSpec {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("rate", self.rate, ABOVE_ZERO);
+        field("rate", self.rate, above_zero);
         field("shift", self.shift);
         field("max", self.max);
     }
@@ -117,7 +117,7 @@ struct DiscreteSpec {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         field("values", self.values);
-        field("weights", self.weights, NOT_NEGATIVE);
+        field("weights", self.weights, not_negative);
     }
 };
 

@@ -9,22 +9,6 @@
 
 namespace pedflux::engine {
 
-TransitionArea transition_area_of(Document const& document, World& world, GlobalId const& id) {
-    auto const* const object = document.find(id);
-    if (!object) refuse("'" + GlobalId(id).GetString() + "' is no object of the project");
-    TransitionArea area;
-    area.regions.resize(world.plan.surfaces.size());
-    if (!object->enabled) return area;
-    if (object->kind->type == ObjectType::VOLUME) {
-        area.volume = volume_number(world.volumes, id);
-        return area;
-    }
-    auto const& place = world.places[world.places.of(id)];
-    area.doorway = place.doorway;
-    for (auto const region : place.regions) area.regions[region] = true;
-    return area;
-}
-
 TransitionCounter::TransitionCounter(Document const& document, World& world,
                                      std::span<std::shared_ptr<Transition> const> transitions)
     : floor_count_(world.plan.floor_count), counts_(transitions.size()), next_counts_(transitions.size()) {
@@ -39,7 +23,7 @@ TransitionCounter::TransitionCounter(Document const& document, World& world,
 
 void TransitionCounter::add_rules(Document const& document, World& world, Transition const& transition,
                                   std::vector<Rule>& rules) {
-    auto const area_of = [&](GlobalId const& id) { return transition_area_of(document, world, id); };
+    auto const area_of = [&](GlobalId const& id) { return object_area_of(document, world, id); };
     auto const kind = static_cast<TransitionType>(type_of(transition));
     auto const add_server = [&](GlobalId const& id) {
         rules.push_back({.kind = kind, .area = {}, .server = server_of(world.plan, id)});
@@ -74,7 +58,7 @@ void TransitionCounter::add_rules(Document const& document, World& world, Transi
 }
 
 bool TransitionCounter::makes(Rule const& rule, Crossing const& crossing) const {
-    auto const is_portal = [&](TransitionArea const& area) {
+    auto const is_portal = [&](ObjectArea const& area) {
         return area.doorway != no_place && area.doorway == crossing.doorway;
     };
     auto const from = crossing.from.region;

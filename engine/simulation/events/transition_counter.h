@@ -3,6 +3,7 @@
 #include "engine/simulation/agents/agents.h"
 #include "engine/simulation/agents/journal.h"
 #include "engine/simulation/world/cordons.h"
+#include "engine/simulation/world/object_area.h"
 #include "engine/simulation/world/world.h"
 
 #include <pedflux/transitions.h>
@@ -16,19 +17,6 @@
 namespace pedflux::engine {
 
 class Document;
-
-/// What an object means to agents that come and go: regions, a portal or a volume. One that is disabled is none of
-/// them.
-struct TransitionArea {
-    std::vector<bool> regions;
-    std::uint32_t doorway = no_place;
-    std::size_t volume = no_volume;
-
-    bool has(navigation::RegionIndex region) const { return region < regions.size() && regions[region]; }
-};
-
-/// Throws Exception for objects of which simulations do not know who is in them.
-TransitionArea transition_area_of(Document const& document, World& world, GlobalId const& object);
 
 /// Where an agent is. What space asks for is set only when transitions do.
 struct Whereabouts {
@@ -65,8 +53,8 @@ class TransitionCounter {
   private:
     struct Rule {
         TransitionType kind;
-        TransitionArea area;  ///< or the one that it comes from
-        TransitionArea other{};
+        ObjectArea area;  ///< or the one that it comes from
+        ObjectArea other{};
         std::size_t cordon = 0;
         std::uint32_t server = no_place;
     };
