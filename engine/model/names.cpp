@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <optional>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -66,9 +68,10 @@ bool is_valid_name(std::string_view name) { return fault_of_name(name).empty(); 
 void require_valid_name(std::string_view name) {
     auto const fault = fault_of_name(name);
     if (fault.empty()) return;
-    std::string const quoted = is_utf8(name) && name.size() <= 255 ? " '" + std::string(name) + "'" : "";
-    throw Exception("the name" + quoted + " " + std::string(fault) +
-                    ": a name has 1 to 255 bytes of UTF-8, not only spaces, and no control characters");
+    std::string const quoted = is_utf8(name) && name.size() <= 255 ? fmt::format(" '{}'", name) : "";
+    throw Exception(
+        fmt::format("the name{} {}: a name has 1 to 255 bytes of UTF-8, not only spaces, and no control characters",
+                    quoted, fault));
 }
 
 }  // namespace pedflux::engine

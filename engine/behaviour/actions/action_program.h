@@ -76,7 +76,7 @@ struct ActionNode {
     Entries weights;   ///< in `ActionProgram::weights`, one for each child or object
     int test = NONE;   ///< in `ActionProgram::tests`
     int time = NONE;   ///< in `ActionProgram::times`
-    int spec = NONE;   ///< in `ActionProgram::laws`: seconds, or a count
+    int spec = NONE;   ///< in `ActionProgram::distributions`: seconds, or a count
     int style = NONE;  ///< in `ActionProgram::styles`: how to wait
     DestinationAssignment assignment = DestinationAssignment::BY_CHANCE;
     ListActionAssignment order = ListActionAssignment::IN_ORDER;
@@ -92,7 +92,7 @@ struct ActionProgram {
     std::vector<double> weights;
     std::vector<std::shared_ptr<AgentTest>> tests;
     std::vector<TimeInFrame> times;
-    std::vector<DistributionSpec> laws;
+    std::vector<DistributionSpec> distributions;
     std::vector<std::shared_ptr<WaitStyle>> styles;
     /// The root of each named action that something refers to.
     std::unordered_map<GlobalId, int, IdentifierHash, IdentifierEqual> named;
@@ -110,8 +110,8 @@ struct ActionProgram {
 
 /// Adds an action and all that it holds or names, and returns its node. The action has passed its checks; a named
 /// action that the document does not know does nothing.
-int compile(ActionProgram& plan, Document const& document, AgentAction const& action);
+int compile(ActionProgram& program, Document const& document, AgentAction const& action);
 /// The same for an order that a program gives. Its times are those of the simulated clock.
-int compile(ActionProgram& plan, TaskOrder const& order);
+int compile(ActionProgram& program, TaskOrder const& order);
 
 }  // namespace pedflux::engine

@@ -52,7 +52,7 @@ class Interpreter {
     /// Of the node of the innermost action.
     double sampled(ActionNode const& node) {
         auto numbers = random();
-        return sample(program_of(top()).laws[static_cast<std::size_t>(node.spec)], numbers);
+        return sample(program_of(top()).distributions[static_cast<std::size_t>(node.spec)], numbers);
     }
 
     bool is_over(double time) const { return scene_.now() + CLOCK_TOLERANCE >= time; }

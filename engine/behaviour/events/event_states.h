@@ -32,7 +32,7 @@ PEDFLUX_NAMES(EventColorSchemeType, {{EventColorSchemeType::EVENT_COLOR, "EVENT_
                                      {EventColorSchemeType::DARKER, "DARKER"},
                                      {EventColorSchemeType::RULES, "RULES"}});
 
-/// Who passes the test gets the colour.
+/// The colour of agents that pass `test`.
 struct ColorRule {
     std::shared_ptr<AgentTest> test;
     Color color;

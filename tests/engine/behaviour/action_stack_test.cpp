@@ -335,7 +335,7 @@ TEST_F(ActionStacks, NamedActionsAreCompiledOnce) {
     object->SetAgentAction(wait(2));
     NamedAction const named(object->GetId());
     begin(in_order({std::make_shared<NamedAction>(named), std::make_shared<NamedAction>(named)}));
-    EXPECT_THAT(plan.laws, SizeIs(1));
+    EXPECT_THAT(plan.distributions, SizeIs(1));
     EXPECT_EQ(seconds_until_done(), 4);
     object->SetAgentAction(wait(5));
     begin(std::make_shared<NamedAction>(named));
