@@ -7,6 +7,7 @@
 #include "engine/simulation/frame/frame.h"
 #include "engine/simulation/requests.h"
 #include "engine/simulation/routing/path_queries.h"
+#include "engine/simulation/routing/surroundings.h"
 
 #include <pedflux/simulation.h>
 

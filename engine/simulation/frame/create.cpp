@@ -31,7 +31,7 @@ World world_of(Document const& document, std::uint64_t seed) {
 
 Clock clock_of(Document const& document) {
     auto const& settings = document.settings;
-    Clock clock{settings.frame_rate, settings.start_time, settings.duration, 1, 0};
+    Clock clock{settings.frame_rate, settings.start_time, static_cast<double>(settings.duration), 1, 0};
     clock.substeps = std::max(1, static_cast<int>(std::ceil(clock.frame_length() / longest_step - 1e-9)));
     return clock;
 }
