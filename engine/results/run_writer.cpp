@@ -52,7 +52,8 @@ std::string table_of_agents() {
     std::string const indent(start.size(), ' ');
     std::string text;
     std::string line = start + "number INTEGER PRIMARY KEY";
-    auto const add = [&](std::string const& column) {
+    auto const add = [&](std::string_view name, std::string_view type) {
+        auto const column = fmt::format("{} {}", name, type);
         line += ',';
         if (line.size() + 1 + column.size() + 1 > longest_line) {
             text += line + '\n';
@@ -61,7 +62,7 @@ std::string table_of_agents() {
             line += ' ' + column;
         }
     };
-#define VALUE(Type, name, format) add(std::string(#name " ") + column_type<Type>);
+#define VALUE(Type, name, format) add(#name, column_type<Type>);
     PEDFLUX_AGENT_VALUES(VALUE)
 #undef VALUE
     return text + line + ");";

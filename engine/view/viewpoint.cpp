@@ -31,10 +31,10 @@ void require_usable(std::string const& what, Camera const& camera) {
                         text_of(upwards)));
     }
     double const fov = camera.vertical_fov;
-    if (!(fov > 0 && fov <= Camera::WIDEST)) {
+    if (!(fov > 0 && fov <= Camera::widest_angle)) {
         throw Exception(
             fmt::format("{}: the vertical field of view must be greater than 0 and at most {} degrees, not {}", what,
-                        text_of(Camera::WIDEST), text_of(fov)));
+                        text_of(Camera::widest_angle), text_of(fov)));
     }
 }
 

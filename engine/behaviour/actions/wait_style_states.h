@@ -16,7 +16,7 @@
 namespace pedflux::engine {
 
 template <>
-inline constexpr auto NAMES<WaitStyleTypeId> = std::to_array<Named<WaitStyleTypeId>>({
+inline constexpr auto value_names<WaitStyleTypeId> = std::to_array<Named<WaitStyleTypeId>>({
 #define WAIT_STYLE(Class, type, ...) {WaitStyleTypeId::type, #type},
 #include "engine/behaviour/actions/wait_style_table.def"
 });
