@@ -43,7 +43,7 @@ struct PlainType {
     Json (*write)(void const* value);
     void (*read)(void* value, Json const& json, Reading& reading);
     /// Throws Exception when the value breaks the rule.
-    void (*check)(Subject const& subject, void const* value, Rule const& rule);
+    void (*check)(Subject const& subject, void const* value, FieldRule const& rule);
 };
 
 /// Files hold the name.
@@ -91,7 +91,7 @@ struct SharedValueType {
     std::shared_ptr<void const> (*get)(void const* pointer);  ///< a copy of the value; none of an empty pointer
     std::shared_ptr<void> (*make)();                          ///< a value to read into
     void (*assign)(void* pointer, void const* value);
-    void (*check)(Subject const& subject, void const* pointer, Rule const& rule);
+    void (*check)(Subject const& subject, void const* pointer, FieldRule const& rule);
 };
 
 /// A pointer to a node of one family (node.h).
@@ -191,7 +191,7 @@ template <class T>
 FieldTable fields_of();
 
 /// Throws Exception when the rule is must_be_given and the value is not given.
-void check_given(Subject const& subject, bool given, Rule const& rule);
+void check_given(Subject const& subject, bool given, FieldRule const& rule);
 
 template <class T>
 constexpr EnumerationType enumeration_type() {
@@ -248,7 +248,7 @@ constexpr SharedValueType shared_value_type() {
             [](void* pointer, void const* value) {
                 *static_cast<Pointer*>(pointer) = Shared::make(*static_cast<Value const*>(value));
             },
-            [](Subject const& subject, void const* pointer, Rule const& rule) {
+            [](Subject const& subject, void const* pointer, FieldRule const& rule) {
                 auto const& object = *static_cast<Pointer const*>(pointer);
                 if constexpr (requires { Shared::check(subject, object, rule); }) {
                     Shared::check(subject, object, rule);

@@ -22,7 +22,7 @@ Fields fields_of_alternative(VariantType const& type, void const* value) {
     return {type.alternatives[type.index(value)].fields(), type.get(value)};
 }
 
-void check_enumeration(Subject const& subject, EnumerationType const& type, void const* value, Rule const& rule) {
+void check_enumeration(Subject const& subject, EnumerationType const& type, void const* value, FieldRule const& rule) {
     int const number = type.get(value);
     if (std::holds_alternative<NoRule>(rule) && name_of_number(type.names, number).empty()) {
         subject.refuse("one of " + names_of(type.names), std::to_string(number));
@@ -30,7 +30,7 @@ void check_enumeration(Subject const& subject, EnumerationType const& type, void
 }
 
 /// A list of identifiers has each of them once.
-void check_list(Subject const& subject, FieldType const& type, void const* value, Rule const& rule) {
+void check_list(Subject const& subject, FieldType const& type, void const* value, FieldRule const& rule) {
     if (*type.id == typeid(std::vector<GlobalId>) && std::holds_alternative<RefersTo>(rule)) {
         check_different(subject, *static_cast<std::vector<GlobalId> const*>(value));
     }
@@ -40,12 +40,12 @@ void take_copies(FieldType const& type, void* value);
 
 }  // namespace
 
-void check_given(Subject const& subject, bool given, Rule const& rule) {
+void check_given(Subject const& subject, bool given, FieldRule const& rule) {
     if (!given && std::holds_alternative<Required>(rule)) refuse_empty(subject);
 }
 
 void check_value(Owner const& owner, std::string const& path, FieldType const& type, void const* value,
-                 Rule const& rule) {
+                 FieldRule const& rule) {
     Subject const subject{owner, path};
     std::visit(
         Overloaded{[&](PlainType const& plain) {
@@ -99,7 +99,7 @@ void check_object(ObjectState const& object) {
     if (object.kind->check != nullptr) object.kind->check(object);
 }
 
-void collect_references(ObjectState const* owner, FieldType const& type, void const* value, Rule const& rule,
+void collect_references(ObjectState const* owner, FieldType const& type, void const* value, FieldRule const& rule,
                         std::vector<Reference>& found) {
     std::visit(Overloaded{[&](PlainType const&) {
                               if (auto const* const mention = std::get_if<RefersTo>(&rule);

@@ -14,14 +14,14 @@ namespace pedflux::engine {
 /// Throws Exception when a value, or anything in it, breaks its rule. The rule of an optional value or of a list holds
 /// for what is in it as well.
 void check_value(Owner const& owner, std::string const& path, FieldType const& type, void const* value,
-                 Rule const& rule);
+                 FieldRule const& rule);
 void check_fields(Owner const& owner, std::string const& path, Fields const& fields);
 /// The same for a node and for an object, whose kinds may have a rule that binds several fields together.
 void check_node(Owner const& owner, std::string const& path, NodeState const& node);
 void check_object(ObjectState const& object);
 
 template <class T>
-void check_value(Owner const& owner, std::string const& path, T const& value, Rule const& rule) {
+void check_value(Owner const& owner, std::string const& path, T const& value, FieldRule const& rule) {
     if constexpr (Described<T>) {
         check_fields(owner, path, fields_in(value));
     } else {
@@ -30,7 +30,7 @@ void check_value(Owner const& owner, std::string const& path, T const& value, Ru
 }
 
 /// Adds every identifier in a value to the references of its owner.
-void collect_references(ObjectState const* owner, FieldType const& type, void const* value, Rule const& rule,
+void collect_references(ObjectState const* owner, FieldType const& type, void const* value, FieldRule const& rule,
                         std::vector<Reference>& found);
 void collect_references(ObjectState const* owner, Fields const& fields, std::vector<Reference>& found);
 

@@ -15,7 +15,7 @@ Field const& field_at(Fields const& fields, void const* place, std::type_info co
     throw std::logic_error("the state does not list the field that is asked for");
 }
 
-void FieldList::add(std::string_view name, void const* member, FieldType const& type, Rule const& rule) {
+void FieldList::add(std::string_view name, void const* member, FieldType const& type, FieldRule const& rule) {
     auto const offset = static_cast<std::byte const*>(member) - static_cast<std::byte const*>(origin_);
     fields_.push_back({name, offset, &type, rule});
 }

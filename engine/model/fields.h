@@ -20,7 +20,7 @@ struct Field {
     std::string_view name;
     std::ptrdiff_t offset;  ///< from the origin of the object, see `Fields`
     FieldType const* type;
-    Rule rule;
+    FieldRule rule;
 
     void const* in(void const* origin) const { return static_cast<std::byte const*>(origin) + offset; }
     void* in(void* origin) const { return static_cast<std::byte*>(origin) + offset; }
@@ -47,7 +47,7 @@ Field const& field_at(Fields const& fields, void const* place, std::type_info co
 class FieldList {
   public:
     explicit FieldList(void* origin) : origin_(origin) {}
-    void add(std::string_view name, void const* member, FieldType const& type, Rule const& rule);
+    void add(std::string_view name, void const* member, FieldType const& type, FieldRule const& rule);
     std::vector<Field> take() { return std::move(fields_); }
 
   private:
@@ -75,7 +75,7 @@ FieldTable fields_of() {
                   [&]<class Member, class... Given>(std::string_view name, Member const& member, Given const&... rule) {
                       static_assert(!mentions_objects<Member> || (std::is_same_v<Given, RefersTo> || ...),
                                     "a field of identifiers says what they refer to");
-                      list.add(name, &member, field_type<Member>(), Rule(rule...));
+                      list.add(name, &member, field_type<Member>(), FieldRule(rule...));
                   });
         return list.take();
     }();

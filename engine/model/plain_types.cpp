@@ -149,7 +149,7 @@ FieldType const& plain_type() {
         &typeid(T),
         PlainType{[](void const* value) { return write(*static_cast<T const*>(value)); },
                   [](void* value, Json const& json, Reading& reading) { read(*static_cast<T*>(value), json, reading); },
-                  [](Subject const& subject, void const* value, Rule const& rule) {
+                  [](Subject const& subject, void const* value, FieldRule const& rule) {
                       std::visit([&](auto const& given) { require(subject, *static_cast<T const*>(value), given); },
                                  rule);
                   }}};

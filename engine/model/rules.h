@@ -65,7 +65,7 @@ struct RefersTo {
 };
 
 /// The rule of any field.
-using Rule = std::variant<NoRule, Range, Required, RequiredRange, GeometryRule, RefersTo>;
+using FieldRule = std::variant<NoRule, Range, Required, RequiredRange, GeometryRule, RefersTo>;
 
 /// Objects whose states derive from State.
 template <class State>

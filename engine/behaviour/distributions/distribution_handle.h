@@ -34,7 +34,7 @@ struct SharedValue<Distribution> {
     using Value = DistributionSpec;
     static DistributionSpec const& value(Distribution const& distribution) { return spec_of(distribution); }
     static std::shared_ptr<Distribution> make(DistributionSpec const& spec) { return make_distribution(spec); }
-    static void check(Subject const& subject, std::shared_ptr<Distribution> const& distribution, Rule const& rule);
+    static void check(Subject const& subject, std::shared_ptr<Distribution> const& distribution, FieldRule const& rule);
 };
 
 /// One value of a distribution. Throws for one that is not valid.

@@ -22,7 +22,7 @@ void require_within(Subject const& subject, Distribution& distribution, Range co
 }  // namespace
 
 void SharedValue<Distribution>::check(Subject const& subject, std::shared_ptr<Distribution> const& distribution,
-                                      Rule const& rule) {
+                                      FieldRule const& rule) {
     auto const* const required = std::get_if<RequiredRange>(&rule);
     auto const* const range = required != nullptr ? required : std::get_if<Range>(&rule);
     if (distribution && range != nullptr) require_within(subject, *distribution, *range);
