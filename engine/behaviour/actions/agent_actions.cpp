@@ -9,6 +9,8 @@
 #include <string_view>
 #include <unordered_set>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 using engine::change;
@@ -232,7 +234,7 @@ void require_one_weight_each(Subject const& subject, std::string_view name, std:
                              std::vector<double> const& weights) {
     if (count != weights.size()) {
         part(subject, name)
-            .refuse("as many as their weights, which number " + std::to_string(weights.size()), std::to_string(count));
+            .refuse(fmt::format("as many as their weights, which number {}", weights.size()), std::to_string(count));
     }
 }
 
@@ -249,7 +251,7 @@ void require_fitting(Subject const& subject, std::string_view name, Destinations
     }
     if (!weighted) {
         if (weights.empty()) return;
-        part(subject, "weights").refuse("empty unless they are used", std::to_string(weights.size()) + " numbers");
+        part(subject, "weights").refuse("empty unless they are used", fmt::format("{} numbers", weights.size()));
     }
     require_one_weight_each(subject, name, ids.size(), weights);
     if (!weights.empty() && std::ranges::none_of(weights, [](double weight) { return weight > 0; })) {

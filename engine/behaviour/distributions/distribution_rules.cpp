@@ -6,6 +6,8 @@
 
 #include <variant>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -14,7 +16,8 @@ void require_within(Subject const& subject, Distribution& distribution, Range co
     if (!distribution.IsValid()) subject.refuse("a valid distribution", "one whose parameters do not fit together");
     for (double const bound : {distribution.GetMin(), distribution.GetMax()}) {
         if (!contains(range, bound)) {
-            subject.refuse("a distribution of values " + described(range), "one that reaches " + text_of(bound));
+            subject.refuse(fmt::format("a distribution of values {}", described(range)),
+                           fmt::format("one that reaches {}", text_of(bound)));
         }
     }
 }

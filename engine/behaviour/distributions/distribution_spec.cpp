@@ -11,6 +11,8 @@
 #include <optional>
 #include <string>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 namespace {
 
@@ -19,8 +21,8 @@ using Fault = std::optional<std::string>;
 
 Fault ordered(char const* lower_name, double lower, char const* upper_name, double upper) {
     if (lower <= upper) return {};
-    return std::string(lower_name) + " is " + text_of(lower) + " and " + upper_name + " is " + text_of(upper) + "; " +
-           lower_name + " must not exceed " + upper_name;
+    return fmt::format("{} is {} and {} is {}; {} must not exceed {}", lower_name, text_of(lower), upper_name,
+                       text_of(upper), lower_name, upper_name);
 }
 
 Fault fault(ConstantSpec const& /*spec*/) { return {}; }
@@ -44,7 +46,7 @@ double extreme(DiscreteSpec const& spec, bool greatest) {
         auto const value = spec.values[index];
         if (!found || (greatest ? value > *found : value < *found)) found = value;
     }
-    if (!found) throw Exception("DiscreteDistribution: " + *fault(spec));
+    if (!found) throw Exception(fmt::format("DiscreteDistribution: {}", *fault(spec)));
     return *found;
 }
 
@@ -145,7 +147,7 @@ std::string_view name_of(DistributionSpec const& spec) {
 bool is_valid(DistributionSpec const& spec) { return !fault_of(spec); }
 
 void require_valid(DistributionSpec const& spec) {
-    if (auto const fault = fault_of(spec)) throw Exception(std::string(name_of(spec)) + ": " + *fault);
+    if (auto const fault = fault_of(spec)) throw Exception(fmt::format("{}: {}", name_of(spec), *fault));
 }
 
 double minimum(DistributionSpec const& spec) {

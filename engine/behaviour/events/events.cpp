@@ -11,6 +11,8 @@
 
 #include <numeric>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 using engine::BroadcastState;
@@ -33,7 +35,9 @@ std::shared_ptr<PopulationSource> SinglePopulationEvent::GetPopulationSource() {
     return engine::make_source(get(*this, &EventState::population));
 }
 void SinglePopulationEvent::SetPopulationSource(std::shared_ptr<PopulationSource> const& source) {
-    if (!source) engine::refuse(title_of(state_of<EventState>(*this)) + ": the population source must not be empty");
+    if (!source)
+        engine::refuse(
+            fmt::format("{}: the population source must not be empty", title_of(state_of<EventState>(*this))));
     set(*this, &EventState::population, engine::population_of(*source));
 }
 
@@ -56,8 +60,8 @@ void set_scheme(SinglePopulationEvent& event, EventColorSchemeType scheme) {
 engine::ColorRule const& rule_at(SinglePopulationEvent& event, int index) {
     auto const& rules = get(event, &EventState::color_rules);
     if (index < 0 || static_cast<std::size_t>(index) >= rules.size()) {
-        engine::refuse(title_of(state_of<EventState>(event)) + ": there is no colour rule " + std::to_string(index) +
-                       ", it has " + std::to_string(rules.size()));
+        engine::refuse(fmt::format("{}: there is no colour rule {}, it has {}", title_of(state_of<EventState>(event)),
+                                   index, rules.size()));
     }
     return rules[static_cast<std::size_t>(index)];
 }
@@ -76,8 +80,8 @@ void SinglePopulationEvent::SetColorSchemeDarker() { set_scheme(*this, EventColo
 
 void SinglePopulationEvent::SetColorSchemeRules(std::vector<std::shared_ptr<AgentTest>> const& tests,
                                                 std::vector<Color> const& colors, Color fallback) {
-    engine::require_equal_lengths(title_of(state_of<EventState>(*this)) + ": tests", tests.size(), "colours",
-                                  colors.size());
+    engine::require_equal_lengths(fmt::format("{}: tests", title_of(state_of<EventState>(*this))), tests.size(),
+                                  "colours", colors.size());
     std::vector<engine::ColorRule> rules;
     for (std::size_t index = 0; index < tests.size(); ++index) rules.push_back({copy_of(tests[index]), colors[index]});
     set(*this, &EventState::color_rules, std::move(rules));

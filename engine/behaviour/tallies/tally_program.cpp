@@ -13,6 +13,8 @@
 #include <utility>
 #include <variant>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -174,7 +176,7 @@ class Compiler {
             case TallyType::MIN:
                 return combined(least);
         }
-        throw Exception("Tally: there is no kind " + std::to_string(type_of(tally)));
+        throw Exception(fmt::format("Tally: there is no kind {}", type_of(tally)));
     }
 
     template <class Kind>
@@ -188,8 +190,8 @@ class Compiler {
     TallyIndex place_of(GlobalId const& id) const {
         auto const place = places_.find(id);
         if (place == places_.end()) {
-            throw Exception("NamedTally: the project has no tally object with the identifier " +
-                            GlobalId(id).GetString());
+            throw Exception(fmt::format("NamedTally: the project has no tally object with the identifier {}",
+                                        GlobalId(id).GetString()));
         }
         return place->second;
     }

@@ -11,6 +11,8 @@
 #include <string>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -182,7 +184,7 @@ DecisionIndex Compiler::append_kind(AgentTest const& test, DecisionIndex yes, De
         case AgentTestType::NONE_OF:
             return append_none_of(children_of(test), yes, no, append_child);
     }
-    throw Exception("AgentTest: kind " + std::to_string(type_of(test)) + " cannot be evaluated");
+    throw Exception(fmt::format("AgentTest: kind {} cannot be evaluated", type_of(test)));
 }
 
 }  // namespace

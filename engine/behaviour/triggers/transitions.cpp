@@ -5,6 +5,8 @@
 
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 using engine::change;
@@ -78,7 +80,7 @@ namespace engine {
 void BetweenObjectsTransitionState::check(Subject const& subject, BetweenObjectsTransitionState const& self) {
     if (subject.owner.node != nullptr || !self.from.InternalEquals(self.to)) return;
     Subject{subject.owner, subject.property.empty() ? "toObject" : subject.property + ".toObject"}.refuse(
-        "another object than fromObject", GlobalId(self.to).GetString() + " as well");
+        "another object than fromObject", fmt::format("{} as well", GlobalId(self.to).GetString()));
 }
 
 template <>

@@ -8,6 +8,8 @@
 #include <type_traits>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 namespace engine {
 namespace {
@@ -60,7 +62,7 @@ void require_interval(Subject const& subject, std::string const& field, std::sha
     if (!trigger || timing_of(*trigger).interval) return;
     Subject{subject.owner, subject.property.empty() ? field : subject.property + "." + field}.refuse(
         "a trigger that holds for spans of time",
-        std::string(node_of(*trigger).kind->name) + ", which fires at moments");
+        fmt::format("{}, which fires at moments", node_of(*trigger).kind->name));
 }
 
 template <class State>
@@ -71,7 +73,7 @@ void check_children(Subject const& subject, State const& self, Children children
             require_interval(subject, std::string(name), value);
         } else if constexpr (std::is_same_v<Value, std::vector<std::shared_ptr<Trigger>>>) {
             for (std::size_t i = 0; i < value.size(); ++i) {
-                require_interval(subject, std::string(name) + "." + std::to_string(i), value[i]);
+                require_interval(subject, fmt::format("{}.{}", name, i), value[i]);
             }
         }
     });

@@ -16,6 +16,8 @@
 #include <string>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -388,7 +390,7 @@ struct TriggerCompiler::Compilation {
             case TriggerType::TRANSITION_COUNT:
                 return transition_count(state_of<TransitionCountTriggerState>(node));
         }
-        throw Exception("Trigger: there is no kind " + std::to_string(type_of(node)));
+        throw Exception(fmt::format("Trigger: there is no kind {}", type_of(node)));
     }
 
     MomentIndex range(TriggerRange const& range) {
@@ -416,7 +418,7 @@ struct TriggerCompiler::Compilation {
             case TriggerRangeType::WHENEVER:
                 return trigger(*state_of<WheneverTriggerRangeState>(range).start);
         }
-        throw Exception("TriggerRange: there is no kind " + std::to_string(type_of(range)));
+        throw Exception(fmt::format("TriggerRange: there is no kind {}", type_of(range)));
     }
 };
 
@@ -433,14 +435,16 @@ EventIndex TriggerCompiler::add_event(GlobalId const& id) {
         if (program_.events[i].id.InternalEquals(id)) return i;
     }
     auto const* const object = project_.find(id);
-    if (object == nullptr) throw Exception("The project has no event with the identifier " + GlobalId(id).GetString());
+    if (object == nullptr)
+        throw Exception(fmt::format("The project has no event with the identifier {}", GlobalId(id).GetString()));
     // An event can wait for others that wait for it, so it is there before its own start is compiled.
     auto const event = static_cast<EventIndex>(program_.events.size());
     program_.events.push_back({id, 0});
     auto const* const with_people = dynamic_cast<EventState const*>(object);
     auto const* const broadcast = dynamic_cast<BroadcastState const*>(object);
     if (!with_people && !broadcast) {
-        throw Exception(title_of(*object) + " has no start that other rules of a simulation could follow");
+        throw Exception(
+            fmt::format("{} has no start that other rules of a simulation could follow", title_of(*object)));
     }
     MomentIndex start = 0;
     if (!object->enabled) {
