@@ -23,7 +23,8 @@ using View = Selection::View;
 /// Makes tests out of filters.
 class Compiler {
   public:
-    Compiler(Document const& document, RunReader& reader) : document_(document), reader_(reader) {}
+    Compiler(Document const& document, RunReader& reader)
+        : document_(document), reader_(reader), places_(document, reader) {}
 
     Test test(AgentFilter const& filter) {
         NodeState const& node = node_of(filter);
@@ -66,7 +67,7 @@ class Compiler {
                     return end_state(person) == end;
                 });
             case AgentFilterType::IN_AREA:
-                return [area = place_of(document_, reader_, state_of<InAreaFilterState>(filter).value)](
+                return [area = places_[state_of<InAreaFilterState>(filter).value].area](
                            View const& view, std::size_t i) { return area.has(view.persons[i].surface); };
             case AgentFilterType::LOCAL_DENSITY:
                 return in_range(state_of<LocalDensityFilterState>(filter), &AgentFrame::density);
@@ -178,7 +179,7 @@ class Compiler {
 
     Test on_trip(Trip const& trip) {
         std::vector<std::vector<TripMade>> trips(reader_.agents().size());
-        for (auto const& made : trips_of(TripAccess::path(trip), document_, reader_, visits())) {
+        for (auto const& made : trips_of(TripAccess::path(trip), places_, visits())) {
             trips[made.agent].push_back(made);
         }
         return [trips](View const& view, std::size_t i) {
@@ -190,9 +191,9 @@ class Compiler {
 
     Test at_transition(Transition const& transition) {
         std::set<std::pair<int, std::uint32_t>> moments;
-        for (auto const& passage : passages_at(transition, document_, reader_, passages_of(reader_, visits()))) {
+        for (auto const& crossing : crossings_at(transition, places_, visits())) {
             // Who leaves the simulation is seen for the last time in the frame before.
-            moments.emplace(passage.to ? passage.frame : passage.frame - 1, passage.agent);
+            moments.emplace(crossing.to == outside ? crossing.frame - 1 : crossing.frame, crossing.agent);
         }
         return [moments](View const& view, std::size_t i) {
             return moments.contains({view.number, view.persons[i].agent});
@@ -206,6 +207,7 @@ class Compiler {
 
     Document const& document_;
     RunReader& reader_;
+    RunPlaces places_;
     std::optional<Visits> stays_;
     int depth_ = 0;
 };
