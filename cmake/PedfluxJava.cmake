@@ -8,8 +8,10 @@ if(Java_VERSION VERSION_LESS 18)
     set(PEDFLUX_JAVAC_WARNINGS -Xlint:all -Werror)
 endif()
 
+set(PEDFLUX_TEST_JAVA "" CACHE STRING "Commands `java` beside those in the usual places, on which the Java tests are run too")
+
 # pedflux_find_java(NAMES VARIABLE COMMANDS VARIABLE): the commands `java` of every version from 17 on, and a name for each.
-# The first is the one that the build itself uses. PEDFLUX_TEST_JAVA adds others that are in no usual place.
+# The first is the one that the build itself uses.
 function(pedflux_find_java)
     cmake_parse_arguments(PARSE_ARGV 0 arg "" "NAMES;COMMANDS" "")
     file(GLOB installed /usr/lib/jvm/*/bin/java)

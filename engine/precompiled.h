@@ -2,8 +2,6 @@
 
 // What most sources of the engine include, compiled once.
 
-#include <fmt/format.h>
-
 #include <pedflux/color.h>
 #include <pedflux/exception.h>
 #include <pedflux/geometry.h>
@@ -30,3 +28,5 @@
 #include <utility>
 #include <variant>
 #include <vector>
+
+#include <fmt/format.h>

@@ -2,9 +2,6 @@
 
 // What the tests include, compiled once.
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <functional>
 #include <memory>
@@ -12,3 +9,6 @@
 #include <string>
 #include <variant>
 #include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>

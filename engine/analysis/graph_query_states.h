@@ -28,7 +28,7 @@ struct GraphQueryState : MadeOf<QueryState, Timed> {
         field("title", self.title);
         field("horizontalLabel", self.horizontal_label);
         field("verticalLabel", self.vertical_label);
-        field("windowSizeInSeconds", self.window, AT_LEAST_ONE);
+        field("windowSizeInSeconds", self.window, at_least_one);
         field("showLegend", self.show_legend);
         field("showMetadata", self.show_metadata);
     }
@@ -37,7 +37,7 @@ struct GraphQueryState : MadeOf<QueryState, Timed> {
 PEDFLUX_QUERY_PART(OfAreas, std::vector<GlobalId>, areas, {}, "areas", self.areas, walkable_areas)
 /// Immutable; setters replace it.
 PEDFLUX_QUERY_PART(OfTransitions, std::vector<std::shared_ptr<Transition>>, transitions, {}, "transitions",
-                   self.transitions, REQUIRED)
+                   self.transitions, must_be_given)
 /// Immutable; setters replace it. Empty: the default colours.
 PEDFLUX_QUERY_PART(InSpeedColors, std::shared_ptr<ColorFunction>, colors, {}, "speedRatioColorFunction", self.colors)
 PEDFLUX_QUERY_PART(OfTallies, std::vector<GlobalId>, tallies, {}, "tallyObjects", self.tallies,

@@ -16,6 +16,8 @@
 #include <optional>
 #include <unordered_set>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -50,8 +52,8 @@ class Evaluation {
             auto const surface = reader_->surface_of(object);
             if (!surface) {
                 auto const* const found = document.find(object);
-                refuse((found ? title_of(*found) : "The display object") + " did not take part in the run '" +
-                       reader_->path() + "'");
+                refuse(fmt::format("{} did not take part in the run '{}'",
+                                   found ? title_of(*found) : "The display object", reader_->path()));
             }
             auto raster = raster_of(reader_->surfaces()[*surface]);
             std::vector<float> values(raster->size());
@@ -354,7 +356,7 @@ std::vector<std::shared_ptr<Map>> maps_of(Document const& document, MapQueryStat
 std::shared_ptr<ColorFunction> density_colors(Document const& document, DensityMapQueryState const& query,
                                               GlobalId const& object) {
     auto const* const walkable = document.find<WalkableState>(object);
-    if (!walkable) refuse("'" + GlobalId(object).GetString() + "' is no walkable object of the project");
+    if (!walkable) refuse(fmt::format("'{}' is no walkable object of the project", GlobalId(object).GetString()));
     if (query.custom_colors) return query.custom_colors;
     bool const is_stair = dynamic_cast<StairState const*>(walkable) != nullptr;
     return level_of_service_colors(standard_of(query.scale, is_stair), query.transition);

@@ -49,9 +49,9 @@ struct DensityMapQueryState : MapQueryState {
 /// Immutable; setters replace it. Empty: blue to red.
 PEDFLUX_QUERY_PART(Colored, std::shared_ptr<ColorFunction>, colors, {}, "colorFunction", self.colors)
 /// Persons per square metre.
-PEDFLUX_QUERY_PART(AboveDensity, double, threshold, = 1.08, "densityThreshold", self.threshold, NOT_NEGATIVE)
+PEDFLUX_QUERY_PART(AboveDensity, double, threshold, = 1.08, "densityThreshold", self.threshold, not_negative)
 /// Seconds.
-PEDFLUX_QUERY_PART(SampledSometimes, unsigned int, period, = 1, "samplePeriod", self.period, AT_LEAST_ONE)
+PEDFLUX_QUERY_PART(SampledSometimes, unsigned int, period, = 1, "samplePeriod", self.period, at_least_one)
 /// The object to which static maps measure; set when the query is created.
 PEDFLUX_QUERY_PART(LeadsTo, GlobalId, object, {}, "object", self.object,
                    refers_to<NetworkObjectState>("a portal, floor, connection or other object that people reach"))
@@ -62,7 +62,7 @@ struct CloseTogether {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("distance", self.distance, Range{0, WITHOUT_END, "m", true});
+        field("distance", self.distance, Range{0, unlimited, "m", true});
         field("ignoreBarriers", self.ignore_barriers);
     }
 };

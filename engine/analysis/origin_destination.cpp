@@ -9,6 +9,8 @@
 #include <set>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -102,7 +104,7 @@ std::shared_ptr<TableData const> times_between_portals(QueryContext& context) {
 
 std::shared_ptr<TableData const> counts_across_area(QueryContext& context) {
     auto const& area_id = dynamic_cast<AcrossArea const&>(context.query()).area;
-    if (!area_id) refuse(title_of(context.query()) + " needs a floor or a zone");
+    if (!area_id) refuse(fmt::format("{} needs a floor or a zone", title_of(context.query())));
     auto const area = context.place(*area_id);
     auto const& surfaces = context.reader().surfaces();
     auto const selected = selected_in(context);

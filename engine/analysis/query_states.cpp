@@ -2,10 +2,12 @@
 
 #include "engine/base/checks.h"
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 void refuse_unevaluated(QueryState const& query) {
-    refuse(title_of(query) + " is of a kind that cannot be evaluated yet");
+    refuse(fmt::format("{} is of a kind that cannot be evaluated yet", title_of(query)));
 }
 
 }  // namespace pedflux::engine

@@ -61,8 +61,8 @@ struct TimeSpan {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("start", self.start, NOT_NEGATIVE);
-        field("end", self.end, NOT_NEGATIVE);
+        field("start", self.start, not_negative);
+        field("end", self.end, not_negative);
     }
 };
 
@@ -96,7 +96,7 @@ PEDFLUX_QUERY_PART(Timed, TimeSpan, time, {}, "timeRange", self.time)
 PEDFLUX_QUERY_PART(Aggregated, AggregationType, aggregation, = AggregationType::MEAN, "aggregationType",
                    self.aggregation)
 /// Seconds.
-PEDFLUX_QUERY_PART(Sampled, int, sampling_period, = 1, "samplingPeriodInSeconds", self.sampling_period, AT_LEAST_ONE)
+PEDFLUX_QUERY_PART(Sampled, int, sampling_period, = 1, "samplingPeriodInSeconds", self.sampling_period, at_least_one)
 /// The first of them is the query's run.
 PEDFLUX_QUERY_PART(SeveralRuns, std::vector<GlobalId>, runs, {}, "simulationRuns", self.runs, a_run)
 

@@ -42,12 +42,13 @@ class Compiler {
                 return combined({state.first, state.second}, state.combination == BooleanOperator::AND);
             }
             case AgentFilterType::ALL_OF:
-                return combined(state_of<FilterListState>(filter).children, true);
+                return combined(children_of(filter), true);
             case AgentFilterType::ANY_OF:
-                return combined(state_of<FilterListState>(filter).children, false);
+                return combined(children_of(filter), false);
             case AgentFilterType::NONE_OF:
-                return [any = combined(state_of<FilterListState>(filter).children, false)](
-                           View const& view, std::size_t i) { return !any(view, i); };
+                return [any = combined(children_of(filter), false)](View const& view, std::size_t i) {
+                    return !any(view, i);
+                };
             case AgentFilterType::IS_EVER:
                 return ever(test(*state_of<IsEverFilterState>(filter).value));
             case AgentFilterType::PROFILE:
@@ -102,7 +103,7 @@ class Compiler {
         auto const* const object = document_.find<AgentFilterObjectState>(id);
         if (!object) refuse("A filter names an agent filter object that the project does not have");
         // Objects can name each other in a circle.
-        if (++depth_ > DEEPEST_NODE) refuse(title_of(*object) + " leads back to itself");
+        if (++depth_ > deepest_node) refuse(title_of(*object) + " leads back to itself");
         Test found = test(*object->filter);
         --depth_;
         return found;

@@ -13,6 +13,8 @@
 #include <array>
 #include <cmath>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -126,7 +128,7 @@ TablePointer level_of_service_times(QueryContext& context) {
 
 TablePointer transitions(QueryContext& context) {
     auto const& transition = dynamic_cast<AtTransition const&>(context.query()).transition;
-    if (!transition) refuse(title_of(context.query()) + " needs a transition");
+    if (!transition) refuse(fmt::format("{} needs a transition", title_of(context.query())));
     auto const selected = context.selected();
     auto const& surfaces = context.reader().surfaces();
     auto const name = [&](SurfaceIndex surface) {

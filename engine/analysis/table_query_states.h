@@ -122,8 +122,8 @@ struct OfEncounters {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        constexpr Range seconds{0, WITHOUT_END, "s"};
-        field("proximityDistance", self.distance, Range{0, WITHOUT_END, "m", true});
+        constexpr Range seconds{0, unlimited, "s"};
+        field("proximityDistance", self.distance, Range{0, unlimited, "m", true});
         field("minInteractionDurationInSeconds", self.min_duration, seconds);
         field("maxGapDurationInSeconds", self.max_gap, seconds);
         field("ignoreObstacles", self.ignore_obstacles);
@@ -149,16 +149,16 @@ struct SocialCost {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("costPerHour", self.cost_per_hour, NOT_NEGATIVE);
+        field("costPerHour", self.cost_per_hour, not_negative);
         field("daysPerYear", self.days_per_year, Range{1, 366, "days"});
-        field("walkingWeight", self.walking, NOT_NEGATIVE);
-        field("waitingWeight", self.waiting, NOT_NEGATIVE);
-        field("queuingWeight", self.queuing, NOT_NEGATIVE);
-        field("processingWeight", self.processing, NOT_NEGATIVE);
-        field("stairUpWeight", self.stair_up, NOT_NEGATIVE);
-        field("stairDownWeight", self.stair_down, NOT_NEGATIVE);
-        field("escalatorWeight", self.escalator, NOT_NEGATIVE);
-        field("customWeight", self.custom, NOT_NEGATIVE);
+        field("walkingWeight", self.walking, not_negative);
+        field("waitingWeight", self.waiting, not_negative);
+        field("queuingWeight", self.queuing, not_negative);
+        field("processingWeight", self.processing, not_negative);
+        field("stairUpWeight", self.stair_up, not_negative);
+        field("stairDownWeight", self.stair_down, not_negative);
+        field("escalatorWeight", self.escalator, not_negative);
+        field("customWeight", self.custom, not_negative);
         field("customWeightAgentFilter", self.custom_filter);
         field("customWeightEnabled", self.uses_custom);
     }

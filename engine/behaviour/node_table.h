@@ -2,6 +2,8 @@
 
 #include "engine/model/node.h"
 
+#include <pedflux/color.h>
+
 #include <cstddef>
 #include <string_view>
 #include <type_traits>
@@ -36,9 +38,10 @@ struct PropertyName {
 template <PropertyName name>
 inline constexpr std::string_view FIELD_NAME{name.text, sizeof(name.text) - 1};
 
-/// How constructors and setters take a value: what is small by value, everything else by reference.
+/// How the SDK's constructors and setters take a value: numbers, choices and colours by value, everything else by
+/// reference.
 template <class Value>
-using Parameter = std::conditional_t<std::is_scalar_v<Value>, Value, Value const&>;
+using Parameter = std::conditional_t<std::is_scalar_v<Value> || std::is_same_v<Value, Color>, Value, Value const&>;
 
 }  // namespace pedflux::engine
 

@@ -14,11 +14,11 @@
 
 namespace pedflux::engine {
 
-/// The place of something that rules mention in the list of its kind.
+/// The place of a symbol in the list of its kind.
 using SymbolIndex = std::uint32_t;
 
-/// What compiled rules mention. They refer to it by numbers, so that whoever runs them looks each thing up once. All
-/// rules of a simulation are compiled with the same one; the numbers follow the order in which rules are compiled.
+/// The objects, tallies, transitions and times that compiled programs refer to by number, so that the simulation looks up
+/// each of them once. All programs of a simulation share one table; numbers follow the order of compilation.
 struct SymbolTable {
     std::vector<GlobalId> objects;  ///< each once
     std::vector<std::shared_ptr<Tally>> tallies;

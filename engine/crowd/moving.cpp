@@ -37,7 +37,7 @@ Point end_of_way(Obstacles const& obstacles, Point from, Point to) {
 
 /// The region after a step. The sign of the side decides, so that a point on the line belongs to one region.
 std::uint32_t region_after(Surfaces const& surfaces, std::uint32_t cell, std::uint32_t region, Segment way) {
-    for (std::uint32_t const number : surfaces.crossings_of.of(cell)) {
+    for (std::uint32_t const number : surfaces.crossings_of[cell]) {
         Crossing const& crossing = surfaces.crossings[number];
         bool const left = orientation(crossing.from, crossing.to, way.to) >= 0;
         if (region == (left ? crossing.left : crossing.right)) continue;
@@ -51,7 +51,7 @@ std::uint32_t region_after(Surfaces const& surfaces, std::uint32_t cell, std::ui
 }  // namespace
 
 bool clear_of_walls(Surfaces const& surfaces, std::uint32_t region, Point point) {
-    for (std::uint32_t const number : surfaces.walls_of.of(surfaces.cell_of(region, point.x, point.z)))
+    for (std::uint32_t const number : surfaces.walls_of[surfaces.cell_of(region, point.x, point.z)])
         if (surfaces.wall_open[number] == 0 && distance(surfaces.walls[number], point) < wall_margin) return false;
     return true;
 }
@@ -69,7 +69,7 @@ void move_to_goals(Scene& scene, std::size_t first, std::size_t last) {
         Point to = from + way;
         std::uint32_t const cell = bodies.cell[index];
         if (bodies.radius[index] >= 0) {
-            to = end_of_way({scene.surfaces, scene.surfaces.walls_of.of(cell)}, from, to);
+            to = end_of_way({scene.surfaces, scene.surfaces.walls_of[cell]}, from, to);
             agent.region = region_after(scene.surfaces, cell, agent.region, {from, to});
         }
         agent.x = to.x;

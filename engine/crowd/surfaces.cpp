@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <string>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -16,19 +16,10 @@ namespace {
 /// Larger floor plans (about 65 square kilometres) result from a mistaken unit.
 constexpr double most_cells = 25e6;
 
-struct Bounds {
-    Point low{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
-    Point high{-std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
-
-    void include(Point point) {
-        low = {std::min(low.x, point.x), std::min(low.z, point.z)};
-        high = {std::max(high.x, point.x), std::max(high.z, point.z)};
-    }
-    void include(Point from, Point to) {
-        include(from);
-        include(to);
-    }
-};
+void cover(Bounds& bounds, Point from, Point to) {
+    bounds.cover(from);
+    bounds.cover(to);
+}
 
 void require_line(std::string const& what, Point from, Point to) {
     if (!is_finite(from) || !is_finite(to))
@@ -44,7 +35,7 @@ std::vector<Bounds> checked_bounds(FloorPlan const& plan) {
             refuse(fmt::format("Region {} has no walls, it must be closed by walls and crossings", region));
         for (std::size_t wall = 0; wall < walls.size(); ++wall) {
             require_line(fmt::format("Wall {} of region {}", wall, region), walls[wall].from, walls[wall].to);
-            result[region].include(walls[wall].from, walls[wall].to);
+            cover(result[region], walls[wall].from, walls[wall].to);
         }
     }
     for (std::size_t i = 0; i < plan.crossings.size(); ++i) {
@@ -58,55 +49,33 @@ std::vector<Bounds> checked_bounds(FloorPlan const& plan) {
         if (distance(crossing.from, crossing.to) <= 0)
             refuse(
                 fmt::format("{} begins and ends at {}, it must have a length", name, engine::text_of(crossing.from)));
-        result[crossing.left].include(crossing.from, crossing.to);
-        result[crossing.right].include(crossing.from, crossing.to);
+        cover(result[crossing.left], crossing.from, crossing.to);
+        cover(result[crossing.right], crossing.from, crossing.to);
     }
     return result;
 }
 
-std::uint32_t cells_along(double from, double to, double side) {
-    return static_cast<std::uint32_t>(std::floor((to - from) / side)) + 1;
+/// Cells, each with an item that is listed in it. Items may come several times.
+using ListedItems = std::vector<std::pair<std::uint32_t, std::uint32_t>>;
+
+/// The lists of the cells, in ascending order and without repetition.
+Lists<std::uint32_t> lists_of(ListedItems items, std::uint32_t cell_count) {
+    std::sort(items.begin(), items.end());
+    items.erase(std::unique(items.begin(), items.end()), items.end());
+    return grouped(cell_count, items);
 }
 
-/// Pairs of cell and item, gathered in the order of items, turned into lists in the order of cells.
-class ListBuilder {
-  public:
-    void add(std::uint32_t cell, std::uint32_t item) { pairs_.emplace_back(cell, item); }
-
-    CellLists finish(std::uint32_t cell_count) {
-        std::sort(pairs_.begin(), pairs_.end());
-        pairs_.erase(std::unique(pairs_.begin(), pairs_.end()), pairs_.end());
-        CellLists result;
-        result.start.assign(cell_count + 1, 0);
-        for (auto const& [cell, item] : pairs_) {
-            ++result.start[cell + 1];
-            result.items.push_back(item);
-        }
-        for (std::uint32_t cell = 0; cell < cell_count; ++cell) result.start[cell + 1] += result.start[cell];
-        return result;
-    }
-
-  private:
-    std::vector<std::pair<std::uint32_t, std::uint32_t>> pairs_;
-};
-
-/// Adds the item to every cell of the grid that may contain a point within reach of the segment.
-void list_near(CellGrid const& grid, double side, Segment segment, std::uint32_t item, ListBuilder& lists) {
+/// Adds the item to every cell of the grid that may contain a point within a cell's width of the segment.
+void list_near(RegionGrid const& grid, Segment segment, std::uint32_t item, ListedItems& items) {
     // Half a cell's diagonal plus the reach.
-    double const enough = side * (1 + std::sqrt(0.5)) + 1e-6;
-    Bounds box;
-    box.include(segment.from, segment.to);
-    auto const index = [&](double value, std::uint32_t count) {
-        return static_cast<std::uint32_t>(std::clamp(std::floor(value / side), 0.0, static_cast<double>(count - 1)));
-    };
-    std::uint32_t const last_row = index(box.high.z - grid.corner.z + 2 * side, grid.rows);
-    std::uint32_t const last_column = index(box.high.x - grid.corner.x + 2 * side, grid.columns);
-    std::uint32_t const first_column = index(box.low.x - grid.corner.x - 2 * side, grid.columns);
-    for (std::uint32_t row = index(box.low.z - grid.corner.z - 2 * side, grid.rows); row <= last_row; ++row)
-        for (std::uint32_t column = first_column; column <= last_column; ++column) {
-            Point const centre = grid.corner + Point{(column + 0.5) * side, (row + 0.5) * side};
-            if (distance(segment, centre) <= enough) lists.add(grid.first_cell + row * grid.columns + column, item);
-        }
+    double const enough = grid.width * (1 + std::sqrt(0.5)) + 1e-6;
+    Bounds bounds;
+    cover(bounds, segment.from, segment.to);
+    Point const margin{2 * grid.width, 2 * grid.width};
+    grid.for_cells({bounds.low - margin, bounds.high + margin}, [&](std::uint32_t column, std::uint32_t row) {
+        if (distance(segment, grid.centre(column, row)) <= enough)
+            items.emplace_back(grid.first_cell + static_cast<std::uint32_t>(grid.cell(column, row)), item);
+    });
 }
 
 Segment relative(Point from, Point to, Point origin) { return {from - origin, to - origin}; }
@@ -128,33 +97,31 @@ bool closes(Segment wall, Segment crossing) {
 Surfaces::Surfaces(FloorPlan const& plan, double cell_side) : reach(cell_side) {
     std::vector<Bounds> const bounds = checked_bounds(plan);
     Bounds all;
-    for (Bounds const& box : bounds) all.include(box.low, box.high);
+    for (Bounds const& box : bounds) cover(all, box.low, box.high);
     if (!bounds.empty()) origin = 0.5 * (all.low + all.high);
 
     double cells = 0;
+    std::uint32_t count = 0;
     for (Bounds const& box : bounds) {
-        CellGrid grid;
-        grid.corner = box.low - origin;
         cells += (box.high.x - box.low.x + reach) * (box.high.z - box.low.z + reach) / (reach * reach);
         if (cells > most_cells)
             refuse(fmt::format(
                 "The plan is {} by {} m, its regions together must not cover more than 60 square kilometres",
                 text_of(all.high.x - all.low.x), text_of(all.high.z - all.low.z)));
-        grid.columns = cells_along(box.low.x, box.high.x, reach);
-        grid.rows = cells_along(box.low.z, box.high.z, reach);
-        grid.first_cell = grids.empty() ? 0 : grids.back().first_cell + grids.back().columns * grids.back().rows;
+        RegionGrid grid{grid_over(box, reach), count};
+        grid.corner = box.low - origin;
+        count += static_cast<std::uint32_t>(grid.cell_count());
         grids.push_back(grid);
     }
-    std::uint32_t const count = grids.empty() ? 0 : grids.back().first_cell + grids.back().columns * grids.back().rows;
 
-    ListBuilder wall_lists;
-    ListBuilder crossing_lists;
-    ListBuilder neighbour_lists;
+    ListedItems wall_lists;
+    ListedItems crossing_lists;
+    ListedItems neighbour_lists;
     for (std::size_t region = 0; region < plan.regions.size(); ++region) {
         first_wall.push_back(static_cast<std::uint32_t>(walls.size()));
         for (Wall const& wall : plan.regions[region].walls) {
             Segment const line = relative(wall.from, wall.to, origin);
-            list_near(grids[region], reach, line, static_cast<std::uint32_t>(walls.size()), wall_lists);
+            list_near(grids[region], line, static_cast<std::uint32_t>(walls.size()), wall_lists);
             walls.push_back(line);
             wall_open.push_back(wall.open ? 1 : 0);
         }
@@ -167,25 +134,16 @@ Surfaces::Surfaces(FloorPlan const& plan, double cell_side) : reach(cell_side) {
         crossing.to = line.to;
         crossings.push_back(crossing);
         for (auto const& [here, there] : {std::pair{crossing.left, crossing.right}, {crossing.right, crossing.left}}) {
-            list_near(grids[here], reach, line, number, crossing_lists);
-            list_near(grids[here], reach, line, there, neighbour_lists);
+            list_near(grids[here], line, number, crossing_lists);
+            list_near(grids[here], line, there, neighbour_lists);
             for (std::uint32_t wall = first_wall[there]; wall < first_wall[there + 1]; ++wall)
                 if (rough_distance(line, walls[wall]) <= 2 * reach && !closes(walls[wall], line))
-                    list_near(grids[here], reach, walls[wall], wall, wall_lists);
+                    list_near(grids[here], walls[wall], wall, wall_lists);
         }
     }
-    walls_of = wall_lists.finish(count);
-    crossings_of = crossing_lists.finish(count);
-    neighbours_of = neighbour_lists.finish(count);
-}
-
-std::uint32_t Surfaces::cell_of(std::uint32_t region, double x, double z) const {
-    CellGrid const& grid = grids[region];
-    auto const index = [this](double value, std::uint32_t count) {
-        return static_cast<std::uint32_t>(std::clamp(value / reach, 0.0, static_cast<double>(count - 1)));
-    };
-    return grid.first_cell + index(z - grid.corner.z, grid.rows) * grid.columns +
-           index(x - grid.corner.x, grid.columns);
+    walls_of = lists_of(std::move(wall_lists), count);
+    crossings_of = lists_of(std::move(crossing_lists), count);
+    neighbours_of = lists_of(std::move(neighbour_lists), count);
 }
 
 std::uint32_t Surfaces::wall_number(std::uint32_t region, std::size_t wall) const {

@@ -19,10 +19,10 @@ using engine::Rectangle;
 using engine::value_of;
 using engine::Vector;
 
-/// Of the cosine of an angle that should be right, and of lengths relative to the rectangle.
+/// Tolerance of the cosine of a right angle, and of lengths relative to the rectangle.
 constexpr double relative_tolerance = 1e-6;
 
-/// The directions straightened to a right angle exactly.
+/// The directions, corrected to be exactly perpendicular.
 Rectangle checked(Vector center, Vector along, Vector across, double length, double width) {
     Vector const length_direction = engine::require_direction("length direction of the rectangle", along);
     Vector const width_direction = engine::require_direction("width direction of the rectangle", across);
@@ -50,7 +50,7 @@ Mesh mesh_of(Rectangle const& rectangle) {
         why));
 }
 
-/// Edges that do not run once in either direction.
+/// Edges without a counterpart in the opposite direction.
 std::vector<std::array<Vector, 2>> rim_of(Mesh const& mesh) {
     std::vector<std::array<Vector, 2>> rim;
     for (std::size_t edge = 0; edge < mesh.edges.size(); ++edge) {
@@ -88,8 +88,8 @@ struct Range {
     double middle() const { return 0.5 * (low + high); }
 };
 
-/// Faces that look to one side, with a rim on the sides of their bounding rectangle, cover its inside everywhere the
-/// same number of times; the area tells that it is once.
+/// Faces with the same orientation whose outer edges lie on the sides of the bounding rectangle cover its inside
+/// uniformly; the area tells whether they do so once.
 Rectangle rectangle_of(Mesh const& mesh, Vector along) {
     Vector const normal = normal_of(mesh, 0);
     Vector const length_direction = engine::require_direction("length direction of the rectangle", along);
@@ -167,7 +167,7 @@ std::shared_ptr<RectangleGeometry> RectangleGeometry::AsRectangleGeometry() {
 
 std::shared_ptr<Geometry> RectangleGeometry::Mapped(AffineMap const& map) {
     Vector const along = map.direction(rectangle_->length_direction);
-    // A mirrored rectangle looks to the same side as the solid that it bounds, which turns its width round.
+    // A mirrored rectangle keeps facing outwards, which reverses its width direction.
     Vector const across = (map.mirrors() ? -1.0 : 1.0) * map.direction(rectangle_->width_direction);
     double const stretch_along = length(along);
     double const stretch_across = length(across);

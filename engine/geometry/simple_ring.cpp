@@ -20,7 +20,7 @@ bool on_segment(Segment segment, Point point) {
            within(point.z, segment.from.z, segment.to.z);
 }
 
-/// Whether the z ranges of the segments have a value in common.
+/// Whether the ranges of z overlap.
 bool are_level(Segment a, Segment b) {
     return std::max(a.from.z, a.to.z) >= std::min(b.from.z, b.to.z) &&
            std::max(b.from.z, b.to.z) >= std::min(a.from.z, a.to.z);
@@ -48,7 +48,7 @@ std::string edge_text(Ring const& ring, std::size_t index) {
                        edge_text(ring, std::min(a, b)), edge_text(ring, std::max(a, b))));
 }
 
-/// Two neighbouring edges of which one runs back over the other.
+/// Whether the second of two neighbouring edges runs back over the first.
 bool folds_back(Point before, Point corner, Point after) {
     return exact_orientation(before, corner, after) == 0 && dot(before - corner, after - corner) > 0;
 }

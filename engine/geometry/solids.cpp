@@ -18,7 +18,7 @@ using Faces = std::vector<std::array<int, 3>>;
 
 constexpr int largest_side_count = 10000;
 
-/// Directions that with `along` make a right-handed system (first, second, along).
+/// Two directions that complete `along` to a right-handed system (first, second, along).
 struct Across {
     Vector first;
     Vector second;
@@ -39,7 +39,7 @@ Vector require_apart(std::string_view what, Vector from, Vector to) {
     return require_direction(fmt::format("direction from the {}", what), to - from);
 }
 
-/// A regular polygon, counter-clockwise as seen from where `along` points to.
+/// A regular polygon, counter-clockwise as seen from the end of `along`.
 void add_ring(std::vector<Vector>& vertices, double radius, Vector center, Vector along, int side_count) {
     auto const [first, second] = across(along);
     for (int i = 0; i < side_count; ++i) {
@@ -48,7 +48,7 @@ void add_ring(std::vector<Vector>& vertices, double radius, Vector center, Vecto
     }
 }
 
-/// The four corners of the upper side, counter-clockwise from above, and the body under it.
+/// A body given by the four corners of its upper side, counter-clockwise from above.
 Mesh slab(std::array<Vector, 4> const& top, double thickness) {
     std::vector<Vector> vertices(top.begin(), top.end());
     for (Vector const corner : top) vertices.push_back(corner - thickness * up);
@@ -146,7 +146,7 @@ Mesh flat_polygon(double y, Ring ring) {
             require_point(fmt::format("corner {} of the polygon", vertices.size()), Vector{corner.x, y, corner.z}));
     require_simple(ring);
     auto faces = triangulate(ring);
-    // What runs counter-clockwise in the plan's axes looks downwards.
+    // A ring that is counter-clockwise in x and z faces downwards.
     if (signed_area(ring) > 0)
         for (auto& face : faces) std::swap(face[1], face[2]);
     return make_mesh(std::move(vertices), std::move(faces));

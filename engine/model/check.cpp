@@ -9,6 +9,8 @@
 #include <cmath>
 #include <unordered_set>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -33,30 +35,30 @@ bool contains(Range const& range, double value) {
 std::string described(Range const& range) {
     std::string text;
     if (std::isfinite(range.least)) {
-        text = (range.without_least ? "greater than " : "at least ") + text_of(range.least);
+        text = fmt::format("{} {}", range.without_least ? "greater than" : "at least", text_of(range.least));
     }
     if (std::isfinite(range.most)) {
-        text.append(text.empty() ? "" : " and ").append("at most " + text_of(range.most));
+        text += fmt::format("{}at most {}", text.empty() ? "" : " and ", text_of(range.most));
     }
     return with_unit(text.empty() ? "finite" : text, range);
 }
 
 void Subject::refuse(std::string const& allowed, std::string const& found) const {
-    throw Exception(title_of(owner) + ": " + property + " must be " + allowed + ", not " + found);
+    throw Exception(fmt::format("{}: {} must be {}, not {}", title_of(owner), property, allowed, found));
 }
 
 void refuse_empty(Subject const& subject) { subject.refuse("given", "empty"); }
 
 void check_reference(Subject const& subject, GlobalId const& id, RefersTo const& rule) {
-    auto const expected = "the identifier of " + std::string(rule.what);
+    auto const expected = fmt::format("the identifier of {}", rule.what);
     if (!id.IsValid()) subject.refuse(expected, "the invalid identifier");
     if (subject.owner.node != nullptr) return;
     Document const* const document = subject.owner.document;
-    if (document == nullptr) throw Exception(title_of(subject.owner) + " is no longer part of a project");
+    if (document == nullptr) throw Exception(fmt::format("{} is no longer part of a project", title_of(subject.owner)));
     ObjectState const* const object = document->find(id);
     if (object == nullptr) {
         if (document->keeps_unknown(id)) return;
-        subject.refuse(expected, GlobalId(id).GetString() + ", which no object of the project has");
+        subject.refuse(expected, fmt::format("{}, which no object of the project has", GlobalId(id).GetString()));
     }
     if (!rule.allows(*object)) subject.refuse(expected, "that of " + title_of(*object));
 }
@@ -65,16 +67,16 @@ void check_different(Subject const& subject, std::vector<GlobalId> const& ids) {
     std::unordered_set<GlobalId, IdentifierHash, IdentifierEqual> seen;
     for (GlobalId id : ids) {
         if (!seen.insert(id).second)
-            subject.refuse("a list of different objects", "one with " + id.GetString() + " twice");
+            subject.refuse("a list of different objects", fmt::format("one with {} twice", id.GetString()));
     }
 }
 
 void refuse_unset(Owner const& owner, std::string_view property) {
-    throw Exception(title_of(owner) + " has no " + std::string(property));
+    throw Exception(fmt::format("{} has no {}", title_of(owner), property));
 }
 
 Document& document_of(ObjectState& object) {
-    if (object.document == nullptr) throw Exception(title_of(object) + " is no longer part of a project");
+    if (object.document == nullptr) throw Exception(fmt::format("{} is no longer part of a project", title_of(object)));
     return *object.document;
 }
 

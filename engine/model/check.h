@@ -14,7 +14,7 @@ namespace pedflux::engine {
 
 struct NodeState;
 
-/// Whose values are checked: an object's, or a node's outside of projects, or without one the project's own settings.
+/// The owner of checked values: an object, a node outside of projects, or, without either, the project's settings.
 struct Owner {
     ObjectState const* object;
     Document const* document;  ///< none for an object that is no longer part of a project
@@ -24,7 +24,7 @@ struct Owner {
 inline Owner owner_of(ObjectState const& object) { return {&object, object.document}; }
 inline Owner owner_of(NodeState const& node) { return {nullptr, nullptr, &node}; }
 
-/// What a value belongs to, for messages.
+/// A value's owner and path, for messages.
 struct Subject {
     Owner owner;
     std::string property;

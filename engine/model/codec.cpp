@@ -12,6 +12,7 @@
 #include <variant>
 #include <vector>
 
+#include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 namespace pedflux::engine {
@@ -20,7 +21,7 @@ void Reading::refuse(std::string_view expected, Json const& found) const {
     std::string text = found.dump(-1, ' ', false, Json::error_handler_t::replace);
     constexpr std::size_t shown = 60;
     if (text.size() > shown) text = text.substr(0, shown) + "...";
-    throw Exception(where + " must be " + std::string(expected) + ", not " + text);
+    throw Exception(fmt::format("{} must be {}, not {}", where, expected, text));
 }
 
 void Reading::warn(std::string const& summary) {
@@ -76,7 +77,8 @@ Json write(NodeType const& type, void const* pointer) {
 void read_all(FieldTable table, void* origin, Json const& json, Reading& reading) {
     Json unknown;
     read_fields(table, origin, json, reading, unknown);
-    for (auto const& [name, member] : unknown.items()) reading.warn("'" + name + "' is not known and is left out");
+    for (auto const& [name, member] : unknown.items())
+        reading.warn(fmt::format("'{}' is not known and is left out", name));
 }
 
 std::string with_comma(std::string names, std::string_view name) {
@@ -177,7 +179,7 @@ void read_object_fields(ObjectState& object, Json const& json, Reading& reading)
     read_fields(object.kind->fields(), &object, json, reading, unknown);
     for (auto const* const name : {"id", "name"}) unknown.erase(name);
     for (auto const& [name, value] : unknown.items())
-        reading.warn("'" + name + "' is not known; it is kept in the file");
+        reading.warn(fmt::format("'{}' is not known; it is kept in the file", name));
     if (!unknown.empty()) object.unknown = std::make_shared<Json const>(std::move(unknown));
 }
 

@@ -10,11 +10,12 @@
 #include <algorithm>
 #include <charconv>
 
+#include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 namespace pedflux::engine {
 
-std::string title_of(ObjectState const& state) { return std::string(state.kind->name) + " '" + state.name + "'"; }
+std::string title_of(ObjectState const& state) { return fmt::format("{} '{}'", state.kind->name, state.name); }
 
 Document::Document() = default;
 
@@ -23,7 +24,7 @@ Document::~Document() { close(); }
 ObjectState& Document::add(std::shared_ptr<ObjectState> object, GlobalId const& id, std::string const& name) {
     require_free(name);
     if (by_id_.contains(id)) {
-        throw Exception("there is already an object with the identifier " + GlobalId(id).GetString());
+        throw Exception(fmt::format("there is already an object with the identifier {}", GlobalId(id).GetString()));
     }
     object->document = this;
     object->id = id;
@@ -36,7 +37,7 @@ ObjectState& Document::add(std::shared_ptr<ObjectState> object, GlobalId const& 
 void Document::keep_unknown(std::shared_ptr<Json const> object, GlobalId const& id, std::string const& name) {
     require_free(name);
     if (!by_id_.emplace(id, nullptr).second) {
-        throw Exception("there is already an object with the identifier " + GlobalId(id).GetString());
+        throw Exception(fmt::format("there is already an object with the identifier {}", GlobalId(id).GetString()));
     }
     by_name_.emplace(name, nullptr);
     unknown_objects_.push_back(std::move(object));
@@ -62,7 +63,7 @@ void Document::require_free(std::string const& name) const {
     auto const found = by_name_.find(name);
     if (found == by_name_.end()) return;
     auto const owner = found->second == nullptr ? "an object of a kind that is not known" : title_of(*found->second);
-    throw Exception("the name '" + name + "' is taken by " + owner + ": each object needs a name of its own");
+    throw Exception(fmt::format("the name '{}' is taken by {}: each object needs a name of its own", name, owner));
 }
 
 void Document::rename(ObjectState& object, std::string const& name) {
@@ -117,14 +118,13 @@ void Document::remove(ObjectState& object) {
     auto const id_text = object.id.GetString();
     for (auto const& stranger : unknown_objects_) {
         if (stranger->dump().find(id_text) != std::string::npos) {
-            referrers.push_back(stranger->at("kind").get<std::string>() + " '" +
-                                stranger->at("name").get<std::string>() + "'");
+            referrers.push_back(fmt::format("{} '{}'", stranger->at("kind").get<std::string>(),
+                                            stranger->at("name").get<std::string>()));
         }
     }
     if (!referrers.empty()) {
-        std::string list;
-        for (auto const& title : referrers) list += (list.empty() ? "" : ", ") + title;
-        throw Exception(title_of(object) + " cannot be removed while others refer to it: " + list);
+        throw Exception(fmt::format("{} cannot be removed while others refer to it: {}", title_of(object),
+                                    fmt::join(referrers, ", ")));
     }
 
     std::erase_if(selection_, [&](GlobalId const& id) { return id.InternalEquals(object.id); });

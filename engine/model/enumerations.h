@@ -19,11 +19,11 @@ struct Named {
 
 /// The values of an enumeration, listed once for each with `PEDFLUX_NAMES`.
 template <class Enumeration>
-inline constexpr auto NAMES = nullptr;
+inline constexpr auto value_names = nullptr;
 
 #define PEDFLUX_NAMES(Enumeration, ...) \
     template <>                         \
-    inline constexpr auto NAMES<Enumeration> = std::to_array<Named<Enumeration>>(__VA_ARGS__)
+    inline constexpr auto value_names<Enumeration> = std::to_array<Named<Enumeration>>(__VA_ARGS__)
 
 /// A value of any enumeration.
 struct NamedNumber {
@@ -32,12 +32,12 @@ struct NamedNumber {
 };
 using NamedNumbers = std::span<NamedNumber const>;
 
-/// NAMES without the type of the enumeration.
+/// value_names without the type of the enumeration.
 template <class Enumeration>
 inline constexpr auto named_numbers = [] {
-    std::array<NamedNumber, NAMES<Enumeration>.size()> numbers{};
+    std::array<NamedNumber, value_names<Enumeration>.size()> numbers{};
     for (std::size_t i = 0; i < numbers.size(); ++i) {
-        numbers[i] = {static_cast<int>(NAMES<Enumeration>[i].value), NAMES<Enumeration>[i].name};
+        numbers[i] = {static_cast<int>(value_names<Enumeration>[i].value), value_names<Enumeration>[i].name};
     }
     return numbers;
 }();

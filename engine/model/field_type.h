@@ -144,7 +144,7 @@ concept Described = std::is_class_v<T> && requires(T& value) {
 ///         static std::shared_ptr<Distribution> make(DistributionSpec const& spec);
 ///     };
 ///
-/// It can have a `check` for the rules of fields; without one the only rule is REQUIRED.
+/// It can have a `check` for the rules of fields; without one the only rule is must_be_given.
 template <class T>
 struct SharedValue;
 template <class T>
@@ -166,31 +166,31 @@ concept IsNode = requires(Handle& handle) {
 };
 
 template <class T>
-constexpr bool IS_OPTIONAL = false;
+constexpr bool is_optional = false;
 template <class T>
-constexpr bool IS_OPTIONAL<std::optional<T>> = true;
+constexpr bool is_optional<std::optional<T>> = true;
 template <class T>
-constexpr bool IS_LIST = false;
+constexpr bool is_list = false;
 template <class T>
-constexpr bool IS_LIST<std::vector<T>> = true;
+constexpr bool is_list<std::vector<T>> = true;
 template <class T>
-constexpr bool IS_VARIANT = false;
+constexpr bool is_variant = false;
 template <class... Ts>
-constexpr bool IS_VARIANT<std::variant<Ts...>> = true;
+constexpr bool is_variant<std::variant<Ts...>> = true;
 template <class T>
-constexpr bool IS_SHARED_VALUE = false;
+constexpr bool is_shared_value = false;
 template <StandsForValue T>
-constexpr bool IS_SHARED_VALUE<std::shared_ptr<T>> = true;
+constexpr bool is_shared_value<std::shared_ptr<T>> = true;
 template <class T>
-constexpr bool IS_NODE_POINTER = false;
+constexpr bool is_node_pointer = false;
 template <IsNode Handle>
-constexpr bool IS_NODE_POINTER<std::shared_ptr<Handle>> = true;
+constexpr bool is_node_pointer<std::shared_ptr<Handle>> = true;
 
 /// The fields of a struct or state; see fields.h.
 template <class T>
 FieldTable fields_of();
 
-/// Throws Exception when the rule is REQUIRED and the value is not given.
+/// Throws Exception when the rule is must_be_given and the value is not given.
 void check_given(Subject const& subject, bool given, Rule const& rule);
 
 template <class T>
@@ -266,15 +266,15 @@ template <class T>
 constexpr auto shape_of() {
     if constexpr (std::is_enum_v<T>) {
         return enumeration_type<T>();
-    } else if constexpr (IS_OPTIONAL<T>) {
+    } else if constexpr (is_optional<T>) {
         return optional_type<T>();
-    } else if constexpr (IS_LIST<T>) {
+    } else if constexpr (is_list<T>) {
         return list_type<T>();
-    } else if constexpr (IS_VARIANT<T>) {
+    } else if constexpr (is_variant<T>) {
         return variant_type<T>(static_cast<T const*>(nullptr));
-    } else if constexpr (IS_NODE_POINTER<T>) {
+    } else if constexpr (is_node_pointer<T>) {
         return node_type<typename T::element_type>();
-    } else if constexpr (IS_SHARED_VALUE<T>) {
+    } else if constexpr (is_shared_value<T>) {
         return shared_value_type<typename T::element_type>();
     } else {
         static_assert(Described<T>, "the type of a field has a description, names for its values or a list of fields");

@@ -74,7 +74,7 @@ void check_value(Owner const& owner, std::string const& path, FieldType const& t
                        }
                    },
                    [&](NodeType const& family) {
-                       // The values of a node belong to whoever holds the node.
+                       // The values of a node belong to the holder of the node.
                        NodeState const* const node = family.get(value);
                        check_given(subject, node != nullptr, rule);
                        if (node != nullptr) check_node(owner, path, *node);

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <type_traits>
 #include <typeinfo>
+#include <utility>
 #include <vector>
 
 /// Tables of fields, made from the lists that states give in their `fields`.
@@ -45,7 +46,7 @@ Field const& field_at(Fields const& fields, void const* place, std::type_info co
 /// Collects a table.
 class FieldList {
   public:
-    explicit FieldList(void const* origin) : origin_(origin) {}
+    explicit FieldList(void* origin) : origin_(origin) {}
     void add(std::string_view name, void const* member, FieldType const& type, Rule const& rule);
     std::vector<Field> take() { return std::move(fields_); }
 
@@ -55,24 +56,24 @@ class FieldList {
 };
 
 template <class T>
-constexpr bool MENTIONS_OBJECTS = std::is_same_v<T, GlobalId>;
+constexpr bool mentions_objects = std::is_same_v<T, GlobalId>;
 template <class T>
-constexpr bool MENTIONS_OBJECTS<std::optional<T>> = MENTIONS_OBJECTS<T>;
+constexpr bool mentions_objects<std::optional<T>> = mentions_objects<T>;
 template <class T>
-constexpr bool MENTIONS_OBJECTS<std::vector<T>> = MENTIONS_OBJECTS<T>;
+constexpr bool mentions_objects<std::vector<T>> = mentions_objects<T>;
 
 /// The rules of a table are those of a value as it is by default: they depend on the type alone.
 template <class T>
 FieldTable fields_of() {
     static std::vector<Field> const table = [] {
-        T const example{};
-        void const* origin = &example;
-        if constexpr (std::derived_from<T, ObjectState>) origin = static_cast<ObjectState const*>(&example);
-        if constexpr (std::derived_from<T, NodeState>) origin = static_cast<NodeState const*>(&example);
+        T example{};
+        void* origin = &example;
+        if constexpr (std::derived_from<T, ObjectState>) origin = static_cast<ObjectState*>(&example);
+        if constexpr (std::derived_from<T, NodeState>) origin = static_cast<NodeState*>(&example);
         FieldList list(origin);
         T::fields(example,
                   [&]<class Member, class... Given>(std::string_view name, Member const& member, Given const&... rule) {
-                      static_assert(!MENTIONS_OBJECTS<Member> || (std::is_same_v<Given, RefersTo> || ...),
+                      static_assert(!mentions_objects<Member> || (std::is_same_v<Given, RefersTo> || ...),
                                     "a field of identifiers says what they refer to");
                       list.add(name, &member, field_type<Member>(), Rule(rule...));
                   });

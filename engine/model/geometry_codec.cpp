@@ -98,8 +98,8 @@ std::shared_ptr<Geometry> read_rectangle(Json const& json, Reading& reading) {
     auto checked = std::make_shared<RectangleGeometry>(value_of(frame[0]), value_of(frame[1]), value_of(frame[2]),
                                                        sides[0], sides[1]);
     Rectangle const& exact = rectangle_of(*checked);
-    constexpr double ROUNDING = 1e-12;
-    if (distance(exact.length_direction, frame[1]) > ROUNDING || distance(exact.width_direction, frame[2]) > ROUNDING) {
+    constexpr double rounding = 1e-12;
+    if (distance(exact.length_direction, frame[1]) > rounding || distance(exact.width_direction, frame[2]) > rounding) {
         return checked;
     }
     return geometry_of(Rectangle{frame[0], frame[1], frame[2], sides[0], sides[1]});

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <string>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 void NodeRelease::operator()(NodeState* state) const noexcept {
@@ -31,7 +33,7 @@ namespace {
 struct Extent {
     int levels = 0;
     int nodes = 0;
-    bool is_allowed() const { return levels <= DEEPEST_NODE && nodes <= MOST_NODES; }
+    bool is_allowed() const { return levels <= deepest_node && nodes <= most_nodes; }
 };
 
 /// Counts no further than what is allowed.
@@ -56,8 +58,8 @@ bool holds(NodeState const& state, NodeState const& wanted) {
 }
 
 [[noreturn]] void refuse_extent(NodeState const& state) {
-    throw Exception(std::string(state.kind->name) + ": nested deeper than " + std::to_string(DEEPEST_NODE) +
-                    " levels or with more than " + std::to_string(MOST_NODES) + " parts");
+    throw Exception(fmt::format("{}: nested deeper than {} levels or with more than {} parts", state.kind->name,
+                                deepest_node, most_nodes));
 }
 
 }  // namespace
@@ -75,8 +77,7 @@ void require_shallow(NodeState const& state) {
 
 std::size_t checked_index(NodeState const& state, std::string_view what, int index, std::size_t count) {
     if (index < 0 || static_cast<std::size_t>(index) >= count) {
-        throw Exception(std::string(state.kind->name) + ": there is no " + std::string(what) + " " +
-                        std::to_string(index) + ", it has " + std::to_string(count));
+        throw Exception(fmt::format("{}: there is no {} {}, it has {}", state.kind->name, what, index, count));
     }
     return static_cast<std::size_t>(index);
 }
@@ -86,8 +87,7 @@ bool may_hold_node(NodeState const& parent, NodeState const& child) { return fit
 void require_may_hold(NodeState const& parent, std::string_view property, NodeState const& child) {
     if (!fits(child, 2)) refuse_extent(parent);
     if (holds(child, parent)) {
-        throw Exception(std::string(parent.kind->name) + ": " + std::string(property) + " must not be or hold the " +
-                        std::string(parent.kind->name) + " itself");
+        throw Exception(fmt::format("{0}: {1} must not be or hold the {0} itself", parent.kind->name, property));
     }
 }
 

@@ -16,9 +16,9 @@
 #include <utility>
 #include <vector>
 
-/// Nodes are the values that say when, who and what: triggers, tests, filters, actions, tallies, transitions, wait
-/// styles. They nest. A family of nodes has one base class in the SDK, and each kind of the family a class derived from
-/// it; behind each object stands a state that lists its fields once, as the states of project objects do:
+/// Nodes are nested values: triggers, tests, filters, actions, tallies, transitions and wait styles. A family of nodes
+/// has one base class in the SDK, and each kind of the family a class derived from it; behind each object stands a
+/// state that lists its fields once, as the states of project objects do:
 ///
 ///     struct DelayedTriggerState : NodeState {
 ///         static constexpr TriggerType TYPE = TriggerType::DELAYED;
@@ -30,22 +30,22 @@
 ///
 ///         template <class Self, class Field>
 ///         static void fields(Self& self, Field&& field) {
-///             field("childTrigger", self.child, REQUIRED);
-///             field("delayInSeconds", self.delay, NOT_NEGATIVE);
+///             field("childTrigger", self.child, must_be_given);
+///             field("delayInSeconds", self.delay, not_negative);
 ///         }
 ///     };
 ///
 /// Copying, comparing, saving, opening, the children, the search for references and the checks come from that list.
 ///
-/// Nodes outside of projects are shared: whoever holds a child can change it. A project object keeps a deep copy of
+/// Nodes outside of projects are shared: a holder of a child can change it. A project object keeps a deep copy of
 /// the node that it is given and hands out deep copies. A node outside of a project refers to objects by identifiers
 /// that are not looked up before an object of a project takes it.
 namespace pedflux::engine {
 
 /// How deep nodes can nest in nodes.
-inline constexpr int DEEPEST_NODE = 64;
+inline constexpr int deepest_node = 64;
 /// How many nodes one can hold.
-inline constexpr int MOST_NODES = 100'000;
+inline constexpr int most_nodes = 100'000;
 
 struct NodeState {
     NodeState() = default;
@@ -115,7 +115,7 @@ std::shared_ptr<Base> copy_of(std::shared_ptr<Base> const& node) {
     return node ? clone_of(*node) : nullptr;
 }
 
-/// Throws Exception when nodes nest deeper in it than DEEPEST_NODE, or are more than MOST_NODES.
+/// Throws Exception when nodes nest deeper in it than deepest_node, or are more than most_nodes.
 void require_shallow(NodeState const& state);
 
 /// The index as one of a list. Throws Exception: AllOfTrigger: there is no child 3, it has 2.

@@ -17,6 +17,7 @@
 #include <string>
 #include <variant>
 
+#include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 /// The types that files hold in one piece: how they are written, read and checked.
@@ -32,7 +33,7 @@ double read_number(Json const& json, Reading const& reading) {
 template <std::size_t count>
 std::array<double, count> read_numbers(Json const& json, Reading const& reading) {
     if (!json.is_array() || json.size() != count) {
-        reading.refuse("a list of " + std::to_string(count) + " numbers", json);
+        reading.refuse(fmt::format("a list of {} numbers", count), json);
     }
     std::array<double, count> numbers{};
     for (std::size_t i = 0; i < count; ++i) numbers[i] = read_number(json[i], reading);
@@ -45,7 +46,7 @@ auto made_by(Make const& make, Reading const& reading) {
     try {
         return make();
     } catch (Exception const& failure) {
-        throw Exception(reading.where + ": " + failure.GetMessage());
+        throw Exception(fmt::format("{}: {}", reading.where, failure.GetMessage()));
     }
 }
 

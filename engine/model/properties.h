@@ -61,7 +61,7 @@ Value const& get(SimObject const& handle, std::optional<Value> State::*member) {
     return get_field(owner_of(state), state, member);
 }
 
-// The same for nodes. A node that is set as a part of another one is shared with whoever else holds it.
+// The same for nodes. A node that is set as a part of another one is shared with its other holders.
 
 /// Throws Exception when the fields of a changed node break a rule.
 void check_changed_node(NodeState const& node, NodeState const& changed);
@@ -106,7 +106,8 @@ void clear(SimObject& handle, std::optional<Value> State::*member) {
 }
 
 // Properties of objects that are shared outside of the project: nodes, distributions, times. The object keeps a copy
-// and hands out copies, so that nobody changes it through what was set or read before. An empty pointer is none.
+// and hands out copies, so that it cannot be changed through a pointer that was set or read before.
+// An empty pointer stands for none.
 
 template <StandsForValue T>
 std::shared_ptr<T> copy_of(std::shared_ptr<T> const& value) {

@@ -62,7 +62,7 @@ class GoalLookout {
     }
 
     void give_lists() {
-        goals_.views = listed(mesh_.triangles().size(), views_);
+        goals_.views = grouped(mesh_.triangles().size(), views_);
         for (std::uint32_t waypoint = 0; waypoint < best_.size(); ++waypoint)
             if (best_[waypoint]) goals_.sights.push_back({waypoint, best_[waypoint]->distance, best_[waypoint]->goal});
     }

@@ -6,21 +6,21 @@
 namespace pedflux::engine::navigation {
 
 Mesh::Mesh(Polygons const& polygons) : triangulation_(triangulated(polygons)) {
-    std::vector<Extent> triangle_extents;
-    std::vector<Extent> boundary_extents;
+    std::vector<Bounds> of_triangles;
+    std::vector<Bounds> of_boundary;
     for (std::uint32_t t = 0; t < triangles().size(); ++t) {
-        Extent& extent = triangle_extents.emplace_back();
-        for (Point const corner : corners(t)) extent.cover(corner);
+        Bounds& bounds = of_triangles.emplace_back();
+        for (Point const corner : corners(t)) bounds.cover(corner);
         for (std::size_t i = 0; i < 3; ++i) {
             if (triangles()[t].neighbour[i] != none) continue;
             boundary_.push_back({t, static_cast<std::uint32_t>(i)});
-            Extent& boundary_extent = boundary_extents.emplace_back();
-            boundary_extent.cover(edge(t, i).from);
-            boundary_extent.cover(edge(t, i).to);
+            Bounds& edge_bounds = of_boundary.emplace_back();
+            edge_bounds.cover(edge(t, i).from);
+            edge_bounds.cover(edge(t, i).to);
         }
     }
-    triangle_cells_ = Cells(triangle_extents);
-    boundary_cells_ = Cells(boundary_extents);
+    triangle_cells_ = Cells(of_triangles);
+    boundary_cells_ = Cells(of_boundary);
 }
 
 std::uint32_t Mesh::triangle_at(Point point) const {

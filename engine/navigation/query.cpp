@@ -74,7 +74,7 @@ class Question {
 
 RouteStep Question::to_goal(std::uint32_t view) const {
     RouteStep step;
-    Segment const line = goals_.sources[goals_.views.things[view].source].line;
+    Segment const line = goals_.sources[goals_.views.items[view].source].line;
     step.aim = nearest_point(line, place_.point);
     step.target = line;
     step.distance = walk_to(step.aim);
@@ -121,7 +121,7 @@ RouteStep Question::to_portal_edge(RouteHint const& hint) const {
 
 std::optional<RouteStep> Question::held(RouteHint const& hint) const {
     if (hint.to_goal) {
-        GoalView const& view = goals_.views.things[hint.aimed];
+        GoalView const& view = goals_.views.items[hint.aimed];
         if (!sees_goal(goals_.sources[view.source], view, place_.point)) return std::nullopt;
         return to_goal(hint.aimed);
     }
@@ -144,7 +144,7 @@ Question::Best Question::best_goal() const {
     std::uint32_t const begin = goals_.views.begin[place_.triangle];
     std::uint32_t const end = goals_.views.begin[place_.triangle + 1];
     for (std::uint32_t i = begin; i < end; ++i) {
-        GoalView const& view = goals_.views.things[i];
+        GoalView const& view = goals_.views.items[i];
         GoalSource const& source = goals_.sources[view.source];
         double const walked = walk_to(nearest_point(source.line, place_.point));
         if (walked < best.distance && sees_goal(source, view, place_.point)) best.offer({walked, 0, i, true});
@@ -158,7 +158,7 @@ Question::Best Question::best_waypoint() const {
     std::uint32_t const begin = views_.begin[place_.triangle];
     std::uint32_t const end = views_.begin[place_.triangle + 1];
     for (std::uint32_t i = begin; i < end; ++i) {
-        WaypointView const& view = views_.things[i];
+        WaypointView const& view = views_.items[i];
         double const on = rest(view.waypoint);
         if (on == unreachable) continue;
         double const whole = walk_to(waypoint(view.waypoint).point) + on;
@@ -211,7 +211,7 @@ RouteStep Question::fresh(RouteHint& hint) const {
         hint.aimed = best.view;
         return to_goal(best.view);
     }
-    WaypointView const& view = views_.things[best.view];
+    WaypointView const& view = views_.items[best.view];
     hint.aimed = view.waypoint;
     hint.right = view.right;
     hint.left = view.left;

@@ -26,7 +26,7 @@ class Viewing {
                 add(outlook.triangle, {waypoint, outlook.right, outlook.left});
     }
 
-    Lists<WaypointView> lists() const { return listed(mesh_.triangles().size(), views_); }
+    Lists<WaypointView> lists() const { return grouped(mesh_.triangles().size(), views_); }
 
   private:
     void add(std::uint32_t triangle, WaypointView const& view) { views_.emplace_back(triangle, view); }

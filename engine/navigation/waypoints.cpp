@@ -60,8 +60,8 @@ class Lookout {
     }
 
     void give_lists() {
-        waypoints_.portal_outlooks = listed(waypoints_.all.size() - waypoints_.portal_edge_begin.front(), outlooks_);
-        waypoints_.links = listed(waypoints_.all.size(), links_);
+        waypoints_.portal_outlooks = grouped(waypoints_.all.size() - waypoints_.portal_edge_begin.front(), outlooks_);
+        waypoints_.links = grouped(waypoints_.all.size(), links_);
     }
 
   private:
@@ -178,7 +178,7 @@ Waypoints waypoints_of(Mesh const& mesh, std::vector<PortalEdge> const& portal_e
         result.all.push_back(corner);
         fans.push_back(fan);
     });
-    result.corners_at = listed(mesh.vertices().size(), corners_at);
+    result.corners_at = grouped(mesh.vertices().size(), corners_at);
 
     std::vector<std::vector<std::uint32_t>> triangles_at_portal_points;
     std::vector<std::pair<std::uint32_t, std::uint32_t>> portal_points_in;
@@ -192,7 +192,7 @@ Waypoints waypoints_of(Mesh const& mesh, std::vector<PortalEdge> const& portal_e
         }
     }
     result.portal_edge_begin.push_back(static_cast<std::uint32_t>(result.all.size()));
-    result.portal_points_in = listed(mesh.triangles().size(), portal_points_in);
+    result.portal_points_in = grouped(mesh.triangles().size(), portal_points_in);
 
     Lookout lookout(mesh, result);
     std::uint32_t waypoint = 0;

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "engine/base/lists.h"
 #include "engine/navigation/mesh.h"
 #include "engine/navigation/sight.h"
 
-#include <span>
 #include <vector>
 
 /// The points of a region at which shortest ways turn or leave the region, and their mutual visibility. Nothing here
@@ -49,17 +49,6 @@ struct WaypointLink {
     double length = 0;
 };
 
-/// Lists stored one after the other.
-template <class Thing>
-struct Lists {
-    std::vector<std::uint32_t> begin{0};
-    std::vector<Thing> things;
-
-    std::span<Thing const> operator[](std::size_t list) const {
-        return std::span(things).subspan(begin[list], begin[list + 1] - begin[list]);
-    }
-};
-
 struct Waypoints {
     /// Corners first, then the points of each portal edge in order.
     std::vector<Waypoint> all;
@@ -91,18 +80,5 @@ std::vector<Wedge> fan_of(Mesh const& mesh, Waypoint const& corner);
 bool bends_around(Waypoint const& corner, Point direction);
 /// Whether the direction points from the corner into the area or along a wall.
 bool leads_inside(Waypoint const& corner, Point direction);
-
-/// Groups things, each given with the number of its list, into `count` lists; the order within a list stays.
-template <class Thing>
-Lists<Thing> listed(std::size_t count, std::vector<std::pair<std::uint32_t, Thing>> const& given) {
-    Lists<Thing> lists;
-    lists.begin.assign(count + 1, 0);
-    for (auto const& [list, thing] : given) ++lists.begin[list + 1];
-    for (std::size_t i = 1; i <= count; ++i) lists.begin[i] += lists.begin[i - 1];
-    lists.things.resize(given.size());
-    std::vector<std::uint32_t> next(lists.begin.begin(), lists.begin.end() - 1);
-    for (auto const& [list, thing] : given) lists.things[next[list]++] = thing;
-    return lists;
-}
 
 }  // namespace pedflux::engine::navigation

@@ -8,6 +8,8 @@
 #include <pedflux/exception.h>
 #include <pedflux/profiles.h>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 using engine::AvatarState;
@@ -21,7 +23,7 @@ std::shared_ptr<Avatar> Project::CreateAvatar(std::string const& name, std::shar
 
 std::shared_ptr<Avatar> Project::CreateAvatarFromPreset(std::string const& name,
                                                         std::shared_ptr<AvatarPreset> const& preset) {
-    if (!preset) throw Exception("Avatar '" + name + "': the preset must be given, not empty");
+    if (!preset) throw Exception(fmt::format("Avatar '{}': the preset must be given, not empty", name));
     return engine::create<AvatarState>(*this, name, std::pair(&AvatarState::look, Look(engine::PresetLook{preset})));
 }
 

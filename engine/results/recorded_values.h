@@ -68,6 +68,11 @@ struct AgentRecord {
 #undef VALUE
 };
 
+#define COUNT(...) +1
+inline constexpr int frame_value_count = 0 PEDFLUX_FRAME_VALUES(COUNT, COUNT);
+inline constexpr int agent_value_count = 0 PEDFLUX_AGENT_VALUES(COUNT);
+#undef COUNT
+
 /// The bytes of an agent in the frames of a format, those of an AgentFrame's first values.
 constexpr std::size_t bytes_of_agent_frame(std::int64_t in_format) {
     std::size_t bytes = 0;

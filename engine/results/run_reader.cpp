@@ -11,17 +11,19 @@
 #include <limits>
 #include <type_traits>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
 
 std::string const& require_file(std::string const& path) {
-    if (!std::filesystem::is_regular_file(path)) refuse("There is no database of results '" + path + "'");
+    if (!std::filesystem::is_regular_file(path)) refuse(fmt::format("There is no database of results '{}'", path));
     return path;
 }
 
 [[noreturn]] void refuse_damaged(std::string const& path, std::string const& what) {
-    refuse("The database of results '" + path + "' is damaged: " + what);
+    refuse(fmt::format("The database of results '{}' is damaged: {}", path, what));
 }
 
 std::int64_t pragma(sqlite::Connection& connection, std::string const& name) {
@@ -31,12 +33,13 @@ std::int64_t pragma(sqlite::Connection& connection, std::string const& name) {
 
 std::int64_t require_format(sqlite::Connection& connection) {
     if (pragma(connection, "application_id") != application_id) {
-        refuse("The file '" + connection.path() + "' is not a database of results");
+        refuse(fmt::format("The file '{}' is not a database of results", connection.path()));
     }
     auto const version = pragma(connection, "user_version");
     if (version < 1 || version > format_version) {
-        refuse("The database of results '" + connection.path() + "' has the format " + std::to_string(version) +
-               ", which is newer than " + std::to_string(format_version) + ", the newest that can be read");
+        refuse(fmt::format(
+            "The database of results '{}' has the format {}, which is newer than {}, the newest that can be read",
+            connection.path(), version, format_version));
     }
     return version;
 }
@@ -46,8 +49,7 @@ void require_whole(sqlite::Connection& connection) {
     auto const bytes = pragma(connection, "page_count") * pragma(connection, "page_size");
     auto const found = static_cast<std::int64_t>(std::filesystem::file_size(connection.path()));
     if (found < bytes) {
-        refuse_damaged(connection.path(),
-                       "it has " + std::to_string(found) + " of " + std::to_string(bytes) + " bytes");
+        refuse_damaged(connection.path(), fmt::format("it has {} of {} bytes", found, bytes));
     }
 }
 
@@ -55,7 +57,7 @@ GlobalId id_of(std::string const& text) { return text.empty() ? GlobalId() : Glo
 
 int require_int(std::string const& path, std::string const& what, std::int64_t value, std::int64_t least,
                 std::int64_t most) {
-    if (value < least || value > most) refuse_damaged(path, what + " is " + std::to_string(value));
+    if (value < least || value > most) refuse_damaged(path, fmt::format("{} is {}", what, value));
     return static_cast<int>(value);
 }
 
@@ -81,7 +83,7 @@ RunReader::RunReader(std::string const& path) : connection_(require_file(path), 
 void RunReader::read_meta() {
     sqlite::Statement meta(connection_, "SELECT value FROM meta WHERE name = ?");
     auto const read = [&](std::string const& name, std::int64_t least, std::int64_t most) {
-        if (!meta.bind(name).step()) refuse_damaged(path(), "it has no " + name);
+        if (!meta.bind(name).step()) refuse_damaged(path(), fmt::format("it has no {}", name));
         return require_int(path(), name, meta.integer(0), least, most);
     };
     info_.frame_rate = read("frame_rate", 1, largest_int);
@@ -95,8 +97,8 @@ void RunReader::read_meta() {
     bool const gapless =
         last_frame_ < first_frame || (count.integer(1) == first_frame && count.integer(2) == last_frame_);
     if (count.integer(0) != last_frame_ - first_frame + 1 || !gapless) {
-        refuse_damaged(path(), "it has " + std::to_string(count.integer(0)) + " frames instead of " +
-                                   std::to_string(last_frame_ - first_frame + 1));
+        refuse_damaged(path(),
+                       fmt::format("it has {} frames instead of {}", count.integer(0), last_frame_ - first_frame + 1));
     }
 }
 
@@ -104,7 +106,7 @@ void RunReader::read_surfaces() {
     sqlite::Statement select(connection_, "SELECT number, id, name, kind, shape FROM surfaces ORDER BY number");
     while (select.step()) {
         if (select.integer(0) != static_cast<std::int64_t>(surfaces_.size())) {
-            refuse_damaged(path(), "surface " + std::to_string(surfaces_.size()) + " is missing");
+            refuse_damaged(path(), fmt::format("surface {} is missing", surfaces_.size()));
         }
         auto& surface = surfaces_.emplace_back();
         surface.id = id_of(select.text(1));
@@ -122,7 +124,7 @@ void RunReader::read_agents() {
     sqlite::Statement select(connection_, "SELECT number" + columns + " FROM agents ORDER BY number");
     while (select.step()) {
         if (select.integer(0) != static_cast<std::int64_t>(agents_.size())) {
-            refuse_damaged(path(), "agent " + std::to_string(agents_.size()) + " is missing");
+            refuse_damaged(path(), fmt::format("agent {} is missing", agents_.size()));
         }
         auto& agent = agents_.emplace_back();
         int column = 0;
@@ -187,16 +189,15 @@ std::optional<std::uint16_t> RunReader::surface_of(GlobalId const& object) const
 
 std::vector<AgentFrame> RunReader::frame(int number) {
     if (number < first_frame || number > last_frame_) {
-        refuse("The run '" + path() + "' has the frames " + std::to_string(first_frame) + " to " +
-               std::to_string(last_frame_) + ", not " + std::to_string(number));
+        refuse(fmt::format("The run '{}' has the frames {} to {}, not {}", path(), first_frame, last_frame_, number));
     }
     std::scoped_lock const lock(mutex_);
-    if (!select_frame_->bind(number).step()) refuse_damaged(path(), "frame " + std::to_string(number) + " is missing");
+    if (!select_frame_->bind(number).step()) refuse_damaged(path(), fmt::format("frame {} is missing", number));
     auto const bytes = select_frame_->bytes(0);
     auto const size = bytes_of_agent_frame(format_);
     std::vector<AgentFrame> states(bytes.size() / size);
     if (bytes.size() % size != 0) {
-        refuse_damaged(path(), "frame " + std::to_string(number) + " has " + std::to_string(bytes.size()) + " bytes");
+        refuse_damaged(path(), fmt::format("frame {} has {} bytes", number, bytes.size()));
     }
     for (std::size_t i = 0; i < states.size(); ++i) std::memcpy(&states[i], &bytes[i * size], size);
     select_frame_->reset();
@@ -206,16 +207,15 @@ std::vector<AgentFrame> RunReader::frame(int number) {
     };
     auto const is_before = [](AgentFrame const& a, AgentFrame const& b) { return a.agent >= b.agent; };
     if (!std::ranges::all_of(states, is_known) || std::ranges::adjacent_find(states, is_before) != states.end()) {
-        refuse_damaged(path(),
-                       "frame " + std::to_string(number) + " shows agents or places that the run does not have");
+        refuse_damaged(path(), fmt::format("frame {} shows agents or places that the run does not have", number));
     }
     return states;
 }
 
 void require_recorded(RunReader const& reader, std::int64_t format, std::string const& what) {
     if (reader.format() >= format) return;
-    refuse("The run '" + reader.path() + "' was recorded by an older release, which did not store " + what +
-           "; simulate it again");
+    refuse(fmt::format("The run '{}' was recorded by an older release, which did not store {}; simulate it again",
+                       reader.path(), what));
 }
 
 double RunReader::frame_at(double seconds) const {

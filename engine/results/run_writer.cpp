@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 static_assert(std::endian::native == std::endian::little, "frames are stored as they stand in memory");
@@ -70,7 +72,7 @@ void require_results_file(std::string const& path) {
     sqlite::Connection connection(path, sqlite::Connection::Mode::READ);
     sqlite::Statement statement(connection, "PRAGMA application_id");
     if (!statement.step() || statement.integer(0) != application_id) {
-        refuse("The file '" + path + "' is not a database of results and is not overwritten");
+        refuse(fmt::format("The file '{}' is not a database of results and is not overwritten", path));
     }
 }
 
@@ -167,7 +169,7 @@ void RunWriter::finish(std::vector<AgentRecord> const& agents, std::vector<Episo
     connection_.reset();
     std::error_code error;
     std::filesystem::rename(unfinished_path_, path_, error);
-    if (error) refuse("The database of results '" + path_ + "' cannot be written: " + error.message());
+    if (error) refuse(fmt::format("The database of results '{}' cannot be written: {}", path_, error.message()));
 }
 
 }  // namespace pedflux::engine

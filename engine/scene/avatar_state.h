@@ -26,11 +26,11 @@ struct OwnLook {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("geometry", self.geometry, MESH);
+        field("geometry", self.geometry, mesh_rule);
     }
 };
 
-/// An avatar that looks like a preset.
+/// An avatar with the mesh of a preset.
 struct PresetLook {
     static constexpr std::string_view NAME = "preset";
 

@@ -24,24 +24,14 @@ TaskType going_to(PresentAgent const& agent) {
     return agent.state->world.places[goal].is_portal() ? TaskType::SEEK_PORTAL : TaskType::SEEK_AREA;
 }
 
-TaskType type_of(PresentAgent const& agent, AgentActionTypeId action) {
-    switch (action) {
-        case AgentActionTypeId::FOLLOW_SIGN:
-            return TaskType::FOLLOW_SIGN;
-        case AgentActionTypeId::WAIT_FOR_DURATION:
-        case AgentActionTypeId::DO_UNTIL_DURATION_ENDS:
-            return TaskType::WAIT_FOR_DURATION;
-        case AgentActionTypeId::WAIT_UNTIL_TIME:
-        case AgentActionTypeId::DO_UNTIL_TIME:
-            return TaskType::WAIT_UNTIL_TIME;
-        case AgentActionTypeId::WAIT_FOREVER:
-            return TaskType::WAIT_FOREVER;
-        case AgentActionTypeId::WAIT_WHILE_TEST_TRUE:
-        case AgentActionTypeId::DO_UNTIL_TEST_FAILS:
-            return TaskType::WAIT_WHILE_TEST_TRUE;
-        default:
-            return going_to(agent);
-    }
+/// Waits are told apart by what they wait for.
+TaskType type_of(PresentAgent const& agent, engine::ActionNode const& node) {
+    if (node.type == AgentActionTypeId::FOLLOW_SIGN) return TaskType::FOLLOW_SIGN;
+    auto const play = engine::play_of(node.type);
+    if (play != engine::ActionPlay::WAIT && play != engine::ActionPlay::DO_UNTIL) return going_to(agent);
+    if (node.test != engine::NONE) return TaskType::WAIT_WHILE_TEST_TRUE;
+    if (node.time != engine::NONE) return TaskType::WAIT_UNTIL_TIME;
+    return node.spec != engine::NONE ? TaskType::WAIT_FOR_DURATION : TaskType::WAIT_FOREVER;
 }
 
 }  // namespace
@@ -49,7 +39,7 @@ TaskType type_of(PresentAgent const& agent, AgentActionTypeId action) {
 TaskType Agent::GetCurrentTaskType() {
     auto const agent = present_agent(run_, id_);
     auto const& task = agent.tasks.task;
-    if (task) return type_of(agent, node_of(agent.state->program, *task).type);
+    if (task) return type_of(agent, node_of(agent.state->program, *task));
     bool const waits = agent.info.goal != no_place && agent.motion.starts_at > agent.state->clock.seconds();
     return waits ? TaskType::WAIT_FOR_DURATION : going_to(agent);
 }

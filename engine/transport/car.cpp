@@ -12,6 +12,8 @@
 #include <limits>
 #include <numbers>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 namespace {
 
@@ -107,7 +109,7 @@ std::optional<std::size_t> index_of_stop(Car const& car, std::string const& name
 }
 
 void refuse_live(std::string const& who, std::string const& what) {
-    refuse(who + ": " + what + " cannot be told, as elevators do not run in this engine yet");
+    refuse(fmt::format("{}: {} cannot be told, as elevators do not run in this engine yet", who, what));
 }
 
 }  // namespace pedflux::engine

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include <csv.h>
+#include <fmt/format.h>
 
 namespace pedflux::engine {
 namespace {
@@ -102,8 +103,7 @@ TextPosition first_fault(std::string_view text) {
 }  // namespace
 
 void refuse_at(std::string_view file, TextPosition at, std::string const& what) {
-    refuse("the file '" + std::string(file) + "', line " + std::to_string(at.line) + ", column " +
-           std::to_string(at.column) + ": " + what);
+    refuse(fmt::format("the file '{}', line {}, column {}: {}", file, at.line, at.column, what));
 }
 
 std::vector<CsvLine> read_csv(std::string_view text, char delimiter, std::string_view file) {

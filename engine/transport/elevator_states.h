@@ -44,8 +44,8 @@ struct Doors {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        constexpr Range seconds{0, WITHOUT_END, "s"};
-        field("width", self.width, Range{0, WITHOUT_END, "m", true});
+        constexpr Range seconds{0, unlimited, "s"};
+        field("width", self.width, Range{0, unlimited, "m", true});
         field("openingDuration", self.opening_duration, seconds);
         field("closingDuration", self.closing_duration, seconds);
         field("openDurationAfterUse", self.open_duration_after_use, seconds);
@@ -63,9 +63,9 @@ struct Capacity {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         field("type", self.type);
-        field("agentCount", self.agent_count, Range{1, WITHOUT_END, "person"});
+        field("agentCount", self.agent_count, Range{1, unlimited, "person"});
         field("agentRadius", self.agent_radius, Range{0, 2, "m", true});
-        field("customArea", self.custom_area, Range{0, WITHOUT_END, "m²", true});
+        field("customArea", self.custom_area, Range{0, unlimited, "m²", true});
     }
 };
 
@@ -108,11 +108,11 @@ struct ElevatorState : WalkableState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        constexpr Range seconds{0, WITHOUT_END, "s"};
+        constexpr Range seconds{0, unlimited, "s"};
         WalkableState::fields(self, field);
-        field("acceleration", self.acceleration, Range{0, WITHOUT_END, "m/s²", true});
-        field("jerk", self.jerk, Range{0, WITHOUT_END, "m/s³", true});
-        field("speed", self.speed, Range{0, WITHOUT_END, "m/s", true});
+        field("acceleration", self.acceleration, Range{0, unlimited, "m/s²", true});
+        field("jerk", self.jerk, Range{0, unlimited, "m/s³", true});
+        field("speed", self.speed, Range{0, unlimited, "m/s", true});
         field("doors", self.doors);
         field("capacity", self.capacity);
         field("boardingFlowCap", self.boarding_flow_cap);
@@ -120,14 +120,14 @@ struct ElevatorState : WalkableState {
         field("ball", self.ball);
         field("box", self.box);
         field("restFloor", self.rest_floor, any_floor);
-        field("cycleDurationOverride", self.cycle_duration, Range{1, WITHOUT_END, "s"});
-        field("queueMultiplier", self.queue_multiplier, NOT_NEGATIVE);
-        field("elevatorOperation", self.operation, REQUIRED);
+        field("cycleDurationOverride", self.cycle_duration, Range{1, unlimited, "s"});
+        field("queueMultiplier", self.queue_multiplier, not_negative);
+        field("elevatorOperation", self.operation, must_be_given);
         field("accessAgentTest", self.access_test);
         field("accessAgentTestFailureCost", self.access_test_failure_cost, seconds);
         field("enterAction", self.enter_action);
         field("exitAction", self.exit_action);
-        field("waitStyle", self.wait_style, REQUIRED);
+        field("waitStyle", self.wait_style, must_be_given);
     }
 };
 
@@ -145,11 +145,11 @@ struct ElevatorBankState : GroupState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        constexpr Range seconds{0, WITHOUT_END, "s"};
+        constexpr Range seconds{0, unlimited, "s"};
         GroupState::fields(self, field);
         field("alternateRouteItems", self.alternate_routes,
               refers_to<WalkableState>("a floor, link, stair, ramp or other walkable object"));
-        field("elevatorOperation", self.operation, REQUIRED);
+        field("elevatorOperation", self.operation, must_be_given);
         field("accessAgentTest", self.access_test);
         field("accessAgentTestFailureCost", self.access_test_failure_cost, seconds);
     }

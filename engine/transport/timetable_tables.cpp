@@ -8,6 +8,8 @@
 #include <string_view>
 #include <unordered_set>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 namespace {
 
@@ -87,7 +89,8 @@ class Column {
         auto const number = whole(field.text);
         if (!number || *number < least) {
             bool const bounded = least > std::numeric_limits<int>::min();
-            refuse(field, "be a whole number" + (bounded ? " of at least " + std::to_string(least) : std::string()));
+            refuse(field, fmt::format("be a whole number{}",
+                                      bounded ? " of at least " + std::to_string(least) : std::string()));
         }
         return *number;
     }

@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <filesystem>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 using engine::get;
@@ -39,8 +41,8 @@ constexpr FileKind FILE_KINDS[] = {
 FileKind const& kind_of(TimetableState const& state, TimetableFileType type) {
     auto const found = std::ranges::find(FILE_KINDS, type, &FileKind::type);
     if (found == std::end(FILE_KINDS)) {
-        engine::Subject{owner_of(state), "fileType"}.refuse("one of " + engine::names_of<TimetableFileType>(),
-                                                            std::to_string(static_cast<int>(type)));
+        engine::Subject{owner_of(state), "fileType"}.refuse(
+            fmt::format("one of {}", engine::names_of<TimetableFileType>()), std::to_string(static_cast<int>(type)));
     }
     return *found;
 }
@@ -60,7 +62,7 @@ void check_file(TimetableState const& state, FileKind const& kind, TimetableFile
     try {
         kind.check(file);
     } catch (Exception const& fault) {
-        throw Exception(title_of(state) + ": " + fault.GetMessage());
+        throw Exception(fmt::format("{}: {}", title_of(state), fault.GetMessage()));
     }
 }
 

@@ -8,6 +8,8 @@
 #include <limits>
 #include <string>
 
+#include <fmt/format.h>
+
 // Arrivals of vehicles, and the numbers of people that they bring.
 namespace pedflux {
 
@@ -33,7 +35,7 @@ struct WholePairs {
 int whole(std::string const& what, double value) {
     bool const fits = std::abs(value) <= std::numeric_limits<int>::max();
     if (!fits || value != std::floor(value)) {
-        engine::refuse(what + " must be a whole number, not " + engine::text_of(value));
+        engine::refuse(fmt::format("{} must be a whole number, not {}", what, engine::text_of(value)));
     }
     return static_cast<int>(value);
 }

@@ -35,8 +35,8 @@ struct HeadwayArrivals {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("headway", self.headway, RequiredRange{{0, WITHOUT_END, "s"}});
-        field("fixedCount", self.count, AT_LEAST_ONE);
+        field("headway", self.headway, RequiredRange{{0, unlimited, "s"}});
+        field("fixedCount", self.count, at_least_one);
     }
 };
 
@@ -46,7 +46,7 @@ struct ScheduledArrivals {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("timeOffsets", self.offsets, Range{0, WITHOUT_END, "s"});
+        field("timeOffsets", self.offsets, Range{0, unlimited, "s"});
     }
 };
 
@@ -61,7 +61,7 @@ struct CountBySchedule {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("populations", self.persons, Range{0, WITHOUT_END, "persons"});
+        field("populations", self.persons, Range{0, unlimited, "persons"});
     }
 };
 
@@ -72,7 +72,7 @@ struct CountByTable {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("populations", self.persons, Range{0, WITHOUT_END, "persons"});
+        field("populations", self.persons, Range{0, unlimited, "persons"});
     }
 };
 
@@ -82,7 +82,7 @@ struct RandomCount {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("populations", self.persons, RequiredRange{{0, WITHOUT_END, "persons"}});
+        field("populations", self.persons, RequiredRange{{0, unlimited, "persons"}});
     }
 };
 
@@ -128,7 +128,7 @@ struct OpenIfTestTrue {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("agentTest", self.test, REQUIRED);
+        field("agentTest", self.test, must_be_given);
     }
 };
 
@@ -143,7 +143,7 @@ struct PeopleOrigins {
     static void fields(Self& self, Field&& field) {
         field("places", self.places,
               RefersTo{"a portal, floor, connection or zone", Population::is_place, Role::ORIGIN});
-        field("weights", self.weights, NOT_NEGATIVE);
+        field("weights", self.weights, not_negative);
     }
 };
 
@@ -157,7 +157,7 @@ struct PeopleDestinations {
     static void fields(Self& self, Field&& field) {
         field("places", self.places,
               RefersTo{"a portal, floor, connection or zone", Population::is_place, Role::DESTINATION});
-        field("weights", self.weights, NOT_NEGATIVE);
+        field("weights", self.weights, not_negative);
         field("assignment", self.assignment);
     }
 };
@@ -246,16 +246,16 @@ struct VehicleState : ObjectState {
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
         field("arrival", self.arrivals);
-        field("startTime", self.start, REQUIRED);
-        field("dwellDuration", self.dwell, RequiredRange{{0, WITHOUT_END, "s"}});
+        field("startTime", self.start, must_be_given);
+        field("dwellDuration", self.dwell, RequiredRange{{0, unlimited, "s"}});
         field("boardingTimeOffset", self.boarding_offset);
-        field("lookupTableIntervals", self.table_intervals, Range{1, WITHOUT_END, "s"});
+        field("lookupTableIntervals", self.table_intervals, Range{1, unlimited, "s"});
         field("boarding", self.boarding);
         field("alighting", self.alighting);
         field("through", self.through);
         field("carDoors", self.car_doors, refers_to<ConnectionState>("a link, stair, ramp or other connection"));
         field("carFloors", self.car_floors, refers_to_kind<ObjectType::FLOOR>("a floor"));
-        field("carFloorCapacityLimit", self.car_floor_capacity, Range{1, WITHOUT_END, "person"});
+        field("carFloorCapacityLimit", self.car_floor_capacity, Range{1, unlimited, "person"});
     }
     /// Checks the rules that several fields share, such as lists of equal length. Throws Exception.
     static void check(VehicleState const& self);

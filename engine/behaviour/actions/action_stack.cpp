@@ -14,10 +14,6 @@ namespace {
 /// Clocks add up fractions of seconds, so that they can be a little behind the time that they show.
 constexpr double CLOCK_TOLERANCE = 1e-6;
 
-bool breaks_off(AgentActionTypeId type) {
-    return type >= AgentActionTypeId::DO_UNTIL_DURATION_ENDS && type <= AgentActionTypeId::DO_UNTIL_TIME;
-}
-
 /// What became of the innermost action.
 enum class Progress {
     DONE,        ///< it is to be taken off the stack
@@ -56,7 +52,7 @@ class Interpreter {
     /// Of the node of the innermost action.
     double sampled(ActionNode const& node) {
         auto numbers = random();
-        return sample(program_of(top()).laws[static_cast<std::size_t>(node.spec)], numbers);
+        return sample(program_of(top()).distributions[static_cast<std::size_t>(node.spec)], numbers);
     }
 
     bool is_over(double time) const { return scene_.now() + CLOCK_TOLERANCE >= time; }
@@ -69,7 +65,7 @@ class Interpreter {
     void break_off() {
         auto& frames = stack_.frames;
         for (auto frame = frames.begin(); frame != frames.end();) {
-            if (breaks_off(node_of(*frame).type) && frame->begun && has_ended(*frame)) {
+            if (play_of(node_of(*frame).type) == ActionPlay::DO_UNTIL && frame->begun && has_ended(*frame)) {
                 auto const end = std::find_if(frame + 1, frames.end(), [](auto const& above) { return above.apart; });
                 frame = frames.erase(frame, end);
             } else {
@@ -89,67 +85,37 @@ class Interpreter {
         bool const is_new = !frame.begun;
         frame.begun = true;
         if (is_new) frame.began_in = stack_.advances;
-        switch (node.type) {
-            case AgentActionTypeId::DO_NOTHING:
+        switch (play_of(node.type)) {
+            case ActionPlay::NOTHING:
                 return Progress::DONE;
-            case AgentActionTypeId::NAMED:
-            case AgentActionTypeId::APPLY_ACTION:
-            case AgentActionTypeId::LIST:
+            case ActionPlay::SEQUENCE:
                 return step_list(frame, node, is_new);
-            case AgentActionTypeId::CHOOSE_FROM_SET:
+            case ActionPlay::CHOICE:
                 return is_new ? choose(node) : Progress::DONE;
-            case AgentActionTypeId::IF_THEN:
-            case AgentActionTypeId::IF_THEN_ELSE:
+            case ActionPlay::BRANCH:
                 return is_new ? decide(node) : Progress::DONE;
-            case AgentActionTypeId::DO_UNTIL_DURATION_ENDS:
-            case AgentActionTypeId::DO_UNTIL_TEST_FAILS:
-            case AgentActionTypeId::DO_UNTIL_TIME:
+            case ActionPlay::DO_UNTIL:
                 return step_do_until(frame, node, is_new);
-            case AgentActionTypeId::REPEAT_FOR_COUNT:
-            case AgentActionTypeId::REPEAT_FOR_DURATION:
-            case AgentActionTypeId::REPEAT_FOREVER:
-            case AgentActionTypeId::REPEAT_UNTIL_TIME:
-            case AgentActionTypeId::REPEAT_WHILE_TEST_TRUE:
+            case ActionPlay::REPEAT:
+            case ActionPlay::REPEAT_COUNTED:
                 return step_repeat(frame, node, is_new);
-            case AgentActionTypeId::SEEK_AREA:
-            case AgentActionTypeId::SEEK_PORTAL:
-            case AgentActionTypeId::SEEK_PROCESS_START:
-            case AgentActionTypeId::FOLLOW_SIGN:
+            case ActionPlay::SEEK_ONE_OF:
                 if (node.objects.count == 0) return Progress::DONE;
                 [[fallthrough]];
-            case AgentActionTypeId::SEEK_ZONE:
-            case AgentActionTypeId::SEEK_INITIAL_GOAL:
-            case AgentActionTypeId::SEEK_ORIGIN:
-            case AgentActionTypeId::EVACUATE_ZONE:
+            case ActionPlay::SEEK:
                 return step_seek(frame, node, is_new);
-            case AgentActionTypeId::WAIT_FOR_DURATION:
-                if (is_new) frame.until = scene_.now() + sampled(node);
-                return is_over(frame.until) ? Progress::DONE : Progress::TAKES_TIME;
-            case AgentActionTypeId::WAIT_FOREVER:
-                return Progress::TAKES_TIME;
-            case AgentActionTypeId::WAIT_UNTIL_TIME:
-                return is_past(frame, node.time) ? Progress::DONE : Progress::TAKES_TIME;
-            case AgentActionTypeId::WAIT_WHILE_TEST_TRUE:
-                return scene_.put_test(node.test) ? Progress::TAKES_TIME : Progress::DONE;
-            case AgentActionTypeId::EXIT_SIMULATION:
-            case AgentActionTypeId::CLEAR_TASKS: {
+            case ActionPlay::WAIT:
+                if (is_new && node.spec != NONE) frame.until = scene_.now() + sampled(node);
+                return has_ended(frame) ? Progress::DONE : Progress::TAKES_TIME;
+            case ActionPlay::EFFECT:
+                scene_.happen(static_cast<ActionEffect>(node.type), node);
+                return Progress::DONE;
+            case ActionPlay::END: {
                 auto const happens = node;  // an order goes with its frames
                 stack_.frames.clear();
-                scene_.happen(happens);
+                scene_.happen(static_cast<ActionEffect>(happens.type), happens);
                 return Progress::GOES_ON;
             }
-            case AgentActionTypeId::ADD_TO_TALLY:
-            case AgentActionTypeId::ADD_TOKENS:
-            case AgentActionTypeId::CLEAR_TOKENS:
-            case AgentActionTypeId::SET_AVATAR:
-            case AgentActionTypeId::CLEAR_AVATAR:
-            case AgentActionTypeId::SET_COLOR:
-            case AgentActionTypeId::CLEAR_COLOR:
-            case AgentActionTypeId::SET_NETWORK:
-            case AgentActionTypeId::CLEAR_NETWORK:
-            case AgentActionTypeId::CLEAR_HISTORY:
-                scene_.happen(node);
-                return Progress::DONE;
         }
         return Progress::DONE;
     }
@@ -197,11 +163,11 @@ class Interpreter {
     }
 
     bool is_to_go_on(ActionFrame const& frame, ActionNode const& node) {
-        return node.type == AgentActionTypeId::REPEAT_FOR_COUNT ? frame.step < frame.turns : !has_ended(frame);
+        return play_of(node.type) == ActionPlay::REPEAT_COUNTED ? frame.step < frame.turns : !has_ended(frame);
     }
 
     Progress step_repeat(ActionFrame& frame, ActionNode const& node, bool is_new) {
-        bool const is_counted = node.type == AgentActionTypeId::REPEAT_FOR_COUNT;
+        bool const is_counted = play_of(node.type) == ActionPlay::REPEAT_COUNTED;
         if (is_new) {
             if (is_counted) frame.turns = static_cast<int>(std::lround(sampled(node)));
             if (!is_counted && node.spec != NONE) frame.until = scene_.now() + sampled(node);

@@ -24,7 +24,7 @@ inline constexpr int ANY_GOAL = -1;
 struct ActionFrame {
     int node;
     std::shared_ptr<OrderProgram const> order{};  ///< that the node is of; none: the project's actions
-    bool apart = false;  ///< started besides what the agent did, not by the frame below
+    bool apart = false;                           ///< started besides what the agent did, not by the frame below
     bool begun = false;
     int step = 0;                                            ///< children or turns done
     int turns = 0;                                           ///< to do, of a count
@@ -47,7 +47,7 @@ struct ActionStack {
 /// the rest of what it was to do has passed when the node has a style, or until the next step.
 struct ActionTask {
     int node;
-    int goal;  ///< of the node's objects, or ANY_GOAL
+    int goal;                                     ///< of the node's objects, or ANY_GOAL
     std::shared_ptr<OrderProgram const> order{};  ///< that the node is of; none: the project's actions
 
     friend bool operator==(ActionTask const&, ActionTask const&) = default;
@@ -69,9 +69,8 @@ struct ActionScene {
     virtual bool put_test(int test) = 0;
     /// Lets the agent go where a task leads, and returns whether it has arrived.
     virtual bool pursue(ActionTask const& task) = 0;
-    /// An action that happens at once: of tokens, tallies, looks, network, history, tasks, and leaving.
-    /// Must not change the stack.
-    virtual void happen(ActionNode const& node) = 0;
+    /// Carries out an action that happens at once. Must not change the stack.
+    virtual void happen(ActionEffect effect, ActionNode const& node) = 0;
 };
 
 /// Draws are a function of these and of how many there were before, so that agents do not disturb each other.

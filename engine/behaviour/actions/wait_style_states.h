@@ -48,7 +48,7 @@ struct AssignedWaitSpaceWaitStyleState : WaitInSpacesState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         WaitInSpacesState::fields(self, field);
-        field("weights", self.weights, NOT_NEGATIVE);
+        field("weights", self.weights, not_negative);
     }
     static void check(Subject const&, AssignedWaitSpaceWaitStyleState const& self) {
         if (!self.weights.empty())

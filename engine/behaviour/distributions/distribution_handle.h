@@ -15,18 +15,18 @@ struct Distribution::State {
 
 namespace engine {
 
-/// The way from an SDK distribution to its law.
+/// The way from an SDK distribution to its specification.
 struct DistributionAccess {
     static DistributionSpec& spec(Distribution& distribution) { return distribution.state_->spec; }
     static DistributionSpec const& spec(Distribution const& distribution) { return distribution.state_->spec; }
 };
 
-/// The law of a distribution.
+/// The specification of a distribution.
 inline DistributionSpec const& spec_of(Distribution const& distribution) {
     return DistributionAccess::spec(distribution);
 }
 
-/// A distribution of the class that belongs to the law. Throws as the class's constructor does.
+/// A distribution of the class that belongs to the specification. Throws as the class's constructor does.
 std::shared_ptr<Distribution> make_distribution(DistributionSpec const& spec);
 
 template <>

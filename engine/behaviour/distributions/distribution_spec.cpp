@@ -14,7 +14,7 @@
 namespace pedflux::engine {
 namespace {
 
-// What a law's parameters break, or nothing.
+// The rule that the parameters break, or nothing.
 using Fault = std::optional<std::string>;
 
 Fault ordered(char const* lower_name, double lower, char const* upper_name, double upper) {
@@ -72,7 +72,7 @@ double expected(NormalSpec const& spec) {
            spec.sigma * mean_of_bounded_normal((spec.min - spec.mu) / spec.sigma, (spec.max - spec.mu) / spec.sigma);
 }
 
-// With b = (ln(max - shift) - mu) / sigma the bound in units of the underlying normal law, the bounded mean is
+// With b = (ln(max - shift) - mu) / sigma the bound in units of the underlying normal distribution, the bounded mean is
 // shift + exp(mu + sigma²/2) Φ(b - sigma) / Φ(b): Johnson, Kotz and Balakrishnan, "Continuous Univariate
 // Distributions", volume 1, second edition (1994), chapter 14. Where the first chance may vanish, φ(b - sigma) = φ(b)
 // exp(b sigma - sigma²/2) turns the quotient into one of Mills' ratios.
@@ -122,7 +122,7 @@ double draw(NormalSpec const& spec, Random& random) {
 double draw(LogNormalSpec const& spec, Random& random) {
     if (spec.shift == spec.max) return spec.max;
     auto const bound = (std::log(spec.max - spec.shift) - spec.mu) / spec.sigma;
-    return spec.shift + std::exp(spec.mu + spec.sigma * draw_bounded_normal(-WITHOUT_END, bound, random));
+    return spec.shift + std::exp(spec.mu + spec.sigma * draw_bounded_normal(-unlimited, bound, random));
 }
 
 double draw(ExponentialSpec const& spec, Random& random) {

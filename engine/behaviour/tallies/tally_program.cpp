@@ -47,8 +47,8 @@ class Compiler {
     using Step = TallyOperation::Step;
 
   public:
-    Compiler(Document const& project, SymbolTable& symbols) : project_(project), mentions_(symbols) {
-        plan_.frame_rate = project.settings.frame_rate;
+    Compiler(Document const& project, SymbolTable& symbols) : project_(project), symbols_(symbols) {
+        program_.frame_rate = project.settings.frame_rate;
     }
 
     TallyProgram compile() {
@@ -56,17 +56,17 @@ class Compiler {
         for (auto const* const object : objects) {
             places_.emplace(object->id, static_cast<TallyIndex>(places_.size()));
         }
-        for (auto const* const object : objects) plan_.tallies.push_back(planned(*object));
+        for (auto const* const object : objects) program_.tallies.push_back(planned(*object));
         for (auto const* const change : project_.objects<TallyChangeState>()) {
-            if (change->enabled) plan_.changes.push_back(planned(*change));
+            if (change->enabled) program_.changes.push_back(planned(*change));
         }
-        for (auto const& tally : mentions_.tallies) plan_.compared.push_back(expression(*tally));
+        for (auto const& tally : symbols_.tallies) program_.compared.push_back(expression(*tally));
         sort(objects);
-        return std::move(plan_);
+        return std::move(program_);
     }
 
   private:
-    std::int64_t frames(int seconds) const { return std::int64_t{seconds} * plan_.frame_rate; }
+    std::int64_t frames(int seconds) const { return std::int64_t{seconds} * program_.frame_rate; }
 
     PlannedTally planned(TallyObjectState const& object) {
         PlannedTally tally;
@@ -126,15 +126,15 @@ class Compiler {
     TallyExpression expression(Tally const& tally) {
         // A tally outside of projects can be changed until it is compiled, so its extent is checked here.
         require_shallow(node_of(tally));
-        auto const first = static_cast<TallyIndex>(plan_.operations.size());
+        auto const first = static_cast<TallyIndex>(program_.operations.size());
         emit(tally);
-        return {first, static_cast<TallyIndex>(plan_.operations.size()) - first};
+        return {first, static_cast<TallyIndex>(program_.operations.size()) - first};
     }
 
     void emit(Tally const& tally) {
         auto const children = children_of(tally);
         for (auto const& child : children) emit(*child);
-        plan_.operations.push_back(operation(tally, static_cast<TallyIndex>(children.size())));
+        program_.operations.push_back(operation(tally, static_cast<TallyIndex>(children.size())));
     }
 
     TallyOperation operation(Tally const& tally, TallyIndex operands) {
@@ -152,14 +152,14 @@ class Compiler {
 #include "engine/behaviour/tallies/tally_table.def"
             case TallyType::TRANSITION: {
                 auto const& transition = state_of<TransitionTallyState>(tally).value;
-                return measure(TransitionMeasure{SymbolTable::add(mentions_.transitions, transition)}, {});
+                return measure(TransitionMeasure{SymbolTable::add(symbols_.transitions, transition)}, {});
             }
             case TallyType::NAMED:
                 return {.step = Step::OBJECT, .index = place_of(state_of<NamedTallyState>(tally).value)};
             case TallyType::VARIABLE:
                 return {.step = Step::NUMBER, .number = state_of<VariableTallyState>(tally).value};
             case TallyType::SCALE:
-                plan_.operations.push_back({.step = Step::NUMBER, .number = state_of<ScaleTallyState>(tally).scale});
+                program_.operations.push_back({.step = Step::NUMBER, .number = state_of<ScaleTallyState>(tally).scale});
                 return {.step = Step::COMBINE, .index = 2, .combination = product};
             case TallyType::DIVIDE:
                 return combined(quotient, value_of(state_of<DivideTallyState>(tally).zero_over_zero));
@@ -180,9 +180,9 @@ class Compiler {
     template <class Kind>
     TallyOperation measure(Kind kind, std::vector<GlobalId> const& objects) {
         TallyMeasure made{kind, {}};
-        for (auto const& id : objects) made.objects.push_back(mentions_.object(id));
-        plan_.measures.push_back(std::move(made));
-        return {.step = Step::MEASURE, .index = static_cast<TallyIndex>(plan_.measures.size() - 1)};
+        for (auto const& id : objects) made.objects.push_back(symbols_.object(id));
+        program_.measures.push_back(std::move(made));
+        return {.step = Step::MEASURE, .index = static_cast<TallyIndex>(program_.measures.size() - 1)};
     }
 
     TallyIndex place_of(GlobalId const& id) const {
@@ -200,14 +200,14 @@ class Compiler {
         std::vector<std::vector<TallyIndex>> users(objects.size());
         std::vector<std::size_t> missing(objects.size(), 0);
         for (std::size_t i = 0; i < objects.size(); ++i) {
-            auto const [first, count] = plan_.tallies[i].expression;
+            auto const [first, count] = program_.tallies[i].expression;
             for (TallyIndex k = first; k < first + count; ++k) {
-                if (plan_.operations[k].step != Step::OBJECT) continue;
-                users[plan_.operations[k].index].push_back(static_cast<TallyIndex>(i));
+                if (program_.operations[k].step != Step::OBJECT) continue;
+                users[program_.operations[k].index].push_back(static_cast<TallyIndex>(i));
                 ++missing[i];
             }
         }
-        auto& order = plan_.order;
+        auto& order = program_.order;
         for (TallyIndex i = 0; i < objects.size(); ++i) {
             if (missing[i] == 0) order.push_back(i);
         }
@@ -220,8 +220,8 @@ class Compiler {
     }
 
     Document const& project_;
-    SymbolTable& mentions_;
-    TallyProgram plan_;
+    SymbolTable& symbols_;
+    TallyProgram program_;
     std::unordered_map<GlobalId, TallyIndex, IdentifierHash, IdentifierEqual> places_;
 };
 

@@ -19,7 +19,7 @@
 /// their places. Times are counted in frames, so that periods of seconds never drift.
 namespace pedflux::engine {
 
-/// A place in one of the plan's lists.
+/// A place in one of the program's lists.
 using TallyIndex = std::uint32_t;
 
 /// The measures of walkable objects and volumes.
@@ -62,7 +62,7 @@ struct TallyOperation {
     Combination combination = nullptr;
 };
 
-/// A part of the plan's operations.
+/// A part of the program's operations.
 struct TallyExpression {
     TallyIndex first = 0;
     TallyIndex count = 0;
@@ -113,7 +113,7 @@ struct TallyProgram {
     std::vector<PlannedTally> tallies;        ///< in the order of the project
     std::vector<TallyIndex> order;            ///< of evaluation: each after those that it is made of
     std::vector<PlannedTallyChange> changes;  ///< the enabled ones, in the order of the project
-    std::vector<TallyExpression> compared;    ///< the tallies that other rules mention, by their numbers
+    std::vector<TallyExpression> compared;    ///< the tallies of the symbol table, by their numbers
 
     /// The place of a tally object; none if the project had no such object.
     std::optional<TallyIndex> find(GlobalId const& id) const;
@@ -122,8 +122,8 @@ struct TallyProgram {
 /// Values that grow beyond all numbers stay at the largest one.
 double nearest_finite(double number);
 
-/// Compiles the tally objects and tally changes of a project, and the tallies that are mentioned already. Areas,
-/// servers and transitions are mentioned in turn.
+/// Compiles the tally objects and tally changes of a project, and the tallies of the symbol table, to which areas,
+/// servers and transitions are added in turn.
 TallyProgram compile_tallies(Document const& project, SymbolTable& symbols);
 
 }  // namespace pedflux::engine

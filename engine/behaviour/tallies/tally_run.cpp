@@ -49,43 +49,44 @@ void RollingSum::clear() {
     count_ = 0;
 }
 
-TallyRun::TallyRun(TallyProgram const& plan, std::uint64_t seed) : plan_(plan), compared_(plan.compared.size(), 0) {
-    for (TallyIndex i = 0; i < plan.tallies.size(); ++i) {
-        auto const& tally = plan.tallies[i];
+TallyRun::TallyRun(TallyProgram const& program, std::uint64_t seed)
+    : program_(program), compared_(program.compared.size(), 0) {
+    for (TallyIndex i = 0; i < program.tallies.size(); ++i) {
+        auto const& tally = program.tallies[i];
         auto& running = running_.emplace_back(Running{.random = Random(seed, TALLY_STREAM + i)});
         if (tally.window > 0) running.window.emplace(tally.window);
         running.base = tally.start ? *tally.start : sample(*tally.default_value, running.random);
         settle(i);
     }
-    for (std::size_t i = 0; i < plan.changes.size(); ++i)
+    for (std::size_t i = 0; i < program.changes.size(); ++i)
         changes_.push_back({.random = Random(seed, CHANGE_STREAM + i)});
 }
 
 void TallyRun::step(std::span<double const> measures, std::span<RangeInFrame const> ranges) {
     measures_ = measures;
     ++frame_;
-    for (TallyIndex const tally : plan_.order) {
+    for (TallyIndex const tally : program_.order) {
         count_clock(tally);
         if (is_reset_due(tally)) reset(tally);
     }
     for (std::size_t i = 0; i < changes_.size(); ++i) carry_out(i, ranges[i]);
-    for (TallyIndex const tally : plan_.order) {
+    for (TallyIndex const tally : program_.order) {
         measure(tally);
         settle(tally);
     }
-    for (TallyIndex const tally : plan_.order) compare(tally);
-    for (std::size_t i = 0; i < compared_.size(); ++i) compared_[i] = evaluate(plan_.compared[i]);
+    for (TallyIndex const tally : program_.order) compare(tally);
+    for (std::size_t i = 0; i < compared_.size(); ++i) compared_[i] = evaluate(program_.compared[i]);
 }
 
 void TallyRun::add(TallyIndex tally, double amount) {
-    if (!plan_.tallies[tally].enabled) return;
+    if (!program_.tallies[tally].enabled) return;
     auto& running = running_[tally];
     running.base = nearest_finite(running.base + amount);
     settle(tally);
 }
 
 void TallyRun::reset(TallyIndex tally) {
-    auto const& planned = plan_.tallies[tally];
+    auto const& planned = program_.tallies[tally];
     if (!planned.enabled) return;
     auto& running = running_[tally];
     running.base = sample(*planned.default_value, running.random);
@@ -97,17 +98,17 @@ void TallyRun::reset(TallyIndex tally) {
 }
 
 void TallyRun::count_clock(TallyIndex tally) {
-    auto const& planned = plan_.tallies[tally];
+    auto const& planned = program_.tallies[tally];
     if (planned.type != TallyValueType::CLOCK || !planned.enabled || frame_ == 0) return;
     auto& running = running_[tally];
     ++running.frames;
-    double const seconds = static_cast<double>(running.frames) / plan_.frame_rate;
+    double const seconds = static_cast<double>(running.frames) / program_.frame_rate;
     running.part = planned.counts_down ? -seconds : seconds;
     settle(tally);
 }
 
 bool TallyRun::is_reset_due(TallyIndex tally) const {
-    auto const& rule = plan_.tallies[tally].reset;
+    auto const& rule = program_.tallies[tally].reset;
     if (frame_ == 0) return false;
     switch (rule.when) {
         case TallyResetRule::When::NEVER:
@@ -124,7 +125,7 @@ bool TallyRun::is_reset_due(TallyIndex tally) const {
 }
 
 void TallyRun::carry_out(std::size_t index, RangeInFrame range) {
-    auto const& planned = plan_.changes[index];
+    auto const& planned = program_.changes[index];
     auto& change = changes_[index];
     if (range.opened) {
         change.frames = 0;
@@ -154,7 +155,7 @@ void TallyRun::add_all(PlannedTallyChange const& change, Random& random) {
 }
 
 void TallyRun::measure(TallyIndex tally) {
-    auto const& planned = plan_.tallies[tally];
+    auto const& planned = program_.tallies[tally];
     if (!planned.enabled || planned.expression.count == 0) return;
     auto& running = running_[tally];
     double const now = evaluate(planned.expression);
@@ -188,7 +189,7 @@ void TallyRun::measure(TallyIndex tally) {
 }
 
 void TallyRun::settle(TallyIndex tally) {
-    auto const& planned = plan_.tallies[tally];
+    auto const& planned = program_.tallies[tally];
     auto& running = running_[tally];
     double const unbounded = nearest_finite(running.base + running.part);
     running.value = std::clamp(unbounded, planned.min, planned.max);
@@ -200,7 +201,7 @@ void TallyRun::settle(TallyIndex tally) {
 }
 
 void TallyRun::compare(TallyIndex tally) {
-    auto const& rule = plan_.tallies[tally].reset;
+    auto const& rule = program_.tallies[tally].reset;
     auto& running = running_[tally];
     if (rule.when == TallyResetRule::When::GREATER_OR_EQUAL) running.reached = running.value >= evaluate(rule.compared);
     if (rule.when == TallyResetRule::When::LESS_OR_EQUAL) running.reached = running.value <= evaluate(rule.compared);
@@ -220,7 +221,7 @@ double TallyRun::evaluate(TallyExpression expression) {
         return value;
     };
     for (TallyIndex i = expression.first; i < expression.first + expression.count; ++i) {
-        auto const& operation = plan_.operations[i];
+        auto const& operation = program_.operations[i];
         switch (operation.step) {
             case MEASURE:
                 stack.push_back(measures_[operation.index]);

@@ -20,7 +20,6 @@ PEDFLUX_NAMES(ZeroOverZeroValue, {{ZeroOverZeroValue::ZERO, "ZERO"},
                                   {ZeroOverZeroValue::ONE, "ONE"},
                                   {ZeroOverZeroValue::INFINITE, "INFINITE"}});
 
-inline constexpr RefersTo A_TALLY_OBJECT = refers_to_kind<ObjectType::TALLY_OBJECT>("a tally object");
 inline constexpr RefersTo A_WALKABLE_OBJECT =
     refers_to<WalkableState>("a floor, link, stair, ramp or other walkable object");
 

@@ -51,7 +51,7 @@ struct PlannedMoment {
 struct PlannedEvent {
     GlobalId id;
     MomentIndex start;
-    bool lasts = false;  ///< it is active while its moment holds; otherwise those who run the simulation know
+    bool lasts = false;  ///< active while its moment holds; otherwise the simulation tells
 };
 
 struct TriggerProgram {
@@ -61,8 +61,8 @@ struct TriggerProgram {
     std::vector<PlannedEvent> events;  ///< the enabled ones that were asked for
 };
 
-/// Compiles triggers, ranges and the starts of events. What they compare and count is mentioned. Named triggers are
-/// those of the project at this moment.
+/// Compiles triggers, ranges and the starts of events. What they compare and count is added to the
+/// symbol table. Named triggers are those of the project at this moment.
 class TriggerCompiler {
   public:
     TriggerCompiler(Document const& project, SymbolTable& symbols);

@@ -20,7 +20,7 @@ struct StartedRangeState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("startTrigger", self.start, REQUIRED);
+        field("startTrigger", self.start, must_be_given);
     }
 };
 

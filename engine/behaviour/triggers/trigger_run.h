@@ -9,14 +9,14 @@
 /// Triggers and ranges while a simulation runs.
 namespace pedflux::engine {
 
-/// What triggers ask about a frame; who runs them answers.
+/// The state of the simulation in a frame, as triggers see it.
 struct TriggerFacts {
     TriggerFacts() = default;
     TriggerFacts(TriggerFacts const&) = delete;
     TriggerFacts& operator=(TriggerFacts const&) = delete;
     virtual ~TriggerFacts() = default;
 
-    /// Whether somebody of an event is still to come or there. Asked about events that have started.
+    /// Whether an event still has agents in the simulation or to come. Asked for events that have started.
     virtual bool has_people(EventIndex event) const = 0;
     /// @param way BALL_TO_BOX or BOX_TO_BALL
     virtual bool is_gate_open(SymbolIndex gate, GateStateDirection way) const = 0;

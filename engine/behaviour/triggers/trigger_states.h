@@ -29,8 +29,8 @@ struct TriggerTiming {
 TriggerTiming timing_of(Trigger const& trigger);
 
 inline constexpr RefersTo A_TRIGGER_OBJECT = refers_to_kind<ObjectType::TRIGGER_OBJECT>("a trigger object");
-inline constexpr Range WHOLE_SECONDS{0, WITHOUT_END, "s"};
-inline constexpr Range AT_LEAST_ONE_SECOND{1, WITHOUT_END, "s"};
+inline constexpr Range WHOLE_SECONDS{0, unlimited, "s"};
+inline constexpr Range AT_LEAST_ONE_SECOND{1, unlimited, "s"};
 
 #define TRIGGER(Class, type, timing, children, ...)                                \
     struct Class##State : NodeState {                                              \
@@ -51,7 +51,7 @@ struct TriggerObjectState : ObjectState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
-        field("trigger", self.trigger, REQUIRED);
+        field("trigger", self.trigger, must_be_given);
     }
     /// Its trigger does not lead back to it by names.
     static void check(TriggerObjectState const& self);

@@ -21,13 +21,6 @@ constexpr int tries_in_area = 60;
 /// Distance of neighbouring slots of an ordered placement (metres).
 constexpr double slot_width = 0.55;
 
-std::uint64_t key_of(navigation::RegionIndex region, std::int64_t column, std::int64_t row) {
-    auto const part = [](std::int64_t value) { return static_cast<std::uint64_t>(value) & 0xffffff; };
-    return (static_cast<std::uint64_t>(region) << 48) | (part(column) << 24) | part(row);
-}
-
-std::int64_t cell_of(double coordinate) { return static_cast<std::int64_t>(std::floor(coordinate / cell_size)); }
-
 /// The fractions of a portal's line to try, in this order.
 /// @param entered how many agents entered at the portal before
 std::vector<double> fractions_to_try(AgentInitialPlacement placement, double line_length, std::uint32_t entered,
@@ -67,18 +60,10 @@ std::optional<Standpoint> spot_at_portal(World const& world, navigation::Navigat
     return std::nullopt;
 }
 
-struct Extent {
-    Point least;
-    Point most;
-};
-
-Extent extent_of(Polygon const& polygon) {
-    Extent extent{polygon.outline.front(), polygon.outline.front()};
-    for (Point const corner : polygon.outline) {
-        extent.least = {std::min(extent.least.x, corner.x), std::min(extent.least.z, corner.z)};
-        extent.most = {std::max(extent.most.x, corner.x), std::max(extent.most.z, corner.z)};
-    }
-    return extent;
+Bounds bounds_of(Polygon const& polygon) {
+    Bounds bounds;
+    for (Point const corner : polygon.outline) bounds.cover(corner);
+    return bounds;
 }
 
 /// A random point of the boxes around the place's polygons, which may lie outside of these. Each piece of area is
@@ -88,15 +73,15 @@ Standpoint random_spot(FloorPlan const& plan, Place const& place, Random& random
     std::vector<std::pair<navigation::RegionIndex, Polygon const*>> parts;
     for (auto const region : place.regions) {
         for (auto const& polygon : plan.surfaces[region].walkable) {
-            auto const extent = extent_of(polygon);
-            areas.push_back((extent.most.x - extent.least.x) * (extent.most.z - extent.least.z));
+            auto const bounds = bounds_of(polygon);
+            areas.push_back((bounds.high.x - bounds.low.x) * (bounds.high.z - bounds.low.z));
             parts.emplace_back(region, &polygon);
         }
     }
     auto const [region, polygon] = parts[draw_weighted(areas, random)];
-    auto const extent = extent_of(*polygon);
-    double const x = extent.least.x + random.uniform() * (extent.most.x - extent.least.x);
-    double const z = extent.least.z + random.uniform() * (extent.most.z - extent.least.z);
+    auto const bounds = bounds_of(*polygon);
+    double const x = bounds.low.x + random.uniform() * (bounds.high.x - bounds.low.x);
+    double const z = bounds.low.z + random.uniform() * (bounds.high.z - bounds.low.z);
     return {region, {x, z}};
 }
 
@@ -119,21 +104,15 @@ Occupancy::Occupancy(Agents const& agents, crowd::Crowd const& crowd) {
 
 void Occupancy::add(navigation::RegionIndex region, Point point, double radius) {
     largest_ = std::max(largest_, radius);
-    cells_[key_of(region, cell_of(point.x), cell_of(point.z))].push_back({point, radius});
+    if (bodies_.size() <= region) bodies_.resize(region + 1, SparseGrid<Body>(cell_size));
+    bodies_[region].add(point, {point, radius});
 }
 
 bool Occupancy::is_free(navigation::RegionIndex region, Point point, double radius) const {
-    double const reach = largest_ + radius + gap;
-    for (auto column = cell_of(point.x - reach); column <= cell_of(point.x + reach); ++column) {
-        for (auto row = cell_of(point.z - reach); row <= cell_of(point.z + reach); ++row) {
-            auto const cell = cells_.find(key_of(region, column, row));
-            if (cell == cells_.end()) continue;
-            for (auto const& body : cell->second) {
-                if (distance(body.point, point) < body.radius + radius + gap) return false;
-            }
-        }
-    }
-    return true;
+    if (region >= bodies_.size()) return true;
+    return !bodies_[region].any_near(point, largest_ + radius + gap, [&](Body const& body) {
+        return distance(body.point, point) < body.radius + radius + gap;
+    });
 }
 
 std::optional<Standpoint> spot_for(World const& world, navigation::Navigation const& navigation,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/geometry/uniform_grid.h"
 #include "engine/navigation/navigation.h"
 #include "engine/simulation/agents/agents.h"
 #include "engine/simulation/agents/spawning.h"
@@ -8,7 +9,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <unordered_map>
 #include <vector>
 
 /// Where agents enter.
@@ -28,8 +28,8 @@ class Occupancy {
         Point point;
         double radius;
     };
-    std::unordered_map<std::uint64_t, std::vector<Body>> cells_;
-    double largest_ = 0;  ///< radius
+    std::vector<SparseGrid<Body>> bodies_;  ///< of each region
+    double largest_ = 0;                    ///< radius
 };
 
 /// A free spot for an agent at the place where it enters; none when there is no room now.

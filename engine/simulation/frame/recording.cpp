@@ -16,15 +16,13 @@
 
 namespace pedflux::engine {
 
+static_assert(frame_value_count == 13 && agent_value_count == 7, "each value of recorded_values.h needs its source");
+
 namespace {
 
 /// An agent stands below the first of these speeds and runs above the second (metres per second).
 constexpr double walking_speed = 0.1;
 constexpr double running_speed = 2.5;
-
-bool waits(AgentActionTypeId type) {
-    return type >= AgentActionTypeId::WAIT_FOR_DURATION && type <= AgentActionTypeId::WAIT_WHILE_TEST_TRUE;
-}
 
 /// Degrees from north (-z) to east (x).
 double heading_of(Point direction) {
@@ -76,7 +74,7 @@ AgentActivity activity_of(BehaviourProgram const& program, Clock const& clock, A
     if (tasks.visit.stage == Visit::Stage::IS_SERVED) return AgentActivity::SERVED;
     if (tasks.task) {
         auto const& node = node_of(program, *tasks.task);
-        if (waits(node.type) || node.style != NONE) return AgentActivity::WAITING;
+        if (play_of(node.type) == ActionPlay::WAIT || node.style != NONE) return AgentActivity::WAITING;
     } else if (info.goal != no_place && motion.starts_at > clock.seconds()) {
         return AgentActivity::WAITING;
     }

@@ -11,17 +11,16 @@ namespace pedflux::engine {
 DensityGrid::DensityGrid(FloorPlan const& plan) {
     std::size_t first = 0;
     for (auto const& surface : plan.surfaces) {
-        Point low{1e300, 1e300};
-        Point high{-1e300, -1e300};
+        Bounds bounds;
         for (auto const& face : surface.faces) {
-            for (auto const& corner : face) {
-                low = {std::min(low.x, corner.x), std::min(low.z, corner.z)};
-                high = {std::max(high.x, corner.x), std::max(high.z, corner.z)};
-            }
+            for (auto const& corner : face) bounds.cover({corner.x, corner.z});
         }
-        auto const cells = [](double length) { return static_cast<std::uint32_t>(length / cell_size) + 3; };
-        Grid const grid{low - Point{cell_size / 2, cell_size / 2}, cells(high.x - low.x), cells(high.z - low.z), first};
-        first += std::size_t{grid.columns} * grid.rows;
+        // A cell more on each side, so that densities at the edge lie between the middles of cells.
+        SurfaceGrid grid{grid_over(bounds, cell_size), first};
+        grid.corner = grid.corner - Point{cell_size, cell_size};
+        grid.columns += 2;
+        grid.rows += 2;
+        first += grid.cell_count();
         grids_.push_back(grid);
     }
     counts_.resize(first);
@@ -33,12 +32,7 @@ void DensityGrid::count(std::span<AgentMotion const> motions) {
     for (auto const& motion : motions) {
         // A controlled agent may be off the floor; it counts at the edge.
         auto const& grid = grids_[motion.region];
-        auto const nearest = [](double metres, std::uint32_t cells) {
-            return static_cast<std::size_t>(std::clamp(std::round(metres / cell_size), 0.0, cells - 1.0));
-        };
-        auto const column = nearest(motion.position.x - grid.first_middle.x, grid.columns);
-        auto const row = nearest(motion.position.z - grid.first_middle.z, grid.rows);
-        auto const cell = grid.first + row * grid.columns + column;
+        auto const cell = grid.first + grid.cell_of(motion.position);
         ++counts_[cell];
         counted_.push_back(cell);
     }
@@ -46,13 +40,14 @@ void DensityGrid::count(std::span<AgentMotion const> motions) {
 
 double DensityGrid::density(navigation::RegionIndex region, Point point) const {
     auto const& grid = grids_[region];
-    double const x = std::clamp((point.x - grid.first_middle.x) / cell_size, 0.0, grid.columns - 2.0);
-    double const z = std::clamp((point.z - grid.first_middle.z) / cell_size, 0.0, grid.rows - 2.0);
-    auto const column = static_cast<std::size_t>(x);
-    auto const row = static_cast<std::size_t>(z);
-    double const right = x - static_cast<double>(column);
-    double const down = z - static_cast<double>(row);
-    auto const* const here = &counts_[grid.first + row * grid.columns + column];
+    Point const first_centre = grid.centre(0, 0);
+    double const x = std::clamp((point.x - first_centre.x) / cell_size, 0.0, grid.columns - 2.0);
+    double const z = std::clamp((point.z - first_centre.z) / cell_size, 0.0, grid.rows - 2.0);
+    auto const column = static_cast<std::uint32_t>(x);
+    auto const row = static_cast<std::uint32_t>(z);
+    double const right = x - column;
+    double const down = z - row;
+    auto const* const here = &counts_[grid.first + grid.cell(column, row)];
     auto const* const below = here + grid.columns;
     double const persons =
         (1 - down) * ((1 - right) * here[0] + right * here[1]) + down * ((1 - right) * below[0] + right * below[1]);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/geometry/plane.h"
+#include "engine/geometry/uniform_grid.h"
 #include "engine/navigation/navigation_input.h"
 
 #include <cstddef>
@@ -28,14 +28,11 @@ class DensityGrid {
     double density(navigation::RegionIndex region, Point point) const;
 
   private:
-    struct Grid {
-        Point first_middle;  ///< of the first cell
-        std::uint32_t columns = 0;
-        std::uint32_t rows = 0;
+    struct SurfaceGrid : UniformGrid {
         std::size_t first = 0;  ///< among all cells
     };
 
-    std::vector<Grid> grids_;            ///< of each region
+    std::vector<SurfaceGrid> grids_;     ///< of each region
     std::vector<std::uint16_t> counts_;  ///< of each cell
     std::vector<std::size_t> counted_;   ///< the cells that are not 0
 };

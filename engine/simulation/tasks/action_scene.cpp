@@ -44,52 +44,52 @@ PlaceIndex LiveScene::choose_goal(ActionTask const& task) {
                          goals);
 }
 
-void LiveScene::happen(ActionNode const& node) {
+void LiveScene::happen(ActionEffect effect, ActionNode const& node) {
     auto& agents = context_.agents;
     auto& routes = context_.routes;
     auto& journal = context_.journal;
     auto const& world = context_.world;
     auto const& clock = context_.clock;
     auto const objects = context_.program.actions.program.objects_of(node);
-    switch (node.type) {
-        case AgentActionTypeId::ADD_TOKENS:
+    switch (effect) {
+        case ActionEffect::ADD_TOKENS:
             for (auto const& token : objects) give_token(agents, journal, clock, motion_.agent, token);
             break;
-        case AgentActionTypeId::CLEAR_TOKENS:
+        case ActionEffect::CLEAR_TOKENS:
             for (auto const& token : objects) take_token(agents, journal, clock, motion_.agent, token);
             break;
-        case AgentActionTypeId::ADD_TO_TALLY:
+        case ActionEffect::ADD_TO_TALLY:
             for (auto const& tally : objects) {
                 if (auto const number = context_.tallies.find(tally)) context_.tallies.add(*number, node.value);
             }
             break;
-        case AgentActionTypeId::SET_AVATAR:
+        case ActionEffect::SET_AVATAR:
             info_.avatar = objects.front();
             break;
-        case AgentActionTypeId::CLEAR_AVATAR:
+        case ActionEffect::CLEAR_AVATAR:
             info_.avatar = info_.origin.avatar;
             break;
-        case AgentActionTypeId::SET_COLOR:
+        case ActionEffect::SET_COLOR:
             info_.color = node.color;
             break;
-        case AgentActionTypeId::CLEAR_COLOR:
+        case ActionEffect::CLEAR_COLOR:
             info_.color = info_.origin.color;
             break;
-        case AgentActionTypeId::SET_NETWORK:
+        case ActionEffect::SET_NETWORK:
             set_network(routes, world, agents, motion_,
                         objects.empty() ? no_network : require_network(routes, objects.front()));
             break;
-        case AgentActionTypeId::CLEAR_NETWORK:
+        case ActionEffect::CLEAR_NETWORK:
             set_network(routes, world, agents, motion_, preferences_of(routes, info_.origin).network);
             break;
-        case AgentActionTypeId::EXIT_SIMULATION:
+        case ActionEffect::EXIT_SIMULATION:
             leaves_ = true;
             break;
-        case AgentActionTypeId::CLEAR_TASKS:
+        case ActionEffect::CLEAR_TASKS:
             tasks_.last_goal = no_place;
             tasks_.circulation = no_place;
             break;
-        default:
+        case ActionEffect::CLEAR_HISTORY:
             // Routes are the shortest whatever an agent has passed: its history need not be cleared.
             break;
     }

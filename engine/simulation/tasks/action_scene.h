@@ -24,7 +24,7 @@ class LiveScene final : public ActionScene {
     }
     bool put_test(int test) override;
     bool pursue(ActionTask const& task) override;
-    void happen(ActionNode const& node) override;
+    void happen(ActionEffect effect, ActionNode const& node) override;
 
     /// Whether an action lets the agent leave.
     bool leaves() const { return leaves_; }

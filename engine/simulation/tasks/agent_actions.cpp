@@ -32,7 +32,7 @@ std::optional<ActionTask> advance_actions(TaskContext& context, AgentMotion cons
 void do_task(TaskContext& context, AgentMotion& motion, ActionTask const& task) {
     auto const& tasks = context.agents.tasks[motion.agent];
     auto const type = node_of(context.program, task).type;
-    bool const goes = type >= AgentActionTypeId::SEEK_AREA && type <= AgentActionTypeId::FOLLOW_SIGN;
+    bool const goes = is_seeking(type);
     head_for(context, motion, goes ? tasks.task_goal : no_place);
     if (tasks.sign.far_end != navigation::none && goes) motion.destination = tasks.sign.far_end;
 }

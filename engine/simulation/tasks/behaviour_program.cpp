@@ -31,21 +31,6 @@ void require_start(Document const& document, GlobalId const& event) {
     }
 }
 
-/// Throws Exception for a question that simulations do not answer.
-struct RequireAnswered {
-    SymbolTable const& symbols;
-    std::vector<SymbolIndex> const& objects;
-    Document const& document;
-
-    void operator()(ask::Events const& ask) const {
-        for (auto i = ask.events.first; i < ask.events.first + ask.events.count; ++i) {
-            require_start(document, symbols.objects[objects[i]]);
-        }
-    }
-    template <class Question>
-    void operator()(Question const&) const {}
-};
-
 class Compiler {
   public:
     Compiler(Document const& document, World& world)
@@ -113,8 +98,7 @@ class Compiler {
     TestProgram compiled_test(AgentTest const& test) {
         auto const first_time = program_.symbols.times.size();
         auto compiled = compile(test, document_, program_.symbols);
-        RequireAnswered const require{program_.symbols, compiled.objects, document_};
-        for (auto const& decision : compiled.decisions) std::visit(require, decision.question);
+        for (auto const event : compiled.events) require_start(document_, program_.symbols.objects[event]);
         for (auto time = first_time; time < program_.symbols.times.size(); ++time) {
             require_known(program_.symbols.times[time]);
         }

@@ -2,14 +2,6 @@
 
 namespace pedflux::engine {
 
-namespace {
-
-bool goes_to_objects(AgentActionTypeId type) {
-    return type >= AgentActionTypeId::SEEK_AREA && type <= AgentActionTypeId::FOLLOW_SIGN;
-}
-
-}  // namespace
-
 PlaceIndex place_of(Places& places, AgentActionTypeId action, GlobalId const& object) {
     if (action == AgentActionTypeId::EVACUATE_ZONE) return places.outside_of(object);
     if (action == AgentActionTypeId::SEEK_PROCESS_START) return places.process_start(object);
@@ -22,7 +14,7 @@ void place_actions(PlacedActions& actions, Places& places, std::vector<WaitSpace
     actions.places.resize(program.objects.size(), no_place);
     for (auto i = first_node; i < program.nodes.size(); ++i) {
         auto const& node = program.nodes[i];
-        if (!goes_to_objects(node.type)) continue;
+        if (!is_seeking(node.type)) continue;
         for (auto object = node.objects.first; object < node.objects.first + node.objects.count; ++object) {
             actions.places[object] = place_of(places, node.type, program.objects[object]);
         }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/behaviour/tallies/tally_program.h"
 #include "engine/navigation/navigation.h"
 #include "engine/simulation/world/places.h"
 #include "engine/simulation/world/server_layout.h"

@@ -74,28 +74,18 @@ struct AgentRules : testing::Test {
 };
 
 template <class Base>
-using Rule = std::shared_ptr<Base>;
+using NodePointerOf = std::shared_ptr<Base>;
 template <class Base>
-using RuleList = std::vector<Rule<Base>>;
+using NodeList = std::vector<NodePointerOf<Base>>;
 
 template <class Base>
-Json written(Rule<Base> const& rule) {
-    return json_of<Rule<Base>>(rule);
-}
-
-/// The message of the Exception that an action ends in; empty when it ends in none.
-inline std::string refusal(std::function<void()> const& action) {
-    try {
-        action();
-    } catch (Exception const& exception) {
-        return exception.GetMessage();
-    }
-    return {};
+Json written(NodePointerOf<Base> const& rule) {
+    return json_of<NodePointerOf<Base>>(rule);
 }
 
 /// Every kind of the family is there once, and no field of it has the value that a new one has.
 template <class Base>
-void expect_one_of_each_kind(RuleList<Base> const& rules) {
+void expect_one_of_each_kind(NodeList<Base> const& rules) {
     std::map<std::string_view, int> count;
     for (auto const* const kind : kinds_of<Base>()) count[kind->name] = 0;
     for (auto const& rule : rules) {
@@ -120,7 +110,7 @@ void expect_distinct_numbers() {
 
 /// A clone is of the same class, equal and shares no node.
 template <class Base>
-void expect_clones(RuleList<Base> const& rules) {
+void expect_clones(NodeList<Base> const& rules) {
     std::function<void(NodeState const&, std::vector<NodeState const*>&)> const collect =
         [&](NodeState const& node, std::vector<NodeState const*>& nodes) {
             nodes.push_back(&node);

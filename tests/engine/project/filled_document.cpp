@@ -42,7 +42,7 @@ class Filler {
     requires std::is_enum_v<T>
     void fill(T& value, NoRule) {
         T const before = value;
-        for (auto const& named : NAMES<T>) {
+        for (auto const& named : value_names<T>) {
             if (named.value != before) value = named.value;
         }
     }
@@ -123,17 +123,17 @@ class Filler {
 
     template <class T, class Rule>
     void fill(T& value, Rule const& rule) {
-        if constexpr (IS_OPTIONAL<T>) {
+        if constexpr (is_optional<T>) {
             fill(value.emplace(), rule);
-        } else if constexpr (IS_LIST<T>) {
+        } else if constexpr (is_list<T>) {
             value.assign(1, {});
             fill(value.front(), rule);
-        } else if constexpr (IS_VARIANT<T>) {
+        } else if constexpr (is_variant<T>) {
             value.template emplace<1>();
             std::visit([&](auto& held) { fill(held, NoRule{}); }, value);
-        } else if constexpr (IS_NODE_POINTER<T>) {
+        } else if constexpr (is_node_pointer<T>) {
             fill_node(value);
-        } else if constexpr (IS_SHARED_VALUE<T>) {
+        } else if constexpr (is_shared_value<T>) {
             using Shared = SharedValue<typename T::element_type>;
             typename Shared::Value inner{};
             fill(inner, NoRule{});

@@ -1,5 +1,6 @@
 #include "engine/geometry/polygons.h"
-#include "tests/engine/navigation/plans.h"
+
+#include "tests/engine/navigation/floor_plans.h"
 
 #include <pedflux/exception.h>
 
@@ -10,7 +11,7 @@
 namespace pedflux::engine::navigation::testing {
 namespace {
 
-TEST(Plan, UnitesTrianglesIntoWholePolygons) {
+TEST(PolygonOperations, UniteTrianglesIntoWholePolygons) {
     // A floor of 100 by 50 cells of 1 m, two triangles each, a hole of 10 by 10 cells, given in mixed orientation.
     std::vector<std::array<Point, 3>> triangles;
     for (int i = 0; i < 100; ++i)
@@ -30,7 +31,7 @@ TEST(Plan, UnitesTrianglesIntoWholePolygons) {
     EXPECT_NEAR(area(floor), 4900.0 / 9, 1e-2);
 }
 
-TEST(Plan, ClosesSeamsWhereACornerMeetsAnEdge) {
+TEST(PolygonOperations, CloseGapsWhereACornerMeetsAnEdge) {
     // The long edge from (0, 0) to (7, 3) is met from the other side by a corner that cannot lie on it exactly.
     Point const on_edge{7.0 / 3, 1};
     Polygons const floor = united({{Point{0, 0}, {7, 3}, {0, 3}},
@@ -42,7 +43,7 @@ TEST(Plan, ClosesSeamsWhereACornerMeetsAnEdge) {
     EXPECT_EQ(floor[0].outline.size(), 4U);
 }
 
-TEST(Plan, AreasAddUp) {
+TEST(PolygonOperations, HaveAreasThatAddUp) {
     for (std::uint64_t seed = 0; seed < 50; ++seed) {
         Dice dice(seed);
         Polygons const a = united(Polygons{{random_star(dice, {0, 0}, 10, 12), {random_star(dice, {0, 0}, 2, 5)}}});
@@ -55,7 +56,7 @@ TEST(Plan, AreasAddUp) {
     }
 }
 
-TEST(Plan, RefusesWhatIsNotAPlan) {
+TEST(PolygonOperations, RefuseInvalidCoordinates) {
     double const not_a_number = std::numeric_limits<double>::quiet_NaN();
     EXPECT_THROW(united(Polygons{{rectangle({0, 0}, {1, not_a_number}), {}}}), Exception);
     EXPECT_THROW(united(Polygons{{rectangle({0, 0}, {20000, 1}), {}}}), Exception);

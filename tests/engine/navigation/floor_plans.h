@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <numbers>
 
-/// Plans that the tests walk.
+/// Floor plans of the tests.
 namespace pedflux::engine::navigation::testing {
 
 inline Ring rectangle(Point low, Point high) { return {low, {high.x, low.z}, high, {low.x, high.z}}; }
