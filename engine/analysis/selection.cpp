@@ -194,7 +194,7 @@ class Compiler {
         std::set<std::pair<int, std::uint32_t>> moments;
         for (auto const& crossing : crossings_at(transition, places_, visits())) {
             // Who leaves the simulation is seen for the last time in the frame before.
-            moments.emplace(crossing.to == outside ? crossing.frame - 1 : crossing.frame, crossing.agent);
+            moments.emplace(crossing.to == no_surface ? crossing.frame - 1 : crossing.frame, crossing.agent);
         }
         return [moments](View const& view, std::size_t i) {
             return moments.contains({view.number, view.persons[i].agent});

@@ -55,7 +55,7 @@ std::vector<RecordedCrossing> crossings_at(Transition const& transition, RunPlac
 
 std::vector<RecordedCrossing> exits_of(RunPlaces const& places, Visits const& visits) {
     return crossings_that(places, visits, [](AgentRecord const& person, Crossing const& crossing) {
-        return person.arrived && crossing.to.surface == outside;
+        return person.arrived && crossing.to.surface == no_surface;
     });
 }
 

@@ -13,8 +13,8 @@ namespace pedflux::engine {
 struct RecordedCrossing {
     int frame = 0;  ///< the first that shows it
     std::uint32_t agent = 0;
-    SurfaceIndex from = outside;
-    SurfaceIndex to = outside;
+    SurfaceIndex from = no_surface;
+    SurfaceIndex to = no_surface;
 };
 
 /// The crossings that make a transition, in the order of time and then of persons. Throws Exception for one of which a

@@ -23,7 +23,7 @@ using Visits = std::vector<std::vector<SurfaceVisit>>;
 Visits visits_of(RunReader& reader);
 
 /// Where somebody was whom no frame shows.
-inline constexpr SurfaceIndex unknown_surface = outside - 1;
+inline constexpr SurfaceIndex unknown_surface = no_surface - 1;
 
 /// The first frame that does not show a person any more; none for one who was there to the end of the run.
 std::optional<int> departure_of(RunReader const& reader, AgentRecord const& person);

@@ -18,7 +18,7 @@ struct ZoneState;
 /// The number of a walkable surface in a simulation or stored run.
 using SurfaceIndex = std::uint32_t;
 /// Where agents are before they enter the simulation and after they have left it.
-inline constexpr SurfaceIndex outside = std::numeric_limits<SurfaceIndex>::max();
+inline constexpr SurfaceIndex no_surface = std::numeric_limits<SurfaceIndex>::max();
 
 /// A set of surfaces, a portal or a volume. An object that is disabled is none of them.
 struct Area {

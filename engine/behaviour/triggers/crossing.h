@@ -13,7 +13,7 @@ namespace pedflux::engine {
 
 /// Where an agent is at a moment. Position, height and volumes are set only when transitions ask for them.
 struct Whereabouts {
-    SurfaceIndex surface = outside;
+    SurfaceIndex surface = no_surface;
     bool on_connection = false;  ///< the surface is a link, stair or ramp
     Point position{};
     double height = 0;            ///< of the ground, metres
@@ -24,7 +24,7 @@ struct Whereabouts {
 
 /// A change of place of one agent, within the simulation, into it or out of it.
 struct Crossing {
-    SurfaceIndex before = outside;  ///< the surface before that of `from`
+    SurfaceIndex before = no_surface;  ///< the surface before that of `from`
     Whereabouts const& from;
     Whereabouts const& to;
     std::optional<std::uint32_t> portal{};  ///< the number of the one through which the agent entered or left
@@ -38,7 +38,7 @@ struct ServerCrossing {
 
 /// Where an agent was and is. Its crossings are told to a function: told(Crossing const&).
 struct Trail {
-    SurfaceIndex before = outside;
+    SurfaceIndex before = no_surface;
     Whereabouts now{};
 
     template <class Told>

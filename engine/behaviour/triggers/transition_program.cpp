@@ -8,8 +8,8 @@ namespace pedflux::engine {
 
 namespace {
 
-bool comes_in(Crossing const& crossing) { return crossing.from.surface == outside; }
-bool goes_out(Crossing const& crossing) { return crossing.to.surface == outside; }
+bool comes_in(Crossing const& crossing) { return crossing.from.surface == no_surface; }
+bool goes_out(Crossing const& crossing) { return crossing.to.surface == no_surface; }
 
 bool is_inside(Area const& area, Whereabouts const& where) {
     return area.volume ? where.is_in(*area.volume) : area.has(where.surface);
