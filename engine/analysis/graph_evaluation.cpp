@@ -47,9 +47,10 @@ struct QueryContext {
 /// The mean number of persons on each area in each window.
 std::vector<SeriesData> population_counts(QueryContext const& context) {
     auto const& query = dynamic_cast<PopulationCountGraphQueryState const&>(context.query);
+    RunPlaces const places(context.document, context.reader);
     std::vector<RunPlace> areas;
-    for (auto const& area : query.areas) areas.push_back(place_of(context.document, context.reader, area));
-    if (areas.empty()) areas.push_back(everywhere(context.reader));
+    for (auto const& area : query.areas) areas.push_back(places[area]);
+    if (areas.empty()) areas.push_back(places.everywhere());
     std::vector<std::string> names;
     for (auto const& area : areas) names.push_back(area.name);
     auto series = series_named(names);
@@ -59,7 +60,7 @@ std::vector<SeriesData> population_counts(QueryContext const& context) {
     int frames = 0;
     for (int frame = context.range.first; frame <= context.range.last; ++frame) {
         for (auto const& person : selection.frame(frame)) {
-            for (std::size_t i = 0; i < areas.size(); ++i) sums[i] += areas[i].has(person.surface) ? 1 : 0;
+            for (std::size_t i = 0; i < areas.size(); ++i) sums[i] += areas[i].area.has(person.surface) ? 1 : 0;
         }
         ++frames;
         if (!context.ends_window(frame)) continue;
@@ -85,13 +86,13 @@ std::string name_of(Transition const& transition, Document const& document) {
     return name;
 }
 
-/// The frames in which selected persons pass, by series.
-std::vector<std::vector<int>> frames_of_passages(QueryContext const& context,
-                                                 std::vector<std::vector<Passage>> const& passages,
-                                                 std::shared_ptr<AgentFilter> const& filter) {
+/// The frames of the crossings of selected persons, by series.
+std::vector<std::vector<int>> frames_of(QueryContext const& context,
+                                        std::vector<std::vector<RecordedCrossing>> const& crossings,
+                                        std::shared_ptr<AgentFilter> const& filter) {
     Selection const selection(filter, context.document, context.reader);
-    std::vector<std::vector<int>> frames(passages.size());
-    std::vector<std::size_t> next(passages.size());
+    std::vector<std::vector<int>> frames(crossings.size());
+    std::vector<std::size_t> next(crossings.size());
     // A person who leaves the simulation counts by the last frame that shows them.
     std::vector<bool> selected(context.reader.agents().size());
     for (int frame = first_frame; frame <= context.range.last + 1; ++frame) {
@@ -100,9 +101,9 @@ std::vector<std::vector<int>> frames_of_passages(QueryContext const& context,
             auto const among = selection.among(frame, persons);
             for (std::size_t i = 0; i < persons.size(); ++i) selected[persons[i].agent] = among[i];
         }
-        for (std::size_t i = 0; i < passages.size(); ++i) {
-            for (; next[i] < passages[i].size() && passages[i][next[i]].frame == frame; ++next[i]) {
-                bool const counts = selected[passages[i][next[i]].agent] || !filter;
+        for (std::size_t i = 0; i < crossings.size(); ++i) {
+            for (; next[i] < crossings[i].size() && crossings[i][next[i]].frame == frame; ++next[i]) {
+                bool const counts = selected[crossings[i][next[i]].agent] || !filter;
                 if (counts && frame >= context.range.first && frame <= context.range.last) frames[i].push_back(frame);
             }
         }
@@ -115,22 +116,20 @@ enum class Counted { IN_WINDOW, SINCE_START };
 /// The number of transitions in each window, or up to its end.
 std::vector<SeriesData> flow_counts(QueryContext const& context, Counted counted) {
     auto const& transitions = dynamic_cast<OfTransitions const&>(context.query).transitions;
-    auto const all = passages_of(context.reader, visits_of(context.reader));
-    std::vector<std::vector<Passage>> passages;
+    RunPlaces const places(context.document, context.reader);
+    auto const visits = visits_of(context.reader);
+    std::vector<std::vector<RecordedCrossing>> crossings;
     std::vector<std::string> names;
     for (auto const& transition : transitions) {
-        passages.push_back(passages_at(*transition, context.document, context.reader, all));
+        crossings.push_back(crossings_at(*transition, places, visits));
         names.push_back(name_of(*transition, context.document));
     }
     if (transitions.empty()) {
         names.emplace_back("Exits");
-        auto& exits = passages.emplace_back();
-        std::ranges::copy_if(all, std::back_inserter(exits), [&](Passage const& passage) {
-            return !passage.to && context.reader.agents()[passage.agent].arrived;
-        });
+        crossings.push_back(exits_of(places, visits));
     }
     auto series = series_named(names);
-    auto const frames = frames_of_passages(context, passages, dynamic_cast<Filtered const&>(context.query).filter);
+    auto const frames = frames_of(context, crossings, dynamic_cast<Filtered const&>(context.query).filter);
     for (std::size_t i = 0; i < series.size(); ++i) {
         std::size_t next = 0;
         double count = 0;

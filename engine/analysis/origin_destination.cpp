@@ -115,7 +115,7 @@ std::shared_ptr<TableData const> counts_across_area(QueryContext& context) {
         auto const& person = context.reader().agents()[agent];
         auto const& visits = context.visits()[agent];
         if (!selected[agent]) continue;
-        for (auto const& visit : visits_of(context.reader(), person, visits, area)) {
+        for (auto const& visit : visits_of(context.places(), person, visits, area.area)) {
             if (!visit.exit || !counts_in_range(context, visit.enter, *visit.exit)) continue;
             std::string from = context.name_of(person.origin);
             std::string to = context.name_of(person.destination);

@@ -19,7 +19,10 @@ class QueryContext {
   public:
     /// Throws Exception when the run has no results.
     QueryContext(Document const& document, TableQueryState const& query)
-        : document_(document), query_(query), reader_(results_of(document, or_none(query.run))) {}
+        : document_(document),
+          query_(query),
+          reader_(results_of(document, or_none(query.run))),
+          places_(document, *reader_) {}
 
     Document const& document() const { return document_; }
     TableQueryState const& query() const { return query_; }
@@ -35,7 +38,8 @@ class QueryContext {
         if (!visits_) visits_ = visits_of(*reader_);
         return *visits_;
     }
-    RunPlace place(GlobalId const& id) const { return place_of(document_, *reader_, id); }
+    RunPlaces const& places() const { return places_; }
+    RunPlace place(GlobalId const& id) const { return places_[id]; }
     /// The name of an object of the project, its identifier if it was removed, or nothing for an invalid identifier.
     std::string name_of(GlobalId id) const {
         if (auto const* const object = document_.find(id)) return object->name;
@@ -57,6 +61,7 @@ class QueryContext {
     Document const& document_;
     TableQueryState const& query_;
     std::shared_ptr<RunReader> reader_;
+    RunPlaces places_;
     std::optional<Visits> visits_;
 };
 

@@ -70,8 +70,8 @@ TablePointer summary(QueryContext& context) {
 
 TablePointer trip_times(QueryContext& context) {
     auto const& trip = dynamic_cast<OnTrip const&>(context.query()).trip;
-    auto const trips = trip ? trips_of(TripAccess::path(*trip), context.document(), context.reader(), context.visits())
-                            : whole_trips_of(context.reader());
+    auto const trips =
+        trip ? trips_of(TripAccess::path(*trip), context.places(), context.visits()) : whole_trips_of(context.reader());
     auto const selected = context.selected();
     TableBuilder table({"Start [s]", "End [s]", "Duration [s]"});
     for (auto const& made : trips) {
@@ -92,7 +92,7 @@ TablePointer area_times(QueryContext& context) {
         if (!selected[agent]) continue;
         auto const& person = context.reader().agents()[agent];
         for (auto const& area : areas) {
-            for (auto const& visit : visits_of(context.reader(), person, context.visits()[agent], area)) {
+            for (auto const& visit : visits_of(context.places(), person, context.visits()[agent], area.area)) {
                 int const start = std::max(visit.enter, first);
                 int const end = std::min(visit.exit.value_or(context.reader().last_frame() + 1), last + 1);
                 if (start >= end) continue;
@@ -131,14 +131,14 @@ TablePointer transitions(QueryContext& context) {
     if (!transition) refuse(fmt::format("{} needs a transition", title_of(context.query())));
     auto const selected = context.selected();
     auto const& surfaces = context.reader().surfaces();
-    auto const name = [&](std::optional<std::uint16_t> surface) {
-        return surface ? surfaces[*surface].name : std::string();
+    auto const name = [&](SurfaceIndex surface) {
+        return surface < surfaces.size() ? surfaces[surface].name : std::string();
     };
     TableBuilder table({"Time [s]", "From", "To"});
-    auto const passages = passages_of(context.reader(), context.visits());
-    for (auto const& passage : passages_at(*transition, context.document(), context.reader(), passages)) {
-        if (!selected[passage.agent] || !context.is_in_range(passage.frame)) continue;
-        table.add(std::to_string(passage.agent), context.clock(passage.frame), name(passage.from), name(passage.to));
+    for (auto const& crossing : crossings_at(*transition, context.places(), context.visits())) {
+        if (!selected[crossing.agent] || !context.is_in_range(crossing.frame)) continue;
+        table.add(std::to_string(crossing.agent), context.clock(crossing.frame), name(crossing.from),
+                  name(crossing.to));
     }
     return table.table();
 }

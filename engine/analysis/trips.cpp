@@ -42,15 +42,14 @@ std::optional<TripMade> next_trip(TripPath const& path, VisitsOfPath const& visi
 
 }  // namespace
 
-std::vector<TripMade> trips_of(TripPath const& path, Document const& document, RunReader const& reader,
-                               Visits const& visits) {
-    std::vector<RunPlace> places;
-    for (auto const& node : path.nodes) places.push_back(place_of(document, reader, node.place));
+std::vector<TripMade> trips_of(TripPath const& path, RunPlaces const& places, Visits const& visits) {
+    std::vector<Area> areas;
+    for (auto const& node : path.nodes) areas.push_back(places[node.place].area);
     std::vector<TripMade> trips;
     for (std::uint32_t agent = 0; agent < visits.size(); ++agent) {
         VisitsOfPath of_path;
-        for (auto const& place : places) {
-            of_path.push_back(visits_of(reader, reader.agents()[agent], visits[agent], place));
+        for (auto const& area : areas) {
+            of_path.push_back(visits_of(places, places.reader().agents()[agent], visits[agent], area));
         }
         int not_before = 0;
         while (auto trip = next_trip(path, of_path, not_before)) {

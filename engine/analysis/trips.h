@@ -17,8 +17,7 @@ struct TripMade {
 
 /// The trips along a path, by person and time. A trip begins at the first visit of the path's start after the previous
 /// trip, passes each further place at its first visit after that, and ends at the first such visit of the path's end.
-std::vector<TripMade> trips_of(TripPath const& path, Document const& document, RunReader const& reader,
-                               Visits const& visits);
+std::vector<TripMade> trips_of(TripPath const& path, RunPlaces const& places, Visits const& visits);
 
 /// The whole stay in the simulation, of everybody who arrived.
 std::vector<TripMade> whole_trips_of(RunReader const& reader);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/behaviour/triggers/crossing.h"
 #include "engine/navigation/navigation_input.h"
 #include "engine/results/recorded_run.h"
 #include "engine/simulation/world/clock.h"
@@ -34,12 +35,6 @@ struct BoundaryCrossing {
     navigation::RegionIndex region = navigation::none;
     Point position;
     std::uint32_t doorway = no_place;  ///< of the portal, if it was one
-};
-
-/// An agent entered a server or left it.
-struct ServerCrossing {
-    std::uint32_t server;
-    bool enters;
 };
 
 /// Spans of frames in which something holds for an agent.

@@ -34,8 +34,8 @@ CompiledMeasure compiled_measure_of(TallyMeasure const& measure, Document const&
     std::vector<bool> counted(world.plan.surfaces.size());
     auto const add_area = [&](GlobalId const& id) {
         auto const area = object_area_of(document, world, id);
-        for (std::size_t i = 0; i < counted.size(); ++i) counted[i] = counted[i] || area.regions[i];
-        if (area.volume != no_volume) made.volumes.push_back(area.volume);
+        for (std::size_t i = 0; i < counted.size(); ++i) counted[i] = counted[i] || area.surfaces[i];
+        if (area.volume) made.volumes.push_back(*area.volume);
     };
     if (auto const* const transition = std::get_if<TransitionMeasure>(&measure.kind)) {
         made.transition = transition->transition;

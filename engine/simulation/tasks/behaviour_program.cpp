@@ -175,7 +175,7 @@ class Compiler {
         on_behalf(broadcast, [&] {
             if (broadcast.test) made.test = compiled_test(*broadcast.test);
             if (broadcast.zone) {
-                made.regions = object_area_of(document_, world_, *broadcast.zone).regions;
+                made.regions = object_area_of(document_, world_, *broadcast.zone).surfaces;
             }
         });
         program_.broadcasts.push_back(std::move(made));

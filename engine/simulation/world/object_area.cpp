@@ -7,19 +7,18 @@
 
 namespace pedflux::engine {
 
-ObjectArea object_area_of(Document const& document, World& world, GlobalId const& id) {
+Area object_area_of(Document const& document, World& world, GlobalId const& id) {
     auto const* const object = document.find(id);
     if (object == nullptr) refuse(fmt::format("'{}' is no object of the project", GlobalId(id).GetString()));
-    ObjectArea area;
-    area.regions.resize(world.plan.surfaces.size());
+    Area area{.surfaces = std::vector<bool>(world.plan.surfaces.size())};
     if (!object->enabled) return area;
     if (object->kind->type == ObjectType::VOLUME) {
         area.volume = volume_number(world.volumes, id);
         return area;
     }
     auto const& place = world.places[world.places.of(id)];
-    area.doorway = place.doorway;
-    for (auto const region : place.regions) area.regions[region] = true;
+    if (place.is_portal()) area.portal = place.doorway;
+    for (auto const region : place.regions) area.surfaces[region] = true;
     return area;
 }
 

@@ -1,9 +1,9 @@
 #include "engine/simulation/world/places.h"
 
 #include "engine/base/checks.h"
+#include "engine/behaviour/area.h"
 #include "engine/behaviour/events/event_states.h"
 #include "engine/model/document.h"
-#include "engine/model/lists.h"
 
 #include <algorithm>
 
@@ -13,23 +13,18 @@ namespace pedflux::engine {
 
 namespace {
 
-/// Whether a connection joins two of the members.
-bool joins_members(FloorPlan const& plan, navigation::RegionIndex connection, std::vector<GlobalId> const& members) {
-    std::vector<navigation::RegionIndex> joined;
-    for (auto const& joint : plan.joints) {
-        if (joint.connection != connection || !lists(members, plan.surfaces[joint.floor].id)) continue;
-        if (std::ranges::find(joined, joint.floor) == joined.end()) joined.push_back(joint.floor);
-    }
-    return joined.size() >= 2;
+SurfaceTable surface_table_of(FloorPlan const& plan) {
+    SurfaceTable table;
+    for (auto const& surface : plan.surfaces) table.ids.push_back(surface.id);
+    for (auto const& joint : plan.joints) table.joins.emplace_back(joint.connection, joint.floor);
+    return table;
 }
 
-std::vector<navigation::RegionIndex> regions_of(ZoneState const& zone, FloorPlan const& plan) {
-    bool const with_connections = zone.membership == ZoneMembershipStrategy::BASE_MEMBERS_AND_CONNECTIONS;
+std::vector<navigation::RegionIndex> regions_of(ZoneState const& zone, SurfaceTable const& table) {
+    auto const surfaces = surfaces_of(zone, table);
     std::vector<navigation::RegionIndex> regions;
-    for (navigation::RegionIndex region = 0; region < plan.surfaces.size(); ++region) {
-        bool const is_member = lists(zone.base_members, plan.surfaces[region].id);
-        bool const is_between = with_connections && joins_members(plan, region, zone.base_members);
-        if (is_member || is_between) regions.push_back(region);
+    for (navigation::RegionIndex region = 0; region < surfaces.size(); ++region) {
+        if (surfaces[region]) regions.push_back(region);
     }
     return regions;
 }
@@ -58,8 +53,9 @@ Places::Places(Document const& document, FloorPlan const& plan)
         auto const& id = plan.surfaces[region].id;
         areas_.push_back({id, title_of(*document.find(id)), {region}});
     }
+    auto const table = surface_table_of(plan);
     for (auto const* const zone : document.objects<ZoneState>()) {
-        areas_.push_back({zone->id, title_of(*zone), regions_of(*zone, plan)});
+        areas_.push_back({zone->id, title_of(*zone), regions_of(*zone, table)});
     }
 }
 

@@ -1,4 +1,4 @@
-#include "engine/simulation/world/cordons.h"
+#include "engine/behaviour/triggers/cordon_line.h"
 
 #include "engine/base/checks.h"
 #include "engine/geometry/access.h"
