@@ -46,8 +46,8 @@ class OurRun {
     }
 
   private:
-    static Plan plan(Situation const& situation) {
-        Plan result;
+    static FloorPlan plan(Situation const& situation) {
+        FloorPlan result;
         result.regions.emplace_back();
         for (Segment const& wall : situation.walls) result.regions[0].walls.push_back({wall.from, wall.to});
         return result;

@@ -81,13 +81,13 @@ void ask_afresh(benchmark::State& state) {
 }
 BENCHMARK(ask_afresh)->Unit(benchmark::kMicrosecond);
 
-/// A gate that closes and opens again, with a hundred destinations on both sides of it.
+/// A portal edge that closes and opens again, with a hundred destinations on both sides of it.
 void close_and_open(benchmark::State& state) {
     NavigationInput input = concourse_input();
     input.regions.push_back({"annex", {{box(252, 0, 100, 250), {}}}, 1});
     for (double const z : {20.0, 120.0}) {
-        Segment const gate{{252, z}, {252, z + 4}};
-        input.connections.push_back({"", {0, gate}, {1, gate}, {}});
+        Segment const portal_edge{{252, z}, {252, z + 4}};
+        input.connections.push_back({"", {0, portal_edge}, {1, portal_edge}, {}});
     }
     for (std::size_t i = 0; i < input.destinations.size(); i += 2)
         input.destinations[i].lines = {

@@ -13,12 +13,6 @@ namespace {
 
 Point place_of(AgentFrame const& person) { return {static_cast<double>(person.x), static_cast<double>(person.z)}; }
 
-bool cross(Point a, Point b, Point c, Point d) {
-    auto const side = [](double area) { return (area > 0) - (area < 0); };
-    return side(orientation(a, b, c)) * side(orientation(a, b, d)) < 0 &&
-           side(orientation(c, d, a)) * side(orientation(c, d, b)) < 0;
-}
-
 }  // namespace
 
 Proximity::Proximity(RunReader const& reader, double distance, bool ignore_barriers)
@@ -41,12 +35,13 @@ bool Proximity::are_close(AgentFrame const& a, AgentFrame const& b) const {
     Point const from = place_of(a);
     Point const to = place_of(b);
     if (std::hypot(to.x - from.x, to.z - from.z) > distance_) return false;
-    return std::ranges::none_of(walls_[a.surface],
-                                [&](Edge const& wall) { return cross(from, to, wall.from, wall.to); });
+    return std::ranges::none_of(walls_[a.surface], [&](Segment wall) {
+        return cross_each_other(wall, {from, to}, Touching::COUNTS_NOT);
+    });
 }
 
 std::vector<std::pair<std::size_t, std::size_t>> Proximity::pairs(std::span<AgentFrame const> persons) const {
-    // By surface and x: whoever is close to a person follows it within the distance.
+    // Sorted by surface and x, so that those close to a person follow it within the distance.
     std::vector<std::size_t> order(persons.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::ranges::stable_sort(order, {},

@@ -9,22 +9,9 @@ namespace {
 
 constexpr float nothing = std::numeric_limits<float>::quiet_NaN();
 
-struct Extent {
-    Point least{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
-    Point most{-std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
-
-    void include(Point point) {
-        least = {std::min(least.x, point.x), std::min(least.z, point.z)};
-        most = {std::max(most.x, point.x), std::max(most.z, point.z)};
-    }
-};
-
 void add_crossings(Ring const& ring, double z, std::vector<double>& crossings) {
     for (std::size_t i = 0, previous = ring.size() - 1; i < ring.size(); previous = i++) {
-        Point const from = ring[previous];
-        Point const to = ring[i];
-        if ((from.z <= z) == (to.z <= z)) continue;
-        crossings.push_back(from.x + (z - from.z) / (to.z - from.z) * (to.x - from.x));
+        if (auto const x = crossing_of_row(ring[previous], ring[i], z)) crossings.push_back(*x);
     }
 }
 
@@ -51,20 +38,20 @@ void fill(Raster& raster, Polygons const& polygons) {
     }
 }
 
-/// Gives the pixels that the face covers its height.
+/// Raises the pixels that the triangle covers to its height.
 void lift(Raster& raster, std::array<Vector, 3> const& handle) {
     auto const [a, b, c] = handle;
     double const area = orientation({a.x, a.z}, {b.x, b.z}, {c.x, c.z});
     if (area == 0) return;
-    Extent extent;
-    for (Vector const corner : handle) extent.include({corner.x, corner.z});
+    Bounds bounds;
+    for (Vector const corner : handle) bounds.cover({corner.x, corner.z});
     auto const pixel = [&](double coordinate, double least, int count) {
         return std::clamp(static_cast<int>(std::floor((coordinate - least) / raster.pixel_size)), 0, count - 1);
     };
-    int const last_x = pixel(extent.most.x, raster.min_x, raster.columns);
-    int const last_y = pixel(extent.most.z, raster.min_z, raster.rows);
-    for (int y = pixel(extent.least.z, raster.min_z, raster.rows); y <= last_y; ++y) {
-        for (int x = pixel(extent.least.x, raster.min_x, raster.columns); x <= last_x; ++x) {
+    int const last_x = pixel(bounds.high.x, raster.min_x, raster.columns);
+    int const last_y = pixel(bounds.high.z, raster.min_z, raster.rows);
+    for (int y = pixel(bounds.low.z, raster.min_z, raster.rows); y <= last_y; ++y) {
+        for (int x = pixel(bounds.low.x, raster.min_x, raster.columns); x <= last_x; ++x) {
             auto& height = raster.heights[raster.index(x, y)];
             if (std::isnan(height)) continue;
             Point const center{raster.center_x(x), raster.center_z(y)};
@@ -80,21 +67,21 @@ void lift(Raster& raster, std::array<Vector, 3> const& handle) {
 }  // namespace
 
 std::shared_ptr<Raster const> raster_of(Surface const& surface, double finest, double most_pixels) {
-    Extent extent;
+    Bounds bounds;
     for (auto const& polygon : surface.walkable) {
-        for (Point const corner : polygon.outline) extent.include(corner);
+        for (Point const corner : polygon.outline) bounds.cover(corner);
     }
     auto raster = std::make_shared<Raster>();
     raster->surface = surface.id;
     raster->pixel_size = finest;
     if (surface.walkable.empty()) return raster;
 
-    Point const size = extent.most - extent.least;
+    Point const size = bounds.high - bounds.low;
     while (std::ceil(size.x / raster->pixel_size) * std::ceil(size.z / raster->pixel_size) > most_pixels) {
         raster->pixel_size *= 2;
     }
-    raster->min_x = extent.least.x;
-    raster->min_z = extent.least.z;
+    raster->min_x = bounds.low.x;
+    raster->min_z = bounds.low.z;
     raster->columns = std::max(1, static_cast<int>(std::ceil(size.x / raster->pixel_size)));
     raster->rows = std::max(1, static_cast<int>(std::ceil(size.z / raster->pixel_size)));
     raster->heights.assign(static_cast<std::size_t>(raster->columns) * static_cast<std::size_t>(raster->rows), nothing);

@@ -9,7 +9,7 @@
 
 namespace pedflux::engine::crowd {
 
-/// What lasts of an agent from step to step. Positions are relative to the origin of the surfaces.
+/// The state of an agent that lasts from step to step. Positions are relative to the origin of the surfaces.
 struct Agent {
     double x = 0;
     double z = 0;
@@ -17,37 +17,38 @@ struct Agent {
     float velocity_z = 0;
     float direction_x = 0;
     float direction_z = 0;
-    /// Sideways per forward metre, positive to the right of the wanted direction.
+    /// Sideways part of the walking direction per forward metre, positive to the right of the wanted direction.
     float sidestep = 0;
     float speed = 0;
     float ground_factor = 1;
     float radius = 0;
     float personal_space = 1;
     float side_bias = 0;
-    float felt_density = 0;
+    float local_density = 0;
     std::uint32_t key = 0;
     std::uint32_t region = 0;
-    /// Set when a step sorts the agents.
+    /// Set by sort_by_cell().
     std::uint32_t cell = 0;
     bool present = false;
     bool held = false;
 };
 
-/// Somebody who left: without a body, walking straight on, seen by those behind for some metres more.
+/// An agent that has left through an exit: it has no body and walks straight on, visible to those behind for some
+/// metres.
 struct Departed {
     Agent agent;
     float metres_left = 0;
 };
 
-/// The people of one step in the order of their cells, so that neighbours lie side by side in memory.
+/// The agents of one step in the order of their cells, so that neighbours are close in memory.
 struct Bodies {
-    /// Bodies that one body may touch within a step; six fit around one of equal size.
+    /// Largest number of contacts of a body in one step; six bodies of equal size fit around one.
     static constexpr std::uint32_t most_contacts = 12;
-    /// The radius of the departed, who touch nobody: so negative that no sum of radii and gaps is positive.
+    /// Radius of the departed, who touch nobody: so negative that no sum of radii and gaps is positive.
     static constexpr float no_body = -10;
 
     std::vector<std::uint32_t> cell_start;
-    /// Number of the agent or, from the number of agents on, of the departed.
+    /// Index of the agent or, from the number of agents on, of the departed.
     std::vector<std::uint32_t> source;
     std::vector<std::uint32_t> cell;
     std::vector<float> x;
@@ -57,9 +58,9 @@ struct Bodies {
     std::vector<float> direction_x;
     std::vector<float> direction_z;
     std::vector<float> radius;
-    /// Longest way in this step.
+    /// Largest displacement in this step (metres).
     std::vector<float> longest;
-    /// Where bodies are about to go, and the same after one more pass of separation.
+    /// Intended positions, and the intended positions after one more pass of separation.
     std::vector<float> goal_x;
     std::vector<float> goal_z;
     std::vector<float> next_x;
@@ -70,11 +71,11 @@ struct Bodies {
     std::vector<std::uint32_t> contacts;
 
     std::size_t size() const { return source.size(); }
-    /// Keeps the capacity, so that a steady crowd allocates nothing.
+    /// Keeps the capacity, so that a crowd of constant size allocates nothing.
     void resize(std::size_t count);
 };
 
-/// Everything that the parts of a step share.
+/// The data that the parts of a step share.
 struct Scene {
     Surfaces surfaces;
     Locomotion locomotion;

@@ -9,17 +9,18 @@
 #include "engine/geometry/checks.h"
 
 #include <algorithm>
-#include <string>
 #include <string_view>
 #include <vector>
+
+#include <fmt/format.h>
 
 namespace pedflux::engine::crowd {
 
 namespace {
 
-/// Bodies or cells that one thread takes at a time.
+/// Number of bodies or cells that a thread takes at a time.
 constexpr std::size_t grain = 256;
-/// Longest step in seconds: people walk a third of a metre in it, less than two bodies' width.
+/// Longest step (seconds). People walk a third of a metre in it, less than the width of two bodies.
 constexpr double longest_step = 0.25;
 constexpr double fastest = 10;
 
@@ -28,39 +29,38 @@ Locomotion checked(Locomotion const& locomotion) {
     return locomotion;
 }
 
-/// Half of what a cell's side leaves after the ways of two people in the longest step.
+/// Half of what remains of a cell's width after the displacements of two people in the longest step.
 double largest_radius(Locomotion const& locomotion) { return locomotion.sight / 2 - 0.2; }
 
 double require_between(std::string_view what, double value, double least, double most) {
     if (!(value >= least && value <= most))
-        refuse(std::string(what) + " is " + text_of(value) + ", it must be between " + text_of(least) + " and " +
-               text_of(most));
+        refuse(
+            fmt::format("{} is {}, it must be between {} and {}", what, text_of(value), text_of(least), text_of(most)));
     return value;
 }
 
 }  // namespace
 
 struct Crowd::State {
-    State(Plan const& plan, Locomotion const& constants, unsigned threads)
+    State(FloorPlan const& plan, Locomotion const& constants, unsigned threads)
         : scene{Surfaces(plan, constants.sight), constants, SpeedLaw(constants), {}, {}, {}},
           pool(std::clamp(threads, 1U, 256U)) {}
 
     Agent& present(AgentIndex agent) {
         if (agent >= scene.agents.size() || !scene.agents[agent].present)
-            refuse("The crowd has no agent " + std::to_string(agent));
+            refuse(fmt::format("The crowd has no agent {}", agent));
         return scene.agents[agent];
     }
 
     Point checked_place(Point position, std::uint32_t region) const {
         if (region >= scene.surfaces.grids.size())
-            refuse("The agent's region is " + std::to_string(region) + ", the plan has " +
-                   std::to_string(scene.surfaces.grids.size()));
+            refuse(fmt::format("The agent's region is {}, the plan has {}", region, scene.surfaces.grids.size()));
         if (!is_finite(position))
-            refuse("The agent's position is " + engine::text_of(position) + ", it must be finite");
+            refuse(fmt::format("The agent's position is {}, it must be finite", engine::text_of(position)));
         Point const inside = position - scene.surfaces.origin;
         if (!clear_of_walls(scene.surfaces, region, inside))
-            refuse("The agent's position " + engine::text_of(position) + " is on a wall, it must be at least " +
-                   text_of(wall_margin) + " m from any");
+            refuse(fmt::format("The agent's position {} is on a wall, it must be at least {} m from any",
+                               engine::text_of(position), text_of(wall_margin)));
         return inside;
     }
 
@@ -85,7 +85,7 @@ struct Crowd::State {
     std::size_t count = 0;
 };
 
-Crowd::Crowd(Plan const& plan, Locomotion const& locomotion, unsigned threads)
+Crowd::Crowd(FloorPlan const& plan, Locomotion const& locomotion, unsigned threads)
     : state_(std::make_unique<State>(plan, checked(locomotion), threads)) {}
 Crowd::Crowd(Crowd&&) noexcept = default;
 Crowd& Crowd::operator=(Crowd&&) noexcept = default;
@@ -108,7 +108,7 @@ AgentIndex Crowd::add(Entrant const& entrant) {
     AgentIndex number = static_cast<AgentIndex>(state_->scene.agents.size());
     if (state_->free_numbers.empty()) {
         state_->scene.agents.push_back(agent);
-        // So that freeing numbers later needs no memory.
+        // Freeing an index then needs no memory.
         state_->free_numbers.reserve(state_->scene.agents.capacity());
     } else {
         number = state_->free_numbers.back();
@@ -137,8 +137,8 @@ void Crowd::set_direction(AgentIndex agent, Point direction) {
     Agent& walker = state_->present(agent);
     double const size = length(direction);
     if (!(size == 0 || (size > 0.999 && size < 1.001)))
-        refuse("The direction of agent " + std::to_string(agent) + " is " + engine::text_of(direction) +
-               ", it must have the length 1 or be (0, 0)");
+        refuse(fmt::format("The direction of agent {} is {}, it must have the length 1 or be (0, 0)", agent,
+                           engine::text_of(direction)));
     walker.direction_x = static_cast<float>(direction.x);
     walker.direction_z = static_cast<float>(direction.z);
 }
@@ -168,8 +168,7 @@ void Crowd::place(AgentIndex agent, Point position, std::uint32_t region) {
 void Crowd::set_wall_open(std::uint32_t region, std::size_t wall, bool open) {
     Surfaces& surfaces = state_->scene.surfaces;
     if (region >= surfaces.grids.size())
-        refuse("The plan has no region " + std::to_string(region) + ", it has " +
-               std::to_string(surfaces.grids.size()));
+        refuse(fmt::format("The plan has no region {}, it has {}", region, surfaces.grids.size()));
     surfaces.wall_open[surfaces.wall_number(region, wall)] = open ? 1 : 0;
 }
 
@@ -188,7 +187,7 @@ Point Crowd::velocity(AgentIndex agent) const {
 std::uint32_t Crowd::region(AgentIndex agent) const { return state_->present(agent).region; }
 double Crowd::radius(AgentIndex agent) const { return state_->present(agent).radius; }
 double Crowd::speed(AgentIndex agent) const { return state_->present(agent).speed; }
-double Crowd::felt_density(AgentIndex agent) const { return state_->present(agent).felt_density; }
+double Crowd::local_density(AgentIndex agent) const { return state_->present(agent).local_density; }
 
 void Crowd::step(double seconds) {
     Scene& scene = state_->scene;

@@ -2,7 +2,7 @@
 
 #include "engine/base/checks.h"
 
-#include <string>
+#include <fmt/format.h>
 
 namespace pedflux::engine::crowd {
 
@@ -15,7 +15,7 @@ struct Bound {
     double most;
 };
 
-/// Sight is bounded below by what bodies and steps need: see largest_radius.
+/// The lower bound of the sight follows from bodies and steps, see largest_radius().
 constexpr Bound bounds[] = {
     {"steepness", &Locomotion::steepness, 0.1, 20},
     {"jam_density", &Locomotion::jam_density, 1, 20},
@@ -47,8 +47,8 @@ void validate(Locomotion const& locomotion) {
     for (Bound const& bound : bounds) {
         double const value = locomotion.*bound.constant;
         if (value >= bound.least && value <= bound.most) continue;
-        refuse("Locomotion." + std::string(bound.name) + " is " + text_of(value) + ", it must be between " +
-               text_of(bound.least) + " and " + text_of(bound.most));
+        refuse(fmt::format("Locomotion.{} is {}, it must be between {} and {}", bound.name, text_of(value),
+                           text_of(bound.least), text_of(bound.most)));
     }
 }
 

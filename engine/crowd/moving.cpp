@@ -7,23 +7,18 @@ namespace pedflux::engine::crowd {
 
 namespace {
 
-bool cross_each_other(Segment a, Segment b) {
-    return orientation(a.from, a.to, b.from) * orientation(a.from, a.to, b.to) <= 0 &&
-           orientation(b.from, b.to, a.from) * orientation(b.from, b.to, a.to) <= 0;
-}
-
-/// Whether the wall stops the way. Who already stands within the margin may only move away from the wall.
+/// Whether a wall obstructs a step. Within the margin only steps away from the wall are free.
 bool stops(Segment wall, Segment way) {
     double const after = distance(wall, way.to);
     if (after < wall_margin && after <= distance(wall, way.from)) return true;
-    return cross_each_other(wall, way);
+    return cross_each_other(wall, way, Touching::COUNTS);
 }
 
 struct Obstacles {
     Surfaces const& surfaces;
     std::span<std::uint32_t const> numbers;
 
-    /// The first wall that stops the way, or none.
+    /// The first wall that obstructs a step, or none.
     Segment const* first_on(Segment way) const {
         for (std::uint32_t const number : numbers)
             if (surfaces.wall_open[number] == 0 && stops(surfaces.walls[number], way)) return &surfaces.walls[number];
@@ -31,7 +26,7 @@ struct Obstacles {
     }
 };
 
-/// Where a way from `from` towards `to` ends: there, or beside the wall that stops it, or where it began.
+/// The end of a step from `from` to `to`: there, beside the wall that obstructs it, or where it began.
 Point end_of_way(Obstacles const& obstacles, Point from, Point to) {
     Segment const* const wall = obstacles.first_on({from, to});
     if (wall == nullptr) return to;
@@ -40,14 +35,15 @@ Point end_of_way(Obstacles const& obstacles, Point from, Point to) {
     return obstacles.first_on({from, beside}) == nullptr ? beside : from;
 }
 
-/// The region after a way. The sign of the side decides, so that who stands on the very line belongs to one region.
+/// The region after a step. The sign of the side decides, so that a point on the line belongs to one region.
 std::uint32_t region_after(Surfaces const& surfaces, std::uint32_t cell, std::uint32_t region, Segment way) {
-    for (std::uint32_t const number : surfaces.crossings_of.of(cell)) {
+    for (std::uint32_t const number : surfaces.crossings_of[cell]) {
         Crossing const& crossing = surfaces.crossings[number];
         bool const left = orientation(crossing.from, crossing.to, way.to) >= 0;
         if (region == (left ? crossing.left : crossing.right)) continue;
         if (region != crossing.left && region != crossing.right) continue;
-        if (cross_each_other({crossing.from, crossing.to}, way)) return left ? crossing.left : crossing.right;
+        if (cross_each_other({crossing.from, crossing.to}, way, Touching::COUNTS))
+            return left ? crossing.left : crossing.right;
     }
     return region;
 }
@@ -55,7 +51,7 @@ std::uint32_t region_after(Surfaces const& surfaces, std::uint32_t cell, std::ui
 }  // namespace
 
 bool clear_of_walls(Surfaces const& surfaces, std::uint32_t region, Point point) {
-    for (std::uint32_t const number : surfaces.walls_of.of(surfaces.cell_of(region, point.x, point.z)))
+    for (std::uint32_t const number : surfaces.walls_of[surfaces.cell_of(region, point.x, point.z)])
         if (surfaces.wall_open[number] == 0 && distance(surfaces.walls[number], point) < wall_margin) return false;
     return true;
 }
@@ -73,7 +69,7 @@ void move_to_goals(Scene& scene, std::size_t first, std::size_t last) {
         Point to = from + way;
         std::uint32_t const cell = bodies.cell[index];
         if (bodies.radius[index] >= 0) {
-            to = end_of_way({scene.surfaces, scene.surfaces.walls_of.of(cell)}, from, to);
+            to = end_of_way({scene.surfaces, scene.surfaces.walls_of[cell]}, from, to);
             agent.region = region_after(scene.surfaces, cell, agent.region, {from, to});
         }
         agent.x = to.x;

@@ -8,11 +8,11 @@ namespace pedflux::engine::crowd {
 
 namespace {
 
-/// Share of an overlap that each of the two takes back in a pass. A half would do for two bodies; in a packing where
-/// each touches six it would shake them.
+/// Share of an overlap that each of two bodies takes back in a pass. A half would do for two bodies, but in a packing
+/// where each touches six it would make them oscillate.
 constexpr float share = 0.4F;
-/// Bodies whose goals are this much further apart than they touch, in metres, do not come together while they are
-/// separated: each would have to be pushed by half of it.
+/// Bodies whose intended positions are further apart than this beyond contact (metres) do not meet during separation:
+/// each would have to be pushed by half of it.
 constexpr float beyond_contact = 0.15F;
 
 }  // namespace
@@ -56,7 +56,7 @@ void separate(Scene& scene, std::size_t first, std::size_t last) {
                 shift_x += factor * from_x;
                 shift_z += factor * from_z;
             } else {
-                // On the same spot: apart along x, the later one in the order of places to the right.
+                // In the same place: apart along x, the later body to the right.
                 shift_x += static_cast<std::uint32_t>(index) > other ? share * touching : -share * touching;
             }
         }
@@ -92,7 +92,7 @@ void separate(Scene& scene, std::size_t first, std::size_t last) {
                 }
             }
         }
-        // Whoever cannot walk faster cannot be pushed further either: the others take the rest back in the next pass.
+        // A body cannot be pushed further than it can walk. The others take back the rest in the next pass.
         float const way_x = next_x - bodies.x[index];
         float const way_z = next_z - bodies.z[index];
         float const squared_way = way_x * way_x + way_z * way_z;

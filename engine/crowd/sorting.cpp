@@ -15,7 +15,7 @@ void sort_by_cell(Scene& scene) {
     };
     std::uint32_t const cells = scene.surfaces.cell_count();
     std::uint32_t count = 0;
-    // Counts are kept two places on, so that filling the lists turns them into the starts without another pass.
+    // Counts are stored two places further, so that filling the lists turns them into the starts without another pass.
     bodies.cell_start.assign(cells + 2, 0);
     everybody([&](std::uint32_t source, Agent& agent) {
         agent.cell = scene.surfaces.cell_of(agent.region, agent.x, agent.z);

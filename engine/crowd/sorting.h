@@ -6,11 +6,12 @@
 
 namespace pedflux::engine::crowd {
 
-/// Sorts everybody by cell: fills cell_start and source, by counting. Within a cell the order is that of the numbers.
+/// Sorts all agents by cell: a counting sort that fills cell_start and source. Within a cell the order is that of the
+/// indices.
 void sort_by_cell(Scene& scene);
 
-/// Orders the people within each of the cells from first to last by their places, which do not depend on who was added
-/// first, and copies what their neighbours read of them.
+/// Sorts the agents within each of the cells first to last by position, which makes the order independent of the
+/// indices, and copies the data that neighbours read.
 void fill_bodies(Scene& scene, std::size_t first_cell, std::size_t last_cell);
 
 }  // namespace pedflux::engine::crowd

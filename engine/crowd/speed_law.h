@@ -7,9 +7,9 @@
 
 namespace pedflux::engine::crowd {
 
-/// The share of the free speed at which people walk in a crowd (Weidmann 1993, "Transporttechnik der Fussgaenger"):
-/// 1 - exp(-steepness * (1 / density - 1 / jam density)). A table, because it is asked for every agent in every step
-/// and must not differ between mathematical libraries.
+/// The share of the free speed at which people walk at a given density (Weidmann, "Transporttechnik der Fussgänger",
+/// 1993): 1 - exp(-steepness * (1 / density - 1 / jam density)). Tabulated, as it is needed for every agent in every
+/// step and must not depend on the mathematical library.
 class SpeedLaw {
   public:
     explicit SpeedLaw(Locomotion const& locomotion);
@@ -24,9 +24,9 @@ class SpeedLaw {
         return table_[index] + fraction * (table_[index + 1] - table_[index]);
     }
 
-    /// The same on ground that slows people down to `factor` of their speed on the level. It leaves the times between
-    /// followers as they are, so gaps count more: the steepness grows with the inverse of the factor. For Weidmann's
-    /// stairs, walked at 0.46 up and 0.52 down, that is 4.2 and 3.7 against 3.7 and 3.8 as he found them.
+    /// The same on ground that reduces the speed to `factor` of that on the level. The time gaps between followers stay
+    /// the same, so distances count more: the steepness grows with the inverse of the factor. For Weidmann's stairs,
+    /// walked at 0.46 up and 0.52 down, this gives 4.2 and 3.7, against his 3.7 and 3.8.
     float share(float density, float factor) const {
         if (factor >= 1 || density <= 0 || density >= jam_density_) return share(density);
         float const gap = 1 / density - 1 / jam_density_;

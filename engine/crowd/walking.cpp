@@ -10,19 +10,19 @@ namespace pedflux::engine::crowd {
 
 namespace {
 
-/// Metres aside by which a walker's habit decides on which side it passes somebody right ahead.
+/// Offset by which a walker's preferred side decides how to pass somebody straight ahead (metres).
 constexpr float habit_offset = 0.1F;
-/// Random part of the sidestep in a crowd.
+/// Amplitude of the random part of the sidestep in a crowd.
 constexpr float unrest = 0.1F;
-/// Urgency of stepping to the side on which walls leave room when the other is right ahead; more, and walkers in denser
-/// crowds lose speed in weaving.
+/// Strength of the sidestep to the side on which walls leave room when the other is straight ahead. With more, walkers
+/// in denser crowds lose speed by weaving.
 constexpr float least_change = 0.5F;
-/// Slower than this, in metres per second, nobody catches up with anybody.
+/// Smallest closing speed for avoidance (metres per second).
 constexpr float least_closing = 0.05F;
-/// Bodies this much further apart than they can come in a step are not tried for contact.
+/// Margin for the search of contacts beyond the displacements of a step (metres).
 constexpr float contact_slack = 0.02F;
 
-/// The constants of the model in the precision of the loops.
+/// The constants of the model in single precision.
 struct Tuning {
     explicit Tuning(Locomotion const& locomotion)
         : sight(static_cast<float>(locomotion.sight)),
@@ -54,8 +54,8 @@ struct Tuning {
     float turning;
 };
 
-/// A walker as the loop over its neighbours needs it. Directions are unit vectors: `forward` is where the walker wants
-/// to go, `right` across it, `heading` forward with the present sidestep.
+/// A walker as needed by the loop over its neighbours. Directions are unit vectors: `forward` is the wanted direction,
+/// `right` perpendicular to it, `heading` includes the present sidestep.
 struct Walker {
     float x;
     float z;
@@ -68,19 +68,19 @@ struct Walker {
     float heading_z;
     float pace;
     float lean;
-    /// Between the walls, if the walker chooses a side by it.
+    /// Room between the walls, if it decides the side.
     Room room;
     bool departed;
     bool standing;
 };
 
-/// What a walker feels of the others, summed over them.
-struct Impression {
-    /// Persons in the strip ahead, the nearest weighing one.
+/// A walker's perception of the others, summed over them.
+struct Perception {
+    /// Weighted number of people in the strip ahead; a person right in front weighs 1.
     float crowding = 0;
-    /// Sideways, to the right, per forward metre.
+    /// Resulting sidestep, to the right, per forward metre.
     float push = 0;
-    /// Part of the push that oncoming people make, without its sign.
+    /// Magnitude of the part of the push that is due to oncoming people.
     float opposition = 0;
 };
 
@@ -104,8 +104,8 @@ Walker walker_of(Agent const& agent, Bodies const& bodies, std::uint32_t index) 
             .standing = agent.held || (forward_x == 0 && forward_z == 0)};
 }
 
-/// Whether walls leave no room to pass somebody on the side away from it (`side` is 1 for somebody to the right), but
-/// on the other.
+/// Whether walls leave no room to pass somebody on the nearer side (`side` is 1 for somebody to the right) but do on
+/// the other.
 bool must_change_side(Walker const& walker, float offset, float radius, float side) {
     float const needed = 2 * walker.radius + radius;
     bool const fits_right = walker.room.right - offset >= needed;
@@ -113,9 +113,9 @@ bool must_change_side(Walker const& walker, float offset, float radius, float si
     return side > 0 ? fits_right && !fits_left : fits_left && !fits_right;
 }
 
-/// Adds what the walker feels of another at (x, z) from it.
-void feel(Bodies const& bodies, Tuning const& tuning, Walker const& walker, std::uint32_t other, float x, float z,
-          Impression& impression) {
+/// Adds the perception of another person at (x, z) relative to the walker.
+void perceive(Bodies const& bodies, Tuning const& tuning, Walker const& walker, std::uint32_t other, float x, float z,
+              Perception& perception) {
     float const facing = bodies.direction_x[other] * walker.forward_x + bodies.direction_z[other] * walker.forward_z;
     float const oncoming = std::max(-facing, 0.0F);
 
@@ -123,9 +123,10 @@ void feel(Bodies const& bodies, Tuning const& tuning, Walker const& walker, std:
     if (ahead > 0) {
         float const aside = std::abs(walker.heading_x * z - walker.heading_z * x);
         float const nearness = std::max(1 - ahead / tuning.sight, 0.0F);
-        // Full weight up to three quarters of the half width, none beyond five quarters: no jumps, the same area.
+        // Full weight up to three quarters of the half width, none beyond five quarters: a continuous function with the
+        // same area.
         float const inside = std::clamp(2.5F - 2 * aside / tuning.lane_half_width, 0.0F, 1.0F);
-        impression.crowding += (1 - (1 - tuning.oncoming_weight) * oncoming) * nearness * inside;
+        perception.crowding += (1 - (1 - tuning.oncoming_weight) * oncoming) * nearness * inside;
     }
 
     float const along = walker.forward_x * x + walker.forward_z * z;
@@ -139,7 +140,7 @@ void feel(Bodies const& bodies, Tuning const& tuning, Walker const& walker, std:
     if (time >= tuning.anticipation) return;
     float const drift = (velocity_x * walker.right_x + velocity_z * walker.right_z) * time;
     float const offset = walker.right_x * x + walker.right_z * z + drift;
-    // Where the other will be to the left of what decides the side, the walker steps to the right.
+    // A person who will be to the left of the decisive offset is passed on the right.
     float const decided = offset - walker.lean - tuning.keep_right * oncoming;
     float missing = 1 - std::abs(decided) / clear;
     if (missing <= 0) return;
@@ -149,11 +150,11 @@ void feel(Bodies const& bodies, Tuning const& tuning, Walker const& walker, std:
         missing = least_change + std::abs(decided) / clear;
     }
     float const urgency = missing * (1 - time / tuning.anticipation);
-    impression.opposition += oncoming * urgency;
-    impression.push -= side * (tuning.avoidance + tuning.oncoming_avoidance * oncoming) * urgency;
+    perception.opposition += oncoming * urgency;
+    perception.push -= side * (tuning.avoidance + tuning.oncoming_avoidance * oncoming) * urgency;
 }
 
-/// The nearest contacts are kept when there are more than a body can have.
+/// Keeps the nearest contacts when there are too many.
 void note_contact(Bodies& bodies, std::uint32_t index, std::uint32_t other, float squared) {
     std::uint32_t* const list = bodies.contacts.data() + std::size_t{index} * Bodies::most_contacts;
     std::uint8_t& count = bodies.contact_count[index];
@@ -173,18 +174,18 @@ void note_contact(Bodies& bodies, std::uint32_t index, std::uint32_t other, floa
     if (farthest != nullptr) *farthest = other;
 }
 
-/// Looks at everybody in sight: what they make the walker feel, and whom it may touch.
-Impression look_around(Scene& scene, Tuning const& tuning, Agent const& agent, Walker& walker, std::uint32_t index) {
+/// Looks at everybody in sight: the perception of the others, and possible contacts.
+Perception look_around(Scene& scene, Tuning const& tuning, Agent const& agent, Walker& walker, std::uint32_t index) {
     Bodies& bodies = scene.bodies;
     NearWalls walls;
     gather_walls(scene.surfaces, bodies.cell[index], walker.x, walker.z, tuning.sight, walls);
-    if (!walker.standing && agent.felt_density < tuning.overtaking_density)
+    if (!walker.standing && agent.local_density < tuning.overtaking_density)
         walker.room = room_beside(walls, walker.forward_x, walker.forward_z);
     float const sight_squared = tuning.sight * tuning.sight;
     float const contact_reach = walker.radius + bodies.longest[index] + contact_slack;
     bodies.contact_count[index] = 0;
     bodies.near_wall[index] = walls.any_within(walker.radius + bodies.longest[index]) ? 1 : 0;
-    Impression impression;
+    Perception perception;
     auto const look_at = [&](std::uint32_t other) {
         float const x = bodies.x[other] - walker.x;
         float const z = bodies.z[other] - walker.z;
@@ -196,29 +197,29 @@ Impression look_around(Scene& scene, Tuning const& tuning, Agent const& agent, W
         if (!contact && !in_front) return;
         bool const departed = bodies.radius[other] < 0;
         if (!departed && !walker.departed && walls.hide(x, z)) return;
-        // Who has left through an exit is beyond its wall, and ahead only for those who leave the same way.
+        // The departed are beyond the wall of an exit, and matter only to those who leave the same way.
         if (departed &&
             bodies.direction_x[other] * walker.forward_x + bodies.direction_z[other] * walker.forward_z < 0.5F)
             return;
         if (contact) note_contact(bodies, index, other, squared);
-        if (in_front) feel(bodies, tuning, walker, other, x, z, impression);
+        if (in_front) perceive(bodies, tuning, walker, other, x, z, perception);
     };
     for_neighbours(scene, agent.region, bodies.cell[index], agent.x, agent.z,
                    [&](std::uint32_t from, std::uint32_t to) {
                        for (std::uint32_t other = from; other < to; ++other) look_at(other);
                    });
-    return impression;
+    return perception;
 }
 
-/// Persons per square metre. The strip weighs people by nearness, so its weighted area is half of it. The walker itself
-/// counts half: so the sum over a file of equal gaps is the trapezoidal rule, exact for any gap (see
-/// docs/locomotion.md).
-float density_of(Impression const& impression, Tuning const& tuning) {
-    float const itself = std::min(impression.crowding, 0.5F);
-    return (impression.crowding + itself) / (tuning.sight * tuning.lane_half_width);
+/// Local density in persons per square metre. The strip weighs people by nearness, so its weighted area is half of it.
+/// The walker itself counts half, which makes the sum over a file of equal gaps the trapezoidal rule, exact for any gap
+/// (see docs/locomotion.md).
+float density_of(Perception const& perception, Tuning const& tuning) {
+    float const itself = std::min(perception.crowding, 0.5F);
+    return (perception.crowding + itself) / (tuning.sight * tuning.lane_half_width);
 }
 
-/// A number between -1 and 1 that depends on the person and the step only.
+/// A random number of [-1, 1) that depends on the person and the step only.
 float chance(std::uint32_t key, std::uint64_t step) {
     std::uint64_t mixed = (std::uint64_t{key} << 32) ^ step;
     mixed = (mixed ^ (mixed >> 33)) * 0xff51afd7ed558ccdULL;
@@ -231,24 +232,25 @@ void decide(Scene& scene, Tuning const& tuning, std::uint32_t index) {
     Bodies& bodies = scene.bodies;
     Agent& agent = scene.agent_of(bodies.source[index]);
     Walker walker = walker_of(agent, bodies, index);
-    Impression const impression = look_around(scene, tuning, agent, walker, index);
-    agent.felt_density = density_of(impression, tuning);
+    Perception const perception = look_around(scene, tuning, agent, walker, index);
+    agent.local_density = density_of(perception, tuning);
     bodies.goal_x[index] = walker.x;
     bodies.goal_z[index] = walker.z;
     if (walker.standing) return;
 
     auto const seconds = static_cast<float>(scene.seconds);
     if (!walker.departed) {
-        float const wish = std::clamp(impression.push, -tuning.widest_turn, tuning.widest_turn) +
-                           unrest * std::min(agent.felt_density, 1.0F) * chance(agent.key, scene.steps);
+        float const wish = std::clamp(perception.push, -tuning.widest_turn, tuning.widest_turn) +
+                           unrest * std::min(agent.local_density, 1.0F) * chance(agent.key, scene.steps);
         agent.sidestep += (wish - agent.sidestep) * std::min(seconds / tuning.turning, 1.0F);
     }
-    float const allowed = walker.pace * scene.law.share(agent.felt_density * agent.personal_space, agent.ground_factor);
+    float const allowed =
+        walker.pace * scene.law.share(agent.local_density * agent.personal_space, agent.ground_factor);
     float const present = std::sqrt(agent.velocity_x * agent.velocity_x + agent.velocity_z * agent.velocity_z);
     float const gained = seconds < tuning.acceleration_time ? seconds / tuning.acceleration_time : 1.0F;
     float const speed = allowed > present ? present + gained * (allowed - present) : allowed;
     float const forward = speed * seconds / std::sqrt(1 + agent.sidestep * agent.sidestep);
-    float const least_aside = tuning.side_speed * std::min(impression.opposition, 1.0F) * walker.pace * seconds;
+    float const least_aside = tuning.side_speed * std::min(perception.opposition, 1.0F) * walker.pace * seconds;
     float const aside = agent.sidestep * std::max(forward, least_aside);
     bodies.goal_x[index] += forward * walker.forward_x + aside * walker.right_x;
     bodies.goal_z[index] += forward * walker.forward_z + aside * walker.right_z;

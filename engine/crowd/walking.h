@@ -6,11 +6,11 @@
 
 namespace pedflux::engine::crowd {
 
-/// Decides for the bodies from first to last where they want to be after the step (goal_x, goal_z), from what all were
-/// doing before it, and notes whom they may touch on the way.
+/// Determines the intended positions of bodies first to last after the step (goal_x, goal_z) from the state before it,
+/// and collects possible contacts.
 ///
-/// Speed: the felt density is that of a strip ahead, people weighing less with distance; SpeedLaw turns it into a
-/// speed. Direction: the wanted one, turned aside by people whom the walker would meet within the anticipation time.
+/// Speed follows from the local density in a strip ahead, in which nearer people weigh more, by SpeedLaw. The direction
+/// is the wanted one, turned aside by people that the walker would meet within the anticipation time.
 void decide_goals(Scene& scene, std::size_t first, std::size_t last);
 
 }  // namespace pedflux::engine::crowd

@@ -38,7 +38,7 @@ Room room_beside(NearWalls const& walls, float forward_x, float forward_z) {
 void gather_walls(Surfaces const& surfaces, std::uint32_t cell, float x, float z, float reach, NearWalls& walls) {
     walls.count = 0;
     walls.nearest = reach * reach;
-    for (std::uint32_t const number : surfaces.walls_of.of(cell)) {
+    for (std::uint32_t const number : surfaces.walls_of[cell]) {
         if (surfaces.wall_open[number] != 0) continue;
         Segment const& wall = surfaces.walls[number];
         float const from_x = static_cast<float>(wall.from.x) - x;

@@ -10,18 +10,18 @@
 
 namespace pedflux::engine::crowd {
 
-/// Threads that share the indices of a loop. Who gets which index is left to chance, so the body writes only what
-/// belongs to its indices and reads nothing that another index writes.
+/// Threads that share the indices of a loop. Which thread gets which index is not determined, so the body writes only
+/// data of its own indices and reads nothing that other indices write.
 class WorkerPool {
   public:
-    /// `threads` counts the calling one and is at least 1.
+    /// `threads` includes the calling one and is at least 1.
     explicit WorkerPool(unsigned threads);
     WorkerPool(WorkerPool const&) = delete;
     WorkerPool& operator=(WorkerPool const&) = delete;
     ~WorkerPool();
 
-    /// Calls body(first, last) for ranges of at most `grain` indices that together are 0 to count, and returns when all
-    /// are done.
+    /// Calls body(first, last) for ranges of at most `grain` indices that cover 0 to count, and returns when all are
+    /// done.
     template <typename Body>
     void for_ranges(std::size_t count, std::size_t grain, Body const& body) {
         Loop const loop{count, grain, &body, [](void const* it, std::size_t first, std::size_t last) {

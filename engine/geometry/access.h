@@ -8,15 +8,15 @@
 #include <memory>
 #include <vector>
 
-/// The way between the SDK's geometries and the plain data behind them.
+/// Conversion between the SDK's geometries and the plain data behind them.
 namespace pedflux::engine {
 
-/// At least two vertices, each apart from the one before.
+/// At least two vertices; neighbours differ.
 struct Polyline {
     std::vector<Vector> vertices;
 };
 
-/// The directions are perpendicular and of length 1.
+/// The directions are perpendicular unit vectors.
 struct Rectangle {
     Vector center;
     Vector length_direction;
@@ -25,7 +25,7 @@ struct Rectangle {
     double width = 0;
 };
 
-/// In the order that `RectangleGeometry::GetVertices` tells.
+/// In the order of `RectangleGeometry::GetVertices`.
 std::array<Vector, 4> corners_of(Rectangle const& rectangle);
 
 /// Valid as long as the geometry.
@@ -34,7 +34,7 @@ Polyline const& polyline_of(PolylineGeometry const& geometry);
 Rectangle const& rectangle_of(RectangleGeometry const& geometry);
 
 std::shared_ptr<MeshGeometry> geometry_of(Mesh mesh);
-/// Throws Exception when the polyline is not as `Polyline` tells.
+/// Throws Exception for vertices that make no valid Polyline.
 std::shared_ptr<PolylineGeometry> geometry_of(Polyline const& polyline);
 std::shared_ptr<RectangleGeometry> geometry_of(Rectangle const& rectangle);
 
@@ -43,7 +43,7 @@ std::vector<Vec3d> values_of(std::vector<Vector> const& vectors);
 BoundingBox3d bounding_box_of(std::vector<Vector> const& points);
 BoundingSphere3d bounding_sphere_of(std::vector<Vector> const& points);
 
-/// The vertices with those of the indices mapped, each once. An index out of range is refused.
+/// The vertices, those with the given indices mapped once each. Throws Exception for an index out of range.
 std::vector<Vector> with_some_mapped(std::vector<Vector> vertices, std::vector<int> const& indices,
                                      AffineMap const& map);
 

@@ -4,6 +4,8 @@
 
 #include <limits>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 namespace {
@@ -15,7 +17,7 @@ using engine::vector_of;
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
 Vector finite(char const* what, Vector point) {
-    if (!is_finite(point)) engine::refuse(std::string(what) + " is " + text_of(point) + "; it must be finite");
+    if (!is_finite(point)) engine::refuse(fmt::format("{} is {}; it must be finite", what, text_of(point)));
     return point;
 }
 
@@ -29,8 +31,9 @@ BoundingBox3d::BoundingBox3d(Vec3d const& min, Vec3d const& max) : min_(min), ma
     Vector const low = finite("minimum of the bounding box", vector_of(min));
     Vector const high = finite("maximum of the bounding box", vector_of(max));
     if (!at_most(low, high))
-        engine::refuse("minimum of the bounding box is " + text_of(low) + "; it must not exceed the maximum " +
-                       text_of(high) + " in any component");
+        engine::refuse(
+            fmt::format("minimum of the bounding box is {}; it must not exceed the maximum {} in any component",
+                        text_of(low), text_of(high)));
 }
 
 double BoundingBox3d::GetXMin() { return min_.GetX(); }

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -11,7 +13,7 @@ bool is_coordinate(double value) { return std::abs(value) <= largest_coordinate;
 }  // namespace
 
 std::string text_of(Vector vector) {
-    return "(" + text_of(vector.x) + ", " + text_of(vector.y) + ", " + text_of(vector.z) + ")";
+    return fmt::format("({}, {}, {})", text_of(vector.x), text_of(vector.y), text_of(vector.z));
 }
 
 Vector require_point(std::string_view what, Vector point) {

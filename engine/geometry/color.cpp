@@ -3,6 +3,8 @@
 
 #include <pedflux/color.h>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 namespace {
@@ -66,8 +68,8 @@ int Color::InternalHashCode() {
 
 void Color::Refuse() const {
     using engine::text_of;
-    engine::refuse("color has red " + text_of(red_) + ", green " + text_of(green_) + ", blue " + text_of(blue_) +
-                   ", alpha " + text_of(alpha_) + "; each must be from 0 to 1");
+    engine::refuse(fmt::format("color has red {}, green {}, blue {}, alpha {}; each must be from 0 to 1", text_of(red_),
+                               text_of(green_), text_of(blue_), text_of(alpha_)));
 }
 
 }  // namespace pedflux

@@ -9,6 +9,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -16,11 +18,11 @@ namespace {
 std::size_t index_of(int index) { return static_cast<std::size_t>(index); }
 
 void require_vertices(std::vector<Vector> const& vertices) {
-    for (std::size_t i = 0; i < vertices.size(); ++i) require_point("vertex " + std::to_string(i), vertices[i]);
+    for (std::size_t i = 0; i < vertices.size(); ++i) require_point(fmt::format("vertex {}", i), vertices[i]);
 }
 
-/// Whether a triangle is so flat that rounding decides where its normal points: its height is lost beside its length,
-/// or beside the distance of its coordinates from 0.
+/// Whether a triangle is so flat that rounding decides the direction of its normal: its height is negligible beside its
+/// length, or beside its distance from the origin.
 bool is_degenerate(std::array<Vector, 3> const& corners) {
     auto const& [a, b, c] = corners;
     double const longest = std::max({distance(a, b), distance(b, c), distance(c, a)});
@@ -31,12 +33,11 @@ bool is_degenerate(std::array<Vector, 3> const& corners) {
 }
 
 std::string corners_text(std::array<Vector, 3> const& corners) {
-    return text_of(corners[0]) + ", " + text_of(corners[1]) + ", " + text_of(corners[2]);
+    return fmt::format("{}, {}, {}", text_of(corners[0]), text_of(corners[1]), text_of(corners[2]));
 }
 
 [[noreturn]] void refuse_flat(std::size_t face, std::array<Vector, 3> const& corners) {
-    refuse("face " + std::to_string(face) + " with the corners " + corners_text(corners) +
-           " has no area; a face must have one");
+    refuse(fmt::format("face {} with the corners {} has no area; a face must have one", face, corners_text(corners)));
 }
 
 void require_faces(Mesh const& mesh) {
@@ -68,14 +69,15 @@ void connect(Mesh& mesh) {
     }
 }
 
-/// Vertices by the cell of space that they lie in, to find those close to a point. A cell is wide against the
-/// tolerance, so that most searches look into one.
+/// Vertices by cell of space, to find those close to a point. Cells are wide compared to the tolerance, so that most
+/// searches look into one. Unlike UniformGrid it is three-dimensional, and its cells are numbered by doubles, which
+/// also hold whole numbers beyond 64 bits.
 class VertexGrid {
   public:
     explicit VertexGrid(double tolerance)
         : tolerance_(tolerance), cell_width_(std::max(64 * tolerance, 64 * default_weld_tolerance)) {}
 
-    /// The first vertex within the tolerance of the point; the point as a new one if there is none.
+    /// The first vertex within the tolerance of the point, which is added when there is none.
     int find_or_add(Vector point, std::vector<Vector>& vertices) {
         int found = -1;
         // NOLINTBEGIN(clang-analyzer-security.FloatLoopCounter): cells are whole numbers, also beyond 64 bits.
@@ -134,11 +136,10 @@ Mesh weld(std::span<std::array<Vector, 3> const> triangles, double tolerance) {
     for (std::size_t i = 0; i < triangles.size(); ++i) {
         auto& face = faces.emplace_back();
         for (std::size_t corner = 0; corner < 3; ++corner) {
-            require_point("corner " + std::to_string(corner) + " of triangle " + std::to_string(i),
-                          triangles[i][corner]);
+            require_point(fmt::format("corner {} of triangle {}", corner, i), triangles[i][corner]);
             face[corner] = grid.find_or_add(triangles[i][corner], vertices);
         }
-        // Reported here, with the corners as they were given and not as they were welded.
+        // Checked here, to report the corners as given and not as welded.
         if (face[0] == face[1] || face[1] == face[2] || face[2] == face[0]) refuse_flat(i, triangles[i]);
     }
     return make_mesh(std::move(vertices), std::move(faces), tolerance);

@@ -181,7 +181,7 @@ std::vector<Vec3d> MeshGeometry::GetIntersections(Vec3d const& from, Vec3d const
                                            engine::require_point("end of the segment", to)));
 }
 
-// What can be done with some vertices can be done with those of some edges or faces.
+// Every operation on vertices also exists for those of edges and of faces.
 #define PEDFLUX_EDITS(Elements, indices_of_vertices)                                                       \
     std::shared_ptr<MeshGeometry> MeshGeometry::Elements##TranslatedBy(std::vector<int> const& indices,    \
                                                                        Vec3d const& offset) {              \

@@ -7,17 +7,17 @@ namespace pedflux::engine {
 
 namespace {
 
-/// How far beside a face (metres) a segment still meets it. Faces share their vertices exactly, so this covers rounding
-/// and has nothing to do with the distance at which corners were welded.
+/// Distance from a face at which a segment still meets it (metres). Faces share their vertices exactly, so this only
+/// covers rounding and is independent of the weld tolerance.
 constexpr double tolerance = 1e-6;
 
-/// A part of the segment, as fractions of its way.
+/// A part of the segment, as fractions of its length.
 struct Part {
     double from = 0;
     double to = 1;
 };
 
-/// What is left of a part where a quantity, which goes evenly from `at_start` to `at_end`, is at least `limit`.
+/// The sub-range of a part in which a linear quantity with the given values at the segment's ends is at least `limit`.
 std::optional<Part> where_at_least(double limit, double at_start, double at_end, Part part) {
     double const growth = at_end - at_start;
     if (growth == 0) return at_start >= limit ? std::optional(part) : std::nullopt;
@@ -27,7 +27,7 @@ std::optional<Part> where_at_least(double limit, double at_start, double at_end,
     return part.from <= part.to ? std::optional(part) : std::nullopt;
 }
 
-/// What of the given part of the segment lies over the face, as seen along its normal, or at most the tolerance beside.
+/// The sub-range of a part that projects onto the face along its normal, within the tolerance.
 std::optional<Part> part_over_face(std::array<Vector, 3> const& corners, Vector normal, Vector from, Vector to,
                                    Part part) {
     std::optional<Part> left = part;

@@ -12,10 +12,8 @@ namespace {
 bool encloses(Ring const& ring, Point point) {
     bool inside = false;
     for (std::size_t i = 0, previous = ring.size() - 1; i < ring.size(); previous = i++) {
-        Point const a = ring[previous];
-        Point const b = ring[i];
-        if ((a.z > point.z) == (b.z > point.z)) continue;
-        if (point.x < a.x + (point.z - a.z) / (b.z - a.z) * (b.x - a.x)) inside = !inside;
+        auto const crossing = crossing_of_row(ring[previous], ring[i], point.z);
+        if (crossing && point.x < *crossing) inside = !inside;
     }
     return inside;
 }

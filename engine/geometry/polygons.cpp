@@ -1,10 +1,11 @@
 #include "engine/geometry/polygons.h"
 
-#include <pedflux/exception.h>
+#include "engine/base/checks.h"
 
 #include <algorithm>
 #include <cmath>
 
+#include <fmt/format.h>
 #include <polyclipping/clipper.hpp>
 
 namespace pedflux::engine {
@@ -15,21 +16,19 @@ using ClipperLib::IntPoint;
 using ClipperLib::Path;
 using ClipperLib::Paths;
 
-/// The inverse of the resolution, exactly, so that 0.1 m stays 0.1 m.
+/// The exact inverse of the resolution, so that 0.1 m stays 0.1 m.
 constexpr double steps_per_metre = 1e5;
 constexpr double reach = 5000;
-/// Slits up to twice this width are closed when triangles are united.
+/// Gaps up to twice this width are closed when triangles are united (metres).
 constexpr double seam = 5e-4;
 
-/// Whole numbers around a point of the plan. Maps far from the zero point, as national grids are, move to it first.
+/// Integer coordinates about an origin, which is 0 unless the area lies far from it, as in national grids.
 class Lattice {
   public:
     void cover(Ring const& ring) {
         for (Point const point : ring) {
-            if (!is_finite(point))
-                throw Exception("a corner of a plan is not a number; every coordinate must be finite");
-            low_ = {std::min(low_.x, point.x), std::min(low_.z, point.z)};
-            high_ = {std::max(high_.x, point.x), std::max(high_.z, point.z)};
+            if (!is_finite(point)) refuse("a corner of a plan is not a number; every coordinate must be finite");
+            bounds_.cover(point);
         }
     }
     void cover(Polygons const& polygons) {
@@ -39,11 +38,12 @@ class Lattice {
         }
     }
     void settle() {
-        if (low_.x > high_.x) return;
-        if (high_.x - low_.x > 2 * reach || high_.z - low_.z > 2 * reach)
-            throw Exception("a plan reaches from " + text_of(low_) + " to " + text_of(high_) +
-                            "; at most 10,000 m can be computed");
-        origin_ = {settled(low_.x, high_.x), settled(low_.z, high_.z)};
+        if (bounds_.empty()) return;
+        auto const& [low, high] = bounds_;
+        if (high.x - low.x > 2 * reach || high.z - low.z > 2 * reach)
+            refuse(fmt::format("a plan reaches from {} to {}; at most 10,000 m can be computed", text_of(low),
+                               text_of(high)));
+        origin_ = {settled(low.x, high.x), settled(low.z, high.z)};
     }
 
     IntPoint on(Point point) const {
@@ -56,12 +56,11 @@ class Lattice {
     }
 
   private:
-    /// 0 for whatever lies around it, so that round coordinates stay round.
+    /// 0 where it is near, so that round coordinates stay round.
     static double settled(double low, double high) {
         return std::max(-low, high) <= reach ? 0 : std::round((low + high) / 2);
     }
-    Point low_{reach * reach, reach* reach};
-    Point high_{-reach * reach, -reach* reach};
+    Bounds bounds_;
     Point origin_;
 };
 
@@ -100,7 +99,7 @@ Polygons off_lattice(ClipperLib::PolyTree const& tree, Lattice const& lattice) {
     return polygons;
 }
 
-/// Positive filling: an outline counts one, a hole takes one away, so holes of one polygon do not cut another.
+/// Positive filling: an outline counts 1 and a hole -1, so the hole of one polygon does not cut another.
 Polygons combined(ClipperLib::ClipType type, Paths const& subject, Paths const& clip, Lattice const& lattice) {
     ClipperLib::Clipper clipper;
     clipper.AddPaths(subject, ClipperLib::ptSubject, true);
@@ -130,7 +129,7 @@ bool before(IntPoint const& left, IntPoint const& right) {
     return left.X != right.X ? left.X < right.X : left.Y < right.Y;
 }
 
-/// Growing and shrinking moves corners by a step or two; they go back to where they came from.
+/// Growing and shrinking displaces corners by a step or two; this restores them.
 void restore_corners(Paths& paths, Paths const& originals) {
     constexpr ClipperLib::cInt near = 5;
     Path corners;
@@ -176,7 +175,7 @@ Polygons intersection(Polygons const& left, Polygons const& right) {
 }
 
 Polygons offset(Polygons const& polygons, double margin) {
-    if (!std::isfinite(margin)) throw Exception("the margin around a plan is not a number; it must be finite");
+    if (!std::isfinite(margin)) refuse("the margin around a plan is not a number; it must be finite");
     Lattice lattice;
     lattice.cover(polygons);
     lattice.settle();

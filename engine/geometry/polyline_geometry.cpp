@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 namespace {
@@ -17,12 +19,13 @@ using engine::Vector;
 
 Polyline checked(std::vector<Vector> vertices) {
     if (vertices.size() < 2)
-        engine::refuse("polyline has " + std::to_string(vertices.size()) + " vertices; it must have at least two");
+        engine::refuse(fmt::format("polyline has {} vertices; it must have at least two", vertices.size()));
     for (std::size_t i = 0; i < vertices.size(); ++i) {
-        engine::require_point("vertex " + std::to_string(i) + " of the polyline", vertices[i]);
+        engine::require_point(fmt::format("vertex {} of the polyline", i), vertices[i]);
         if (i > 0 && vertices[i] == vertices[i - 1])
-            engine::refuse("polyline: vertex " + std::to_string(i) + " repeats the one before at " +
-                           text_of(vertices[i]) + "; neighbouring vertices must differ");
+            engine::refuse(
+                fmt::format("polyline: vertex {} repeats the one before at {}; neighbouring vertices must differ", i,
+                            text_of(vertices[i])));
     }
     return {std::move(vertices)};
 }

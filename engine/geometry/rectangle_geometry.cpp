@@ -7,6 +7,8 @@
 #include <limits>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 namespace {
@@ -17,17 +19,18 @@ using engine::Rectangle;
 using engine::value_of;
 using engine::Vector;
 
-/// Of the cosine of an angle that should be right, and of lengths relative to the rectangle.
+/// Tolerance of the cosine of a right angle, and of lengths relative to the rectangle.
 constexpr double relative_tolerance = 1e-6;
 
-/// The directions straightened to a right angle exactly.
+/// The directions, corrected to be exactly perpendicular.
 Rectangle checked(Vector center, Vector along, Vector across, double length, double width) {
     Vector const length_direction = engine::require_direction("length direction of the rectangle", along);
     Vector const width_direction = engine::require_direction("width direction of the rectangle", across);
     double const skew = dot(length_direction, width_direction);
     if (std::abs(skew) > relative_tolerance)
-        engine::refuse("width direction of the rectangle is " + text_of(across) +
-                       "; it must be perpendicular to the length direction " + text_of(along));
+        engine::refuse(
+            fmt::format("width direction of the rectangle is {}; it must be perpendicular to the length direction {}",
+                        text_of(across), text_of(along)));
     return {.center = engine::require_point("centre of the rectangle", center),
             .length_direction = length_direction,
             .width_direction = normalized(width_direction - skew * length_direction),
@@ -41,12 +44,13 @@ Mesh mesh_of(Rectangle const& rectangle) {
 }
 
 [[noreturn]] void refuse_no_rectangle(std::string const& why) {
-    engine::refuse("the triangles make up no rectangle: " + why +
-                   "; they must cover one once, look to one side, share whole edges, and have the length direction "
-                   "along two sides");
+    engine::refuse(fmt::format(
+        "the triangles make up no rectangle: {}; they must cover one once, look to one side, share whole edges, and "
+        "have the length direction along two sides",
+        why));
 }
 
-/// Edges that do not run once in either direction.
+/// Edges without a counterpart in the opposite direction.
 std::vector<std::array<Vector, 2>> rim_of(Mesh const& mesh) {
     std::vector<std::array<Vector, 2>> rim;
     for (std::size_t edge = 0; edge < mesh.edges.size(); ++edge) {
@@ -84,14 +88,14 @@ struct Range {
     double middle() const { return 0.5 * (low + high); }
 };
 
-/// Faces that look to one side, with a rim on the sides of their bounding rectangle, cover its inside everywhere the
-/// same number of times; the area tells that it is once.
+/// Faces with the same orientation whose outer edges lie on the sides of the bounding rectangle cover its inside
+/// uniformly; the area tells whether they do so once.
 Rectangle rectangle_of(Mesh const& mesh, Vector along) {
     Vector const normal = normal_of(mesh, 0);
     Vector const length_direction = engine::require_direction("length direction of the rectangle", along);
     Vector const origin = mesh.vertices[0];
     if (std::abs(dot(length_direction, normal)) > relative_tolerance)
-        refuse_no_rectangle("the length direction " + text_of(along) + " leaves their plane");
+        refuse_no_rectangle(fmt::format("the length direction {} leaves their plane", text_of(along)));
     Vector const straight = normalized(length_direction - dot(length_direction, normal) * normal);
     Vector const width_direction = cross(normal, straight);
     Range lengths;
@@ -103,10 +107,11 @@ Rectangle rectangle_of(Mesh const& mesh, Vector along) {
     double const slack = mesh.tolerance + relative_tolerance * (lengths.size() + widths.size());
     for (Vector const vertex : mesh.vertices)
         if (std::abs(dot(vertex - origin, normal)) > slack)
-            refuse_no_rectangle("the vertex " + text_of(vertex) + " is not in the plane of the first triangle");
+            refuse_no_rectangle(
+                fmt::format("the vertex {} is not in the plane of the first triangle", text_of(vertex)));
     for (std::size_t face = 0; face < mesh.faces.size(); ++face)
         if (dot(normal_of(mesh, face), normal) < 0)
-            refuse_no_rectangle("triangle " + std::to_string(face) + " looks to the other side than the first");
+            refuse_no_rectangle(fmt::format("triangle {} looks to the other side than the first", face));
     for (auto const& [from, to] : rim_of(mesh)) {
         auto const on_side = [&, from = from, to = to](Vector direction, double side) {
             return std::abs(dot(from - origin, direction) - side) <= slack &&
@@ -114,12 +119,12 @@ Rectangle rectangle_of(Mesh const& mesh, Vector along) {
         };
         if (!on_side(straight, lengths.low) && !on_side(straight, lengths.high) &&
             !on_side(width_direction, widths.low) && !on_side(width_direction, widths.high))
-            refuse_no_rectangle("the edge from " + text_of(from) + " to " + text_of(to) + " is on no side");
+            refuse_no_rectangle(fmt::format("the edge from {} to {} is on no side", text_of(from), text_of(to)));
     }
     double const expected_area = lengths.size() * widths.size();
     if (double const area = area_of(mesh); std::abs(area - expected_area) > 4 * relative_tolerance * expected_area)
-        refuse_no_rectangle("they have " + engine::text_of(area) + " square metres, it has " +
-                            engine::text_of(expected_area));
+        refuse_no_rectangle(fmt::format("they have {} square metres, it has {}", engine::text_of(area),
+                                        engine::text_of(expected_area)));
     return checked(origin + lengths.middle() * straight + widths.middle() * width_direction, straight, width_direction,
                    lengths.size(), widths.size());
 }
@@ -162,7 +167,7 @@ std::shared_ptr<RectangleGeometry> RectangleGeometry::AsRectangleGeometry() {
 
 std::shared_ptr<Geometry> RectangleGeometry::Mapped(AffineMap const& map) {
     Vector const along = map.direction(rectangle_->length_direction);
-    // A mirrored rectangle looks to the same side as the solid that it bounds, which turns its width round.
+    // A mirrored rectangle keeps facing outwards, which reverses its width direction.
     Vector const across = (map.mirrors() ? -1.0 : 1.0) * map.direction(rectangle_->width_direction);
     double const stretch_along = length(along);
     double const stretch_across = length(across);

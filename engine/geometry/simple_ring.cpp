@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <numeric>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -18,7 +20,7 @@ bool on_segment(Segment segment, Point point) {
            within(point.z, segment.from.z, segment.to.z);
 }
 
-/// Whether the z ranges of the segments have a value in common.
+/// Whether the ranges of z overlap.
 bool are_level(Segment a, Segment b) {
     return std::max(a.from.z, a.to.z) >= std::min(b.from.z, b.to.z) &&
            std::max(b.from.z, b.to.z) >= std::min(a.from.z, a.to.z);
@@ -38,15 +40,15 @@ Segment edge(Ring const& ring, std::size_t index) { return {ring[index], ring[(i
 
 std::string edge_text(Ring const& ring, std::size_t index) {
     Segment const segment = edge(ring, index);
-    return "edge " + std::to_string(index) + " from " + text_of(segment.from) + " to " + text_of(segment.to);
+    return fmt::format("edge {} from {} to {}", index, text_of(segment.from), text_of(segment.to));
 }
 
 [[noreturn]] void refuse_meeting(Ring const& ring, std::size_t a, std::size_t b) {
-    refuse("polygon: " + edge_text(ring, std::min(a, b)) + " meets " + edge_text(ring, std::max(a, b)) +
-           "; the boundary must not cross or touch itself");
+    refuse(fmt::format("polygon: {} meets {}; the boundary must not cross or touch itself",
+                       edge_text(ring, std::min(a, b)), edge_text(ring, std::max(a, b))));
 }
 
-/// Two neighbouring edges of which one runs back over the other.
+/// Whether the second of two neighbouring edges runs back over the first.
 bool folds_back(Point before, Point corner, Point after) {
     return exact_orientation(before, corner, after) == 0 && dot(before - corner, after - corner) > 0;
 }
@@ -55,11 +57,11 @@ bool folds_back(Point before, Point corner, Point after) {
 
 void require_simple(Ring const& ring) {
     std::size_t const count = ring.size();
-    if (count < 3) refuse("polygon has " + std::to_string(count) + " corners; it must have at least three");
+    if (count < 3) refuse(fmt::format("polygon has {} corners; it must have at least three", count));
     for (std::size_t i = 0; i < count; ++i)
         if (ring[i] == ring[(i + 1) % count])
-            refuse("polygon: corner " + std::to_string((i + 1) % count) + " repeats corner " + std::to_string(i) +
-                   " at " + text_of(ring[i]) + "; neighbouring corners must differ");
+            refuse(fmt::format("polygon: corner {} repeats corner {} at {}; neighbouring corners must differ",
+                               (i + 1) % count, i, text_of(ring[i])));
     for (std::size_t i = 0; i < count; ++i)
         if (folds_back(ring[i], ring[(i + 1) % count], ring[(i + 2) % count])) refuse_meeting(ring, i, (i + 1) % count);
 

@@ -24,9 +24,9 @@ struct Support {
     }
 };
 
-/// The smallest sphere through the points. Its centre is points[0] + sum of weight[i] * arm[i], and as far from each
-/// point as from the first: 2 * dot(arm[i], centre - points[0]) = dot(arm[i], arm[i]). The arms are made orthogonal one
-/// by one, which solves this on the way; an arm that adds no direction belongs to a point that the others determine.
+/// The smallest sphere through the points. Its centre is points[0] + sum of weight[i] * arm[i], with 2 * dot(arm[i],
+/// centre - points[0]) = dot(arm[i], arm[i]), as it is equally far from all points. Making the arms orthogonal one by
+/// one solves these equations; an arm that adds no direction belongs to a point that the others determine.
 Sphere sphere_through(Support const& support) {
     Vector center = support.points[0];
     std::array<Vector, 3> directions;
@@ -38,7 +38,7 @@ Sphere sphere_through(Support const& support) {
             direction = direction - dot(direction, directions[k]) * directions[k];
         if (!(length(direction) > 1e-10 * length(arm))) continue;
         direction = normalized(direction);
-        // The part of the centre's offset along the new direction; the parts along the earlier ones stand already.
+        // The offset of the centre along the new direction; those along earlier ones are known.
         double const missing = 0.5 * dot(arm, arm) - dot(arm, center - support.points[0]);
         center = center + (missing / dot(arm, direction)) * direction;
         directions[direction_count++] = direction;
@@ -50,8 +50,8 @@ bool is_outside(Sphere const& sphere, Vector point) {
     return distance(sphere.center, point) > sphere.radius * (1 + 1e-12);
 }
 
-/// The smallest sphere that holds the points and has the support on its surface. Points that once lay outside move to
-/// the front, where they are tried first from then on.
+/// The smallest sphere that contains the points and passes through the support. Points found outside move to the front
+/// and are tried first from then on.
 Sphere smallest_sphere_with(std::span<Vector> points, Support const& support) {
     Sphere sphere = support.count == 0 ? Sphere{points[0], 0} : sphere_through(support);
     if (support.count == 4) return sphere;
@@ -64,7 +64,7 @@ Sphere smallest_sphere_with(std::span<Vector> points, Support const& support) {
     return sphere;
 }
 
-/// The expected time is linear for points in random order; the order is the same at every call.
+/// Linear expected time for points in random order. The order is the same at every call.
 void shuffle(std::span<Vector> points) {
     for (std::size_t i = points.size(); i > 1; --i) std::swap(points[i - 1], points[mixed(i) % i]);
 }

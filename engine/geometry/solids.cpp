@@ -8,6 +8,8 @@
 #include <string>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -16,7 +18,7 @@ using Faces = std::vector<std::array<int, 3>>;
 
 constexpr int largest_side_count = 10000;
 
-/// Directions that with `along` make a right-handed system (first, second, along).
+/// Two directions that complete `along` to a right-handed system (first, second, along).
 struct Across {
     Vector first;
     Vector second;
@@ -30,15 +32,14 @@ Across across(Vector along) {
 
 void require_side_count(int count) {
     if (count < 3 || count > largest_side_count)
-        refuse("side count is " + std::to_string(count) + "; it must be from 3 to " +
-               std::to_string(largest_side_count));
+        refuse(fmt::format("side count is {}; it must be from 3 to {}", count, largest_side_count));
 }
 
 Vector require_apart(std::string_view what, Vector from, Vector to) {
-    return require_direction("direction from the " + std::string(what), to - from);
+    return require_direction(fmt::format("direction from the {}", what), to - from);
 }
 
-/// A regular polygon, counter-clockwise as seen from where `along` points to.
+/// A regular polygon, counter-clockwise as seen from the end of `along`.
 void add_ring(std::vector<Vector>& vertices, double radius, Vector center, Vector along, int side_count) {
     auto const [first, second] = across(along);
     for (int i = 0; i < side_count; ++i) {
@@ -47,7 +48,7 @@ void add_ring(std::vector<Vector>& vertices, double radius, Vector center, Vecto
     }
 }
 
-/// The four corners of the upper side, counter-clockwise from above, and the body under it.
+/// A body given by the four corners of its upper side, counter-clockwise from above.
 Mesh slab(std::array<Vector, 4> const& top, double thickness) {
     std::vector<Vector> vertices(top.begin(), top.end());
     for (Vector const corner : top) vertices.push_back(corner - thickness * up);
@@ -75,7 +76,7 @@ Mesh box(Vector corner, Vector opposite_corner) {
     Vector const high = larger(corner, opposite_corner);
     Vector const size = high - low;
     if (!(size.x > 0 && size.y > 0 && size.z > 0))
-        refuse("box has the size " + text_of(size) + "; its corners must differ in x, y and z");
+        refuse(fmt::format("box has the size {}; its corners must differ in x, y and z", text_of(size)));
     return slab({{{low.x, high.y, high.z}, {high.x, high.y, high.z}, {high.x, high.y, low.z}, {low.x, high.y, low.z}}},
                 size.y);
 }
@@ -141,11 +142,11 @@ Mesh flat_polygon(double y, Ring ring) {
     std::vector<Vector> vertices;
     if (ring.size() > 1 && ring.front() == ring.back()) ring.pop_back();
     for (Point const corner : ring)
-        vertices.push_back(require_point("corner " + std::to_string(vertices.size()) + " of the polygon",
-                                         Vector{corner.x, y, corner.z}));
+        vertices.push_back(
+            require_point(fmt::format("corner {} of the polygon", vertices.size()), Vector{corner.x, y, corner.z}));
     require_simple(ring);
     auto faces = triangulate(ring);
-    // What runs counter-clockwise in the plan's axes looks downwards.
+    // A ring that is counter-clockwise in x and z faces downwards.
     if (signed_area(ring) > 0)
         for (auto& face : faces) std::swap(face[1], face[2]);
     return make_mesh(std::move(vertices), std::move(faces));

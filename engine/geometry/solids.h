@@ -3,7 +3,8 @@
 #include "engine/geometry/mesh.h"
 #include "engine/geometry/plane.h"
 
-/// Meshes of simple shapes. Each throws Exception for sizes that leave no shape; `MeshGeometry` tells what each is.
+/// Meshes of simple shapes. Each throws Exception for sizes that are not valid; the shapes are described at
+/// `MeshGeometry`.
 namespace pedflux::engine {
 
 Mesh box(Vector corner, Vector opposite_corner);

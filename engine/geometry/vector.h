@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-/// The vector that the engine computes with: plain, so that the compiler sees through it. `Vec3d` is its face.
+/// A vector of space as plain data, behind the SDK class `Vec3d`.
 namespace pedflux::engine {
 
 struct Vector {
@@ -27,8 +27,8 @@ constexpr Vector cross(Vector a, Vector b) {
 }
 inline double length(Vector a) { return std::hypot(a.x, a.y, a.z); }
 inline double distance(Vector a, Vector b) { return length(b - a); }
-/// The vector at length 1; NaN throughout when it has no direction. The largest component is divided out first, since
-/// the length of a tiny or huge vector is not known to full precision.
+/// The vector scaled to length 1; NaN when it has no direction. The largest component is divided out first, since the
+/// length of tiny or huge vectors is not known to full precision.
 inline Vector normalized(Vector a) {
     double const largest = std::max({std::abs(a.x), std::abs(a.y), std::abs(a.z)});
     Vector const scaled{a.x / largest, a.y / largest, a.z / largest};

@@ -7,50 +7,51 @@
 
 namespace pedflux::engine::navigation {
 
-/// A region as routes use it. Waypoints are numbered within the region; `first_site` makes them numbers of the
-/// building.
+/// A region as routing uses it. Waypoints are numbered within the region; adding `first_waypoint` gives their numbers
+/// in the building.
 struct RegionMap {
     std::string name;
     double length_factor = 1;
-    /// The walkable area and the part of it that keeps the clearance. `reach`: with the edge moved out by the tolerance
-    /// of lines.
+    /// The walkable area and the part of it that keeps the clearance from walls. The `_reach` variants are grown by
+    /// `line_tolerance`.
     Polygons walkable;
     Polygons walkable_reach;
     Polygons clear;
     Polygons clear_reach;
     Mesh walkable_mesh;
     Mesh clear_mesh;
-    std::vector<PortalEdge> gates;
+    std::vector<PortalEdge> portal_edges;
     Waypoints waypoints;
-    std::uint32_t first_site = 0;
+    std::uint32_t first_waypoint = 0;
 };
 
-/// All regions and how they join. Only the connections' passages ever change.
+/// All regions and their connections. Only the passages of connections ever change.
 struct Building {
     std::vector<RegionMap> regions;
     std::vector<Connection> connections;
-    /// Per site of the building, its region and, for a point of a gate, the same point in the other region.
+    /// For each waypoint of the building its region and, for a portal point, the matching point in the other region.
     std::vector<RegionIndex> region_of;
     std::vector<std::uint32_t> opposite;
 };
 
-/// Throws Exception naming what cannot be walked. Destinations only say where the edge of a region is no wall.
+/// Throws Exception naming the object that cannot be walked. Destinations only matter as lines where the edge of a
+/// region is no wall.
 Building building_of(NavigationInput const& input);
 
 /// Throws Exception when the destination lies nowhere in its regions.
 void check_destination(Building const& building, Destination const& destination);
 
-inline Waypoint const& site_of(Building const& building, std::uint32_t waypoint) {
+inline Waypoint const& waypoint_of(Building const& building, std::uint32_t waypoint) {
     RegionMap const& region = building.regions[building.region_of[waypoint]];
-    return region.waypoints.waypoints[waypoint - region.first_site];
+    return region.waypoints.all[waypoint - region.first_waypoint];
 }
 
-inline PortalEdge const& gate_of(Building const& building, std::uint32_t waypoint) {
-    return building.regions[building.region_of[waypoint]].gates[site_of(building, waypoint).gate];
+inline PortalEdge const& portal_edge_of(Building const& building, std::uint32_t waypoint) {
+    return building.regions[building.region_of[waypoint]].portal_edges[waypoint_of(building, waypoint).portal_edge];
 }
 
-inline bool is_open(PortalEdge const& gate, Passage const& passage) {
-    return gate.forward ? passage.open_forward : passage.open_backward;
+inline bool is_open(PortalEdge const& portal_edge, Passage const& passage) {
+    return portal_edge.forward ? passage.open_forward : passage.open_backward;
 }
 
 }  // namespace pedflux::engine::navigation

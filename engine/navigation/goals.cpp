@@ -28,11 +28,7 @@ std::optional<Part> part_in(Mesh const& mesh, std::uint32_t triangle, Segment li
 class GoalLookout {
   public:
     GoalLookout(RegionMap const& region, double metre, RegionGoals& goals)
-        : region_(region),
-          metre_(metre),
-          mesh_(region.clear_mesh),
-          goals_(goals),
-          best_(region.waypoints.waypoints.size()) {}
+        : region_(region), metre_(metre), mesh_(region.clear_mesh), goals_(goals), best_(region.waypoints.all.size()) {}
 
     void look_from_line(Segment line) {
         Point const aside = turned_left(unit(line.to - line.from));
@@ -43,7 +39,8 @@ class GoalLookout {
             auto const part = part_in(mesh_, triangle, line);
             if (!part) continue;
             Segment const seen{at(line, part->from), at(line, part->to)};
-            // Those on the left of the line look back at it with its beginning on their left, and so on.
+            // An observer on the left of the line sees its beginning on the left hand; one on the right, on the right
+            // hand.
             look_aside(source, triangle, {seen.from}, {seen.to}, aside);
             look_aside(source + 1, triangle, {seen.to}, {seen.from}, Point{} - aside);
         }
@@ -65,25 +62,25 @@ class GoalLookout {
     }
 
     void give_lists() {
-        goals_.views = listed(mesh_.triangles().size(), views_);
+        goals_.views = grouped(mesh_.triangles().size(), views_);
         for (std::uint32_t waypoint = 0; waypoint < best_.size(); ++waypoint)
             if (best_[waypoint]) goals_.sights.push_back({waypoint, best_[waypoint]->distance, best_[waypoint]->goal});
     }
 
-    void reach_sites_in_areas() {
+    void reach_waypoints_in_areas() {
         for (std::uint32_t waypoint = 0; waypoint < best_.size(); ++waypoint)
-            if (Point const point = region_.waypoints.waypoints[waypoint].point; contains(goals_.areas, point))
+            if (Point const point = region_.waypoints.all[waypoint].point; contains(goals_.areas, point))
                 best_[waypoint] = {waypoint, 0, point};
     }
 
   private:
     void look_aside(std::uint32_t source, std::uint32_t triangle, Bound first, Bound last, Point direction) {
-        // Looking to the left of a line that leads away to the right, its end is on the right hand.
+        // Looking to the left of a line that leads away to the right, its end is on the right.
         Bound const right = last;
         Bound const left = first;
         FromLine const eye{direction};
         views_.push_back({triangle, {source, right.point, left.point}});
-        see_triangle_sites(source, eye, {triangle, right, left});
+        see_triangle_waypoints(source, eye, {triangle, right, left});
         for (std::size_t i = 0; i < 3; ++i) {
             Segment const edge = mesh_.edge(triangle, i);
             if (cross(edge.to - edge.from, direction) >= 0) continue;
@@ -103,43 +100,43 @@ class GoalLookout {
             mesh_, eye, triangle, edge, right, left,
             [&](View const& view) {
                 views_.push_back({view.triangle, {source, view.right.point, view.left.point}});
-                see_gate_points(source, eye, view);
+                see_portal_points(source, eye, view);
                 return true;
             },
             [&](std::uint32_t vertex) { see_corners(source, vertex); });
     }
 
-    /// From a point, all of a triangle that has it.
+    /// A point is visible from all of a triangle that contains it.
     void see_all(std::uint32_t source, std::uint32_t triangle) {
         Point const point = goals_.sources[source].line.from;
         views_.push_back({triangle, {source, point, point}});
         for (std::uint32_t const vertex : mesh_.triangles()[triangle].corner) see_corners(source, vertex);
-        for (std::uint32_t const waypoint : region_.waypoints.gate_points_in[triangle]) note(source, waypoint);
+        for (std::uint32_t const waypoint : region_.waypoints.portal_points_in[triangle]) note(source, waypoint);
     }
 
-    void see_triangle_sites(std::uint32_t source, FromLine const& eye, View const& view) {
-        see_gate_points(source, eye, view);
+    void see_triangle_waypoints(std::uint32_t source, FromLine const& eye, View const& view) {
+        see_portal_points(source, eye, view);
         for (std::uint32_t const vertex : mesh_.triangles()[view.triangle].corner)
             if (sees(eye, view.right.point, view.left.point, mesh_.vertices()[vertex], 0)) see_corners(source, vertex);
     }
 
     template <class Eye>
-    void see_gate_points(std::uint32_t source, Eye const& eye, View const& view) {
-        for (std::uint32_t const waypoint : region_.waypoints.gate_points_in[view.triangle])
-            if (sees(eye, view.right.point, view.left.point, region_.waypoints.waypoints[waypoint].point, touching))
+    void see_portal_points(std::uint32_t source, Eye const& eye, View const& view) {
+        for (std::uint32_t const waypoint : region_.waypoints.portal_points_in[view.triangle])
+            if (sees(eye, view.right.point, view.left.point, region_.waypoints.all[waypoint].point, touching))
                 note(source, waypoint);
     }
 
     void see_corners(std::uint32_t source, std::uint32_t vertex) {
         for (std::uint32_t const waypoint : region_.waypoints.corners_at[vertex]) {
-            Waypoint const& corner = region_.waypoints.waypoints[waypoint];
+            Waypoint const& corner = region_.waypoints.all[waypoint];
             Point const away = nearest_point(goals_.sources[source].line, corner.point) - corner.point;
             if (length(away) <= touching || leads_inside(corner, unit(away))) note(source, waypoint);
         }
     }
 
     void note(std::uint32_t source, std::uint32_t waypoint) {
-        Point const from = region_.waypoints.waypoints[waypoint].point;
+        Point const from = region_.waypoints.all[waypoint].point;
         Point const goal = nearest_point(goals_.sources[source].line, from);
         double const walked = metre_ * distance(from, goal);
         if (!best_[waypoint] || walked < best_[waypoint]->distance) best_[waypoint] = {waypoint, walked, goal};
@@ -181,7 +178,7 @@ RegionGoals goals_in(RegionMap const& region, double metre, std::vector<Segment>
             lookout.look_from_point(seen.from);
             lookout.look_from_point(seen.to);
         }
-    lookout.reach_sites_in_areas();
+    lookout.reach_waypoints_in_areas();
     lookout.give_lists();
     return goals;
 }

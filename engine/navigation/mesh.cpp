@@ -6,21 +6,21 @@
 namespace pedflux::engine::navigation {
 
 Mesh::Mesh(Polygons const& polygons) : triangulation_(triangulated(polygons)) {
-    std::vector<Extent> triangle_extents;
-    std::vector<Extent> boundary_extents;
+    std::vector<Bounds> of_triangles;
+    std::vector<Bounds> of_boundary;
     for (std::uint32_t t = 0; t < triangles().size(); ++t) {
-        Extent& extent = triangle_extents.emplace_back();
-        for (Point const corner : corners(t)) extent.cover(corner);
+        Bounds& bounds = of_triangles.emplace_back();
+        for (Point const corner : corners(t)) bounds.cover(corner);
         for (std::size_t i = 0; i < 3; ++i) {
             if (triangles()[t].neighbour[i] != none) continue;
             boundary_.push_back({t, static_cast<std::uint32_t>(i)});
-            Extent& boundary_extent = boundary_extents.emplace_back();
-            boundary_extent.cover(edge(t, i).from);
-            boundary_extent.cover(edge(t, i).to);
+            Bounds& edge_bounds = of_boundary.emplace_back();
+            edge_bounds.cover(edge(t, i).from);
+            edge_bounds.cover(edge(t, i).to);
         }
     }
-    triangle_cells_ = Cells(triangle_extents);
-    boundary_cells_ = Cells(boundary_extents);
+    triangle_cells_ = Cells(of_triangles);
+    boundary_cells_ = Cells(of_boundary);
 }
 
 std::uint32_t Mesh::triangle_at(Point point) const {
@@ -64,8 +64,8 @@ std::vector<std::uint32_t> Mesh::touched(Place place) const {
 Point Mesh::walk(Place from, Point to) const {
     std::uint32_t triangle = from.triangle;
     std::uint32_t came_from = none;
-    // Rounding could turn the walk in a circle around a corner that it hits; it never needs more triangles than there
-    // are.
+    // Rounding could make the walk circle around a corner that it hits. It never needs more steps than there are
+    // triangles.
     for (std::size_t steps = 0; steps <= triangles().size(); ++steps) {
         double first = 1;
         std::uint32_t next = triangle;
@@ -76,7 +76,7 @@ Point Mesh::walk(Place from, Point to) const {
             if (target >= -touching || (came_from != none && triangles()[triangle].neighbour[i] == came_from)) continue;
             double const start = std::max(orientation(side.from, side.to, from.point), 0.0);
             double const fraction = start / (start - target);
-            // At a corner, any way on is better than the boundary.
+            // At a corner, any continuation is better than the boundary.
             if (exit != 3 && (fraction > first || (fraction == first && next != none))) continue;
             first = fraction;
             exit = i;

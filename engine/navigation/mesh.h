@@ -5,10 +5,10 @@
 
 namespace pedflux::engine::navigation {
 
-/// Distances below this are none, in metres.
+/// Smaller distances count as zero (metres).
 inline constexpr double touching = 1e-7;
 
-/// A triangulated area that knows where points lie in it.
+/// A triangulated area with point location.
 class Mesh {
   public:
     Mesh() = default;
@@ -20,13 +20,13 @@ class Mesh {
         auto const& corner = triangulation_.triangles[triangle].corner;
         return {vertices()[corner[0]], vertices()[corner[1]], vertices()[corner[2]]};
     }
-    /// Seen from inside, the edge's end on the right is `from`.
+    /// The edge opposite to a corner. Seen from inside the triangle, `from` is the end on the right.
     Segment edge(std::uint32_t triangle, std::size_t edge) const {
         auto const& corner = triangulation_.triangles[triangle].corner;
         return {vertices()[corner[after(edge)]], vertices()[corner[before(edge)]]};
     }
 
-    /// Whether the triangle, boundary included, has the point.
+    /// Whether the triangle, boundary included, contains the point.
     bool has(std::uint32_t triangle, Point point) const {
         auto const [a, b, c] = corners(triangle);
         return orientation(a, b, point) >= 0 && orientation(b, c, point) >= 0 && orientation(c, a, point) >= 0;
@@ -36,13 +36,15 @@ class Mesh {
         std::uint32_t triangle = none;
         Point point;
     };
-    /// The triangle that has the point, the lowest of several; `none` outside.
+    /// The triangle that contains the point, the one with the lowest number of several; `none` outside the area.
     std::uint32_t triangle_at(Point point) const;
-    /// The point of the area nearest to a point, and a triangle that has it up to rounding; `none` if there is no area.
+    /// The point of the area nearest to a point, and a triangle that contains it up to rounding; `none` if the area is
+    /// empty.
     Place nearest(Point point) const;
-    /// The triangles that a point touches, one of which is given.
+    /// All triangles that touch the place, given one of them.
     std::vector<std::uint32_t> touched(Place place) const;
-    /// How far one gets from a place straight towards another point: that point, or the first one on the boundary.
+    /// The end of a straight walk from a place towards a point: that point, or the first point of the boundary on the
+    /// way.
     Point walk(Place from, Point to) const;
 
   private:

@@ -1,11 +1,12 @@
 #include "engine/navigation/navigation.h"
 
+#include "engine/base/checks.h"
 #include "engine/navigation/query.h"
 #include "engine/navigation/walls.h"
 
-#include <pedflux/exception.h>
-
 #include <cmath>
+
+#include <fmt/format.h>
 
 namespace pedflux::engine::navigation {
 
@@ -18,12 +19,11 @@ struct Navigation::State {
 namespace {
 
 [[noreturn]] void refuse_index(std::uint32_t index, char const* kind, std::size_t count) {
-    throw Exception(std::string("there is no ") + kind + " " + std::to_string(index) + "; there are " +
-                    std::to_string(count));
+    refuse(fmt::format("there is no {} {}; there are {}", kind, index, count));
 }
 
 [[noreturn]] void refuse_point(Point point) {
-    throw Exception("a route was asked for at " + text_of(point) + "; both coordinates must be finite");
+    refuse(fmt::format("a route was asked for at {}; both coordinates must be finite", text_of(point)));
 }
 
 template <class Things>
@@ -51,11 +51,11 @@ std::vector<std::vector<Wall>> walls_of(Building const& building, NavigationInpu
     return walls;
 }
 
-/// Where someone comes out of a gate who entered it at a point of its line.
-Point across(Building const& building, std::uint32_t gate_point, Point point) {
-    std::vector<Point> const& here = gate_of(building, gate_point).points;
-    std::uint32_t const other = building.opposite[gate_point];
-    std::vector<Point> const& there = gate_of(building, other).points;
+/// The exit point of somebody who entered a portal edge at `point`.
+Point across(Building const& building, std::uint32_t portal_point, Point point) {
+    std::vector<Point> const& here = portal_edge_of(building, portal_point).points;
+    std::uint32_t const other = building.opposite[portal_point];
+    std::vector<Point> const& there = portal_edge_of(building, other).points;
     return at({there.front(), there.back()}, nearest_fraction({here.front(), here.back()}, point));
 }
 
@@ -79,8 +79,8 @@ DestinationIndex Navigation::add_destination(Destination const& destination, Rou
 void Navigation::set_passage(ConnectionIndex connection, Passage const& passage) {
     Connection& changed = named_by(connection, "connection", state_->building.connections);
     if (!(passage.cost >= 0) || !std::isfinite(passage.cost))
-        throw Exception("the passage of connection " + std::to_string(connection) + " costs " +
-                        std::to_string(passage.cost) + " m; it must be 0 or more");
+        refuse(
+            fmt::format("the passage of connection {} costs {:f} m; it must be 0 or more", connection, passage.cost));
     changed.passage = passage;
     for (Routes& routes : state_->routes) follow_change(routes, state_->building, connection);
 }
@@ -115,25 +115,25 @@ bool Navigation::reachable(RegionIndex region, Point point, DestinationIndex des
     return distance(region, point, destination).has_value();
 }
 
-std::vector<WayPoint> Navigation::path(RegionIndex region, Point point, DestinationIndex destination) const {
+std::vector<RoutePoint> Navigation::path(RegionIndex region, Point point, DestinationIndex destination) const {
     RouteHint hint;
     RouteStep const step = next(region, point, destination, hint);
     if (step.kind == RouteStep::Kind::UNREACHABLE) return {};
-    std::vector<WayPoint> way{{region, point}};
+    std::vector<RoutePoint> way{{region, point}};
     if (!(step.aim == point)) way.push_back({region, step.aim});
     if (step.kind == RouteStep::Kind::ARRIVED || step.kind == RouteStep::Kind::GOAL) return way;
 
     Building const& building = state_->building;
     Routes const& routes = state_->routes[destination];
-    std::uint32_t waypoint = building.regions[region].first_site + hint.aimed;
+    std::uint32_t waypoint = building.regions[region].first_waypoint + hint.aimed;
     for (bool after = false; waypoint != none && way.size() <= 2 * building.region_of.size();) {
-        bool const through_gate = !after && building.opposite[waypoint] != none;
+        bool const through_portal_edge = !after && building.opposite[waypoint] != none;
         Onward const& onward = (after ? routes.ways.onward_after : routes.ways.onward)[waypoint];
-        RegionIndex const region_there = building.region_of[through_gate ? onward.waypoint : waypoint];
-        Point const there = through_gate ? across(building, waypoint, way.back().point) : onward.point;
+        RegionIndex const region_there = building.region_of[through_portal_edge ? onward.waypoint : waypoint];
+        Point const there = through_portal_edge ? across(building, waypoint, way.back().point) : onward.point;
         if (!(there == way.back().point) || region_there != way.back().region) way.push_back({region_there, there});
         waypoint = onward.waypoint;
-        after = through_gate;
+        after = through_portal_edge;
     }
     return way;
 }

@@ -7,119 +7,120 @@
 #include <optional>
 #include <vector>
 
-/// Walkable regions and the shortest ways through them.
+/// Walkable regions and the shortest routes through them.
 ///
-/// A crowd asks for the next way point of every agent in every step:
+/// Every agent asks for its next aim in every step:
 ///
 ///     RouteStep const step = navigation.next(region, position, destination, hint);
 ///     if (step.kind == RouteStep::Kind::UNREACHABLE) …
 ///     Point const aim = nearest_point(step.target, position);   // spreads people across an opening
-///     // or step.aim, the next point of the shortest way itself
+///     // or step.aim, the next point of the shortest route itself
 ///
-/// and moves the agent to the connection's other region when the agent crosses `step.target` of a connection. The hint
-/// belongs to the agent and makes the next question cheap. Everything here is explained in docs/navigation.md.
+/// and changes to the connection's other region when it crosses `step.target` of a connection. The hint belongs to the
+/// agent and makes the next query cheap. docs/navigation.md explains the method.
 namespace pedflux::engine::navigation {
 
-/// What next() remembers of its last answer, so that it need not look at the destination's routes again: 64 bytes. A
-/// fresh one is always right.
+/// State of an agent between calls of next(), which saves looking at the destination's routes again (64 bytes). A
+/// default-constructed hint is always valid.
 struct RouteHint {
     RegionIndex region = none;
     DestinationIndex destination = none;
-    /// The version of the destination's routes.
+    /// Version of the destination's routes.
     std::uint32_t version = 0;
     std::uint32_t triangle = none;
-    /// What is aimed at: a site, or a view of the goal.
+    /// The current aim: a waypoint, or a view of the goal.
     std::uint32_t aimed = none;
-    /// The vertices between which a site is seen, `none` on the side of `behind`.
+    /// The vertices between which the waypoint is visible; `none` on the side that `behind` bounds.
     std::uint32_t right = none;
     std::uint32_t left = none;
-    /// The points of a gate that are in sight.
+    /// The range of visible points of the portal edge.
     std::uint32_t first_in_sight = none;
     std::uint32_t last_in_sight = none;
     bool to_goal = false;
-    /// At a corner: whether all of the line to aim at is in sight.
+    /// At a corner: whether the whole line of `Waypoint::spread_end` is visible.
     bool spread_in_sight = false;
-    /// At a corner: the metres to walk from it, and a point of the line on which the way that goes on comes into sight.
+    /// At a corner: the remaining distance from it (metres), and a point of the line on which the next leg becomes
+    /// visible.
     double rest = 0;
     Point behind;
 };
 
-/// Where to walk now.
+/// The next leg of a route.
 struct RouteStep {
     enum class Kind : std::uint8_t {
-        UNREACHABLE,  ///< No way leads there; nothing else is set.
-        ARRIVED,      ///< In an area of the destination or on a line of it.
-        GOAL,         ///< Straight to a line or the edge of an area of the destination.
+        UNREACHABLE,  ///< There is no route; the other fields are unset.
+        ARRIVED,      ///< Inside an area of the destination, or on one of its lines.
+        GOAL,         ///< Straight to a line of the destination or to the edge of one of its areas.
         CONNECTION,   ///< Straight to a connection and through it.
-        CORNER        ///< Around a corner, which `aim` passes at the clearance.
+        CORNER        ///< To a corner, which `aim` passes at the clearance.
     };
     Kind kind = Kind::UNREACHABLE;
-    /// The next point of the shortest way, in sight.
+    /// The next point of the shortest route. Visible from the position.
     Point aim;
-    /// What may be aimed at instead, all of it in sight when it was first aimed at: the passable part of the goal or
-    /// connection, or the line that leads from the corner across the way.
+    /// Alternative points to aim at, all visible when the leg was chosen: the passable part of the goal or connection,
+    /// or a line that leads away from the corner.
     Segment target;
-    /// At a corner: the next point of the way after it.
+    /// At a corner: the next point of the route behind it.
     Point onward;
-    /// Metres still to walk, costs of connections included.
+    /// Remaining distance in metres, including the costs of connections.
     double distance = 0;
-    /// The connection that is crossed next when its kind is CONNECTION, otherwise `none`.
+    /// The connection to cross when `kind` is CONNECTION, otherwise `none`.
     ConnectionIndex connection = none;
-    /// Whether it is crossed from its `from` region to its `to` region.
+    /// Whether the connection is crossed from its `from` region to its `to` region.
     bool forward = true;
 };
 
 /// A piece of a region's boundary.
 struct Wall {
     Segment segment;
-    /// The connection that it lies on, `none` for a wall proper. People pass while that is open from this side.
+    /// The connection on this piece, `none` for a proper wall. Passable while the connection is open from this side.
     ConnectionIndex connection = none;
-    /// The destination of the input whose line it lies on: a portal, through which people may leave.
+    /// The destination of the input on this piece, such as a portal through which agents leave.
     DestinationIndex destination = none;
 };
 
 /// A point of a route.
-struct WayPoint {
+struct RoutePoint {
     RegionIndex region = none;
     Point point;
 };
 
-/// Routes are found once per destination and shared by all who go there. Questions may be asked from several threads at
-/// once, changes may not. Answers depend on the input only, ties fall to the lower index.
+/// Routes are computed once per destination and shared by all agents that go there. Queries may run on several threads
+/// at once, changes may not. Results depend on the input only; ties go to the lower index.
 class Navigation {
   public:
-    /// Throws Exception naming the region, connection or destination when something in the input cannot be walked.
+    /// Throws Exception naming the region, connection or destination that cannot be walked.
     explicit Navigation(NavigationInput const& input);
     Navigation(Navigation&&) noexcept;
     Navigation& operator=(Navigation&&) noexcept;
     ~Navigation();
 
-    /// One more destination, numbered after those before, for all or for people of a class: the same goal is one
-    /// destination for each class of people who go there. Distances to it are in metres as these count them.
+    /// Adds a destination, numbered after the existing ones, for everybody or for one class of people: a goal is one
+    /// destination for each class that uses it. Distances to it are the costs of that class, in metres.
     DestinationIndex add_destination(Destination const& destination, RouteClass const& people = {});
-    /// Opens, closes or reprices a connection. Only routes that this changes are found again.
+    /// Opens or closes a connection or changes its cost. Only the routes that depend on it are computed again.
     void set_passage(ConnectionIndex connection, Passage const& passage);
     Passage const& passage(ConnectionIndex connection) const;
 
     std::size_t region_count() const;
     std::size_t destination_count() const;
 
-    /// Where to walk now from a point of the region, for someone on the way to the destination. A point that is too
-    /// near to a wall or outside is taken for the nearest one that is not.
+    /// The next leg from a point of the region to the destination. A point outside the clear area is replaced by the
+    /// nearest point of it.
     RouteStep next(RegionIndex region, Point point, DestinationIndex destination, RouteHint& hint) const;
-    /// Metres to walk, empty when no way leads there.
+    /// Distance in metres; empty when the destination cannot be reached.
     std::optional<double> distance(RegionIndex region, Point point, DestinationIndex destination) const;
-    /// Whether someone at the point can get there.
+    /// Whether the destination can be reached from the point.
     bool reachable(RegionIndex region, Point point, DestinationIndex destination) const;
-    /// The shortest way, from the point to the destination, both included; empty when there is none. A connection gives
-    /// two way points, one in each region.
-    std::vector<WayPoint> path(RegionIndex region, Point point, DestinationIndex destination) const;
+    /// The shortest route from the point to the destination, both included; empty when there is none. A connection
+    /// gives two points, one in each region.
+    std::vector<RoutePoint> path(RegionIndex region, Point point, DestinationIndex destination) const;
 
-    /// Whether the point is in the region's walkable area.
+    /// Whether the point lies in the walkable area of the region.
     bool contains(RegionIndex region, Point point) const;
-    /// The point, or the nearest one of the walkable area.
+    /// The point itself, or the nearest point of the walkable area.
     Point nearest_walkable(RegionIndex region, Point point) const;
-    /// The point, or the nearest one that keeps the clearance from walls.
+    /// The point itself, or the nearest point that keeps the clearance from walls.
     Point nearest_clear(RegionIndex region, Point point) const;
     /// Whether the straight line between two points keeps the clearance from walls.
     bool in_sight(RegionIndex region, Point from, Point to) const;

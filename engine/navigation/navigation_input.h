@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-/// What routes are computed from: the walkable regions of a building, how they join, and where people want to go.
-/// Names appear in messages only. Lengths in metres.
+/// The input of route computation: the walkable regions of a building, their connections and the destinations. Names
+/// appear in messages only. Lengths in metres.
 namespace pedflux::engine::navigation {
 
 using RegionIndex = std::uint32_t;
@@ -16,16 +16,16 @@ using ConnectionIndex = std::uint32_t;
 using DestinationIndex = std::uint32_t;
 inline constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
 
-/// Where people walk and see each other in one plan: a floor, or one flight of stairs. Its parts do not overlap; they
-/// need not join.
+/// A surface on which people walk and see each other: a floor, or one flight of stairs. Its parts do not overlap and
+/// need not be connected.
 struct Region {
     std::string name;
     Polygons walkable;
-    /// Length walked per metre of plan, at least 1: an incline is longer than its plan.
+    /// Walking distance per metre of the plane, at least 1; above 1 on an incline.
     double length_factor = 1;
 };
 
-/// A line in a region, on its edge or inside it.
+/// A line inside a region or on its edge.
 struct RegionLine {
     RegionIndex region = 0;
     Segment line;
@@ -36,15 +36,15 @@ struct RegionArea {
     Polygon area;
 };
 
-/// Whether people pass a connection, and at what cost: metres that its use adds to the length of a route.
+/// Whether a connection can be passed, and its cost: metres that it adds to the length of a route.
 struct Passage {
     bool open_forward = true;
     bool open_backward = true;
     double cost = 0;
 };
 
-/// A line of one region that is also a line of another: a door, or the first or last step of a flight. Who crosses it
-/// at some fraction of `from` is then at the same fraction of `to`; where both regions share a plan the two are equal.
+/// A line that two regions share: a door, or the first or last step of a flight. Crossing it at some fraction of `from`
+/// leads to the same fraction of `to`; the lines are equal where both regions share coordinates.
 struct Connection {
     std::string name;
     RegionLine from;
@@ -52,7 +52,8 @@ struct Connection {
     Passage passage;
 };
 
-/// What some people do not pass although it is open, and what walking counts to them. Empty lists: as for all.
+/// Restrictions and costs of one class of people. Empty lists stand for the defaults: all connections as they are,
+/// weights of 1.
 struct RouteClass {
     struct Closure {
         bool forward = false;
@@ -60,11 +61,11 @@ struct RouteClass {
 
         bool operator==(Closure const&) const = default;
     };
-    std::vector<Closure> closed;  ///< of each connection
-    std::vector<double> weights;  ///< of each region, what a metre walked there counts as, in metres; above 0
+    std::vector<Closure> closed;  ///< by connection
+    std::vector<double> weights;  ///< by region: cost of a metre walked there, in metres; above 0
 };
 
-/// Reached on any of its lines or in any of its areas.
+/// A goal that is reached on any of its lines or in any of its areas.
 struct Destination {
     std::string name;
     std::vector<RegionLine> lines;
@@ -75,7 +76,7 @@ struct NavigationInput {
     std::vector<Region> regions;
     std::vector<Connection> connections;
     std::vector<Destination> destinations;
-    /// Routes keep this distance from walls, so what is narrower than twice as much is no way through.
+    /// Distance that routes keep from walls. Passages narrower than twice this are impassable.
     double clearance = 0.2;
 };
 

@@ -10,13 +10,11 @@ namespace {
 
 void add_crossings(std::vector<double>& fractions, Segment line, Ring const& ring) {
     for (std::size_t i = 0; i < ring.size(); ++i) {
-        Point const a = ring[i];
-        Point const b = ring[(i + 1) % ring.size()];
-        double const from = orientation(a, b, line.from);
-        double const to = orientation(a, b, line.to);
-        double const start = orientation(line.from, line.to, a);
-        double const end = orientation(line.from, line.to, b);
-        if ((from > 0) != (to > 0) && (start > 0) != (end > 0)) fractions.push_back(from / (from - to));
+        Segment const edge{ring[i], ring[(i + 1) % ring.size()]};
+        if (!cross_each_other(edge, line)) continue;
+        double const from = orientation(edge.from, edge.to, line.from);
+        double const to = orientation(edge.from, edge.to, line.to);
+        fractions.push_back(from / (from - to));
     }
 }
 
@@ -59,7 +57,7 @@ std::vector<Part> common_parts(std::vector<Part> const& left, std::vector<Part> 
 
 Polygons clear_area(Polygons const& walkable, std::vector<Segment> const& lines, double clearance) {
     if (clearance == 0) return walkable;
-    // Enough to overlap the shrunk area, however coordinates are rounded.
+    // Deep enough to overlap the shrunk area however coordinates are rounded.
     double const depth = clearance + 2 * line_tolerance;
     Polygons const reached = offset(walkable, line_tolerance);
     Polygons mouths;

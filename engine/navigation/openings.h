@@ -4,13 +4,13 @@
 
 #include <vector>
 
-/// Where routes may run, and which parts of doors and goals they can use.
+/// The clear area in which routes run, and the usable parts of doors and goals.
 namespace pedflux::engine::navigation {
 
-/// A line counts as lying in a region up to this distance from it, in metres.
+/// Tolerance for a line to count as lying in a region (metres).
 inline constexpr double line_tolerance = 0.01;
 
-/// A part of a line, in fractions of its length.
+/// A part of a line, as fractions of its length.
 struct Part {
     double from = 0;
     double to = 1;
@@ -18,11 +18,11 @@ struct Part {
 
 /// The parts of the line that lie in any of the polygons, in order.
 std::vector<Part> parts_inside(Segment line, Polygons const& polygons);
-/// The parts that lie in both lists.
+/// The intersection of two lists of parts.
 std::vector<Part> common_parts(std::vector<Part> const& left, std::vector<Part> const& right);
 
-/// The area that keeps `clearance` metres from walls. The edge of a walkable area is no wall where people leave or
-/// enter it, along `lines`: there the area reaches the line, except for the clearance from the line's ends.
+/// The area at `clearance` metres or more from walls. Where people enter or leave across the edge, along `lines`, the
+/// edge is no wall: there the clear area reaches the line, except within the clearance of its ends.
 Polygons clear_area(Polygons const& walkable, std::vector<Segment> const& lines, double clearance);
 
 }  // namespace pedflux::engine::navigation

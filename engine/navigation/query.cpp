@@ -1,6 +1,6 @@
 #include "engine/navigation/query.h"
 
-#include "engine/navigation/gate_distance.h"
+#include "engine/navigation/way_through.h"
 
 #include <optional>
 
@@ -8,10 +8,10 @@ namespace pedflux::engine::navigation {
 
 namespace {
 
-/// Ways that differ less (metres) are equally long; the one whose next point is further along is taken then.
+/// Ways that differ less (metres) count as equally long. The one with the shorter remaining distance is then preferred.
 constexpr double equally_long = 1e-7;
 
-/// One question. Points are in the clear area; `place` has the nearest one to where the question was asked.
+/// One query. Points are in the clear area; `place` is the point of it nearest to the position.
 class Question {
   public:
     Question(RegionMap const& region, Routes const& routes, RegionIndex index, Mesh::Place place)
@@ -22,9 +22,9 @@ class Question {
           views_(routes.views[index]),
           place_(place) {}
 
-    /// The answer that the hint still gives.
+    /// The answer according to the hint, as long as it holds.
     std::optional<RouteStep> held(RouteHint const& hint) const;
-    /// The best of all that is in sight, and the hint to it.
+    /// The best of all visible candidates; updates the hint.
     RouteStep fresh(RouteHint& hint) const;
 
   private:
@@ -41,40 +41,40 @@ class Question {
         }
     };
 
-    Waypoint const& waypoint(std::uint32_t number) const { return region_.waypoints.waypoints[number]; }
-    double rest(std::uint32_t number) const { return ways_.rest[region_.first_site + number]; }
+    Waypoint const& waypoint(std::uint32_t number) const { return region_.waypoints.all[number]; }
+    double rest(std::uint32_t number) const { return ways_.rest[region_.first_waypoint + number]; }
     double walk_to(Point point) const { return metre_ * distance(place_.point, point); }
 
-    Onward const& onward(std::uint32_t number) const { return ways_.onward[region_.first_site + number]; }
-    bool in_view(SiteView const& view, Point behind) const {
+    Onward const& onward(std::uint32_t number) const { return ways_.onward[region_.first_waypoint + number]; }
+    bool in_view(WaypointView const& view, Point behind) const {
         if (view.right == none && view.left == none) return true;
         auto const& vertices = region_.clear_mesh.vertices();
         return sees(FromPoint{waypoint(view.waypoint).point}, view.right == none ? behind : vertices[view.right],
                     view.left == none ? behind : vertices[view.left], place_.point, touching);
     }
-    bool in_view(SiteView const& view) const {
+    bool in_view(WaypointView const& view) const {
         return in_view(view, bound_behind(waypoint(view.waypoint), onward(view.waypoint)));
     }
 
     Best best_goal() const;
-    Best best_site() const;
-    void note_gate_in_sight(RouteHint& hint) const;
+    Best best_waypoint() const;
+    void note_portal_points_in_sight(RouteHint& hint) const;
 
     RouteStep to_goal(std::uint32_t view) const;
     RouteStep to_corner(RouteHint const& hint) const;
-    RouteStep to_gate(RouteHint const& hint) const;
+    RouteStep to_portal_edge(RouteHint const& hint) const;
 
     RegionMap const& region_;
     double metre_;
     Ways const& ways_;
     RegionGoals const& goals_;
-    Lists<SiteView> const& views_;
+    Lists<WaypointView> const& views_;
     Mesh::Place place_;
 };
 
 RouteStep Question::to_goal(std::uint32_t view) const {
     RouteStep step;
-    Segment const line = goals_.sources[goals_.views.things[view].source].line;
+    Segment const line = goals_.sources[goals_.views.items[view].source].line;
     step.aim = nearest_point(line, place_.point);
     step.target = line;
     step.distance = walk_to(step.aim);
@@ -97,7 +97,7 @@ RouteStep Question::to_corner(RouteHint const& hint) const {
     return step;
 }
 
-RouteStep Question::to_gate(RouteHint const& hint) const {
+RouteStep Question::to_portal_edge(RouteHint const& hint) const {
     RouteStep step;
     std::uint32_t const point = hint.aimed;
     step.kind = RouteStep::Kind::CONNECTION;
@@ -113,15 +113,15 @@ RouteStep Question::to_gate(RouteHint const& hint) const {
         step.aim = way.point;
     }
     step.target = {waypoint(hint.first_in_sight).point, waypoint(hint.last_in_sight).point};
-    PortalEdge const& gate = region_.gates[waypoint(point).gate];
-    step.connection = gate.connection;
-    step.forward = gate.forward;
+    PortalEdge const& portal_edge = region_.portal_edges[waypoint(point).portal_edge];
+    step.connection = portal_edge.connection;
+    step.forward = portal_edge.forward;
     return step;
 }
 
 std::optional<RouteStep> Question::held(RouteHint const& hint) const {
     if (hint.to_goal) {
-        GoalView const& view = goals_.views.things[hint.aimed];
+        GoalView const& view = goals_.views.items[hint.aimed];
         if (!sees_goal(goals_.sources[view.source], view, place_.point)) return std::nullopt;
         return to_goal(hint.aimed);
     }
@@ -131,7 +131,7 @@ std::optional<RouteStep> Question::held(RouteHint const& hint) const {
         if (squared_length(place_.point - aimed.point) <= touching * touching) return std::nullopt;
         return to_corner(hint);
     }
-    RouteStep const step = to_gate(hint);
+    RouteStep const step = to_portal_edge(hint);
     bool const slid_off = (hint.aimed > hint.first_in_sight && step.aim == waypoint(hint.aimed - 1).point) ||
                           (hint.aimed < hint.last_in_sight && step.aim == waypoint(hint.aimed + 1).point);
     if (slid_off) return std::nullopt;
@@ -144,7 +144,7 @@ Question::Best Question::best_goal() const {
     std::uint32_t const begin = goals_.views.begin[place_.triangle];
     std::uint32_t const end = goals_.views.begin[place_.triangle + 1];
     for (std::uint32_t i = begin; i < end; ++i) {
-        GoalView const& view = goals_.views.things[i];
+        GoalView const& view = goals_.views.items[i];
         GoalSource const& source = goals_.sources[view.source];
         double const walked = walk_to(nearest_point(source.line, place_.point));
         if (walked < best.distance && sees_goal(source, view, place_.point)) best.offer({walked, 0, i, true});
@@ -152,13 +152,13 @@ Question::Best Question::best_goal() const {
     return best;
 }
 
-Question::Best Question::best_site() const {
+Question::Best Question::best_waypoint() const {
     Best best;
-    std::uint32_t last_gate_point = none;
+    std::uint32_t last_portal_point = none;
     std::uint32_t const begin = views_.begin[place_.triangle];
     std::uint32_t const end = views_.begin[place_.triangle + 1];
     for (std::uint32_t i = begin; i < end; ++i) {
-        SiteView const& view = views_.things[i];
+        WaypointView const& view = views_.items[i];
         double const on = rest(view.waypoint);
         if (on == unreachable) continue;
         double const whole = walk_to(waypoint(view.waypoint).point) + on;
@@ -166,42 +166,43 @@ Question::Best Question::best_site() const {
             if (whole < best.distance + equally_long && in_view(view)) best.offer({whole, on, i, false});
             continue;
         }
-        if (view.waypoint == last_gate_point || !in_view(view)) continue;
+        if (view.waypoint == last_portal_point || !in_view(view)) continue;
         best.offer({whole, on, i, false});
-        if (last_gate_point != none && last_gate_point + 1 == view.waypoint &&
-            waypoint(last_gate_point).gate == waypoint(view.waypoint).gate) {
+        if (last_portal_point != none && last_portal_point + 1 == view.waypoint &&
+            waypoint(last_portal_point).portal_edge == waypoint(view.waypoint).portal_edge) {
             WayThrough const way =
-                way_through(place_.point, {waypoint(last_gate_point).point, waypoint(view.waypoint).point},
-                            rest(last_gate_point), on, metre_);
+                way_through(place_.point, {waypoint(last_portal_point).point, waypoint(view.waypoint).point},
+                            rest(last_portal_point), on, metre_);
             best.offer({way.distance, on, i, false});
         }
-        last_gate_point = view.waypoint;
+        last_portal_point = view.waypoint;
     }
     return best;
 }
 
-/// Extends the hint to the run of points of its gate that are in sight.
-void Question::note_gate_in_sight(RouteHint& hint) const {
+/// Extends the hint to the range of visible points of its portal edge.
+void Question::note_portal_points_in_sight(RouteHint& hint) const {
     std::uint32_t const aimed = hint.aimed;
     hint.first_in_sight = hint.last_in_sight = aimed;
     auto const views = views_[place_.triangle];
     auto const seen = [&](std::uint32_t point) {
         auto view = std::lower_bound(
             views.begin(), views.end(), point,
-            [](SiteView const& candidate, std::uint32_t number) { return candidate.waypoint < number; });
+            [](WaypointView const& candidate, std::uint32_t number) { return candidate.waypoint < number; });
         for (; view != views.end() && view->waypoint == point; ++view)
             if (in_view(*view)) return true;
         return false;
     };
-    auto const& gate_begin = region_.waypoints.gate_begin;
-    std::uint32_t const gate = waypoint(aimed).gate;
-    while (hint.first_in_sight > gate_begin[gate] && seen(hint.first_in_sight - 1)) --hint.first_in_sight;
-    while (hint.last_in_sight + 1 < gate_begin[gate + 1] && seen(hint.last_in_sight + 1)) ++hint.last_in_sight;
+    auto const& portal_edge_begin = region_.waypoints.portal_edge_begin;
+    std::uint32_t const portal_edge = waypoint(aimed).portal_edge;
+    while (hint.first_in_sight > portal_edge_begin[portal_edge] && seen(hint.first_in_sight - 1)) --hint.first_in_sight;
+    while (hint.last_in_sight + 1 < portal_edge_begin[portal_edge + 1] && seen(hint.last_in_sight + 1))
+        ++hint.last_in_sight;
 }
 
 RouteStep Question::fresh(RouteHint& hint) const {
     Best best = best_goal();
-    best.offer(best_site());
+    best.offer(best_waypoint());
     std::uint32_t const corner_before = hint.triangle == none || hint.to_goal ? none : hint.aimed;
     hint.triangle = best.view == none ? none : place_.triangle;
     hint.to_goal = best.to_goal;
@@ -210,14 +211,14 @@ RouteStep Question::fresh(RouteHint& hint) const {
         hint.aimed = best.view;
         return to_goal(best.view);
     }
-    SiteView const& view = views_.things[best.view];
+    WaypointView const& view = views_.items[best.view];
     hint.aimed = view.waypoint;
     hint.right = view.right;
     hint.left = view.left;
     Waypoint const& aimed = waypoint(view.waypoint);
     if (!aimed.is_corner()) {
-        note_gate_in_sight(hint);
-        return to_gate(hint);
+        note_portal_points_in_sight(hint);
+        return to_portal_edge(hint);
     }
     hint.rest = rest(view.waypoint);
     hint.behind = bound_behind(aimed, onward(view.waypoint));

@@ -5,7 +5,7 @@
 
 namespace pedflux::engine::navigation {
 
-/// Where to walk now; see Navigation::next. The hint is of the same region, destination and version or has no triangle.
+/// Implements Navigation::next. The hint belongs to the same region, destination and version, or has no triangle.
 RouteStep next_step(RegionMap const& region, Routes const& routes, Point point, RouteHint& hint);
 
 }  // namespace pedflux::engine::navigation

@@ -10,33 +10,33 @@ namespace pedflux::engine::navigation {
 
 inline constexpr double unreachable = std::numeric_limits<double>::infinity();
 
-/// The shortest ways from every site of a building to one destination.
+/// The shortest ways from all waypoints of a building to one destination.
 struct Ways {
-    /// Per site: the metres to walk from a corner, or from a point of a gate through this gate.
+    /// By waypoint: distance (metres) from a corner, or from a portal point through its portal edge.
     std::vector<double> rest;
     std::vector<Onward> onward;
-    /// Per point of a gate: the metres to walk for those who came out of it.
+    /// By portal point: distance (metres) for those who have come out of the portal edge.
     std::vector<double> rest_after;
     std::vector<Onward> onward_after;
 };
 
-/// Everything about one destination for one class of people.
+/// The routes of one class of people to one destination.
 struct Routes {
     RouteClass people;
-    /// Per region: what a metre of plan counts as.
+    /// By region: the cost of a metre of the plane, in metres.
     std::vector<double> metre_costs;
     Ways ways;
-    /// Per region: the destination itself, and what comes next on the way to it.
+    /// By region: the visible parts of the destination, and the waypoints that lead to it.
     std::vector<RegionGoals> goals;
-    std::vector<Lists<SiteView>> views;
-    /// Counts the changes.
+    std::vector<Lists<WaypointView>> views;
+    /// Number of changes so far.
     std::uint32_t version = 0;
 };
 
-/// By Dijkstra's algorithm from the destination on. Throws Exception for a class that does not fit the building.
+/// Dijkstra's algorithm, outwards from the destination. Throws Exception for a class that does not fit the building.
 Routes routes_to(Building const& building, Destination const& destination, RouteClass const& people);
 
-/// After the connection's passage has changed in the building: finds again what depends on it.
+/// Updates routes after a change of the connection's passage.
 void follow_change(Routes& routes, Building const& building, ConnectionIndex connection);
 
 }  // namespace pedflux::engine::navigation

@@ -4,45 +4,46 @@
 
 #include <vector>
 
-/// What can be seen from a point, or at a right angle from a line, by looking from triangle to triangle (the triangular
-/// expansion algorithm: Bungiu et al., "Efficient computation of visibility polygons", 2014). Looking through an edge
-/// narrows the view to the edge; a view is bounded by the corners that narrowed it, so no new points are computed.
+/// Visibility from a point, or at a right angle from a line, by triangular expansion (Bungiu et al., "Efficient
+/// computation of visibility polygons", 2014). Every edge on the way narrows the view. Views are bounded by the
+/// vertices that narrowed them, so no new points are computed.
 namespace pedflux::engine::navigation {
 
-/// Looking out from a point in all directions.
+/// A view in all directions from a point.
 struct FromPoint {
     Point eye;
-    /// Positive when `point` lies further left than `bound`.
+    /// Positive when `point` lies to the left of `bound`.
     double leftness(Point bound, Point point) const { return cross(bound - eye, point - eye); }
 };
 
-/// Looking from a line in one direction, at a right angle to it.
+/// A view at a right angle from one side of a line.
 struct FromLine {
     Point direction;
     double leftness(Point bound, Point point) const { return cross(direction, point - bound); }
 };
 
-/// A bound of a view and its vertex, `none` when it is an end of a line.
+/// A bound of a view, and its vertex; `none` when it is the end of a line.
 struct Bound {
     Point point;
     std::uint32_t vertex = none;
 };
 
-/// What one looks through into a triangle.
+/// The view into a triangle.
 struct View {
     std::uint32_t triangle = none;
     Bound right;
     Bound left;
 };
 
-/// Whether a point of the view's triangle is seen, with a margin of `tolerance` square metres against rounding.
+/// Whether a point of the view's triangle is visible, with a margin of `tolerance` square metres for rounding.
 template <class Eye>
 bool sees(Eye const& eye, Point right, Point left, Point point, double tolerance) {
     return eye.leftness(right, point) >= -tolerance && eye.leftness(left, point) <= tolerance;
 }
 
-/// Looks through edge `edge` of a triangle between two bounds. Calls `see(view)` for every triangle seen, which returns
-/// whether to look on from there, and `meet(vertex)` for every vertex seen that is not an end of the first edge.
+/// Expands a view through edge `edge` of a triangle between two bounds. Calls `see(view)` for every visible triangle,
+/// which returns whether to expand the view from there, and `meet(vertex)` for every visible vertex except the ends of
+/// the first edge.
 template <class Eye, class See, class Meet>
 void look_through(Mesh const& mesh, Eye const& eye, std::uint32_t triangle, std::size_t edge, Bound right, Bound left,
                   See see, Meet meet) {
@@ -61,7 +62,7 @@ void look_through(Mesh const& mesh, Eye const& eye, std::uint32_t triangle, std:
         if (next == none) continue;
         if (!see(View{next, opening.right, opening.left})) continue;
         Triangle const& entered = mesh.triangles()[next];
-        // The corner after the entered edge's opposite one is the left end of the edge, seen from the eye.
+        // Seen from the eye, the corner after the one opposite to the entered edge is its left end.
         std::uint32_t const right_end = mesh.triangles()[opening.triangle].corner[after(opening.edge)];
         std::size_t apex = 0;
         while (entered.neighbour[apex] != opening.triangle || entered.corner[before(apex)] != right_end) ++apex;

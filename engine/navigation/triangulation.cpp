@@ -414,8 +414,8 @@ Triangulation attempt(Polygons const& polygons) {
     Point const origin = polygons[0].outline[0];
     Point const base{std::round(origin.x), std::round(origin.z)};
     auto const knot_of = [base](Point point) {
-        return Knot{std::llround((point.x - base.x) / plan_resolution),
-                    std::llround((point.z - base.z) / plan_resolution)};
+        return Knot{std::llround((point.x - base.x) / polygon_resolution),
+                    std::llround((point.z - base.z) / polygon_resolution)};
     };
     for_each_ring(polygons, [&](Ring const& ring) {
         for (Point const point : ring) places.emplace_back(knot_of(point), point);
@@ -453,8 +453,8 @@ Triangulation triangulated(Polygons const& polygons) {
         } catch (Crossing const& crossing) {
             // Rounding in an earlier operation let two edges cross by a step; another union parts them.
             Point const base = cleaned[0].outline[0];
-            Point const near{std::round(base.x) + static_cast<double>(crossing.knot.x) * plan_resolution,
-                             std::round(base.z) + static_cast<double>(crossing.knot.z) * plan_resolution};
+            Point const near{std::round(base.x) + static_cast<double>(crossing.knot.x) * polygon_resolution,
+                             std::round(base.z) + static_cast<double>(crossing.knot.z) * polygon_resolution};
             if (attempts == 4) throw Exception("boundaries of a plan cross at " + text_of(near));
             cleaned = united(cleaned);
         }

@@ -7,7 +7,7 @@ namespace pedflux::engine::navigation {
 
 namespace {
 
-/// Ways that differ less (metres) are equally long.
+/// Ways that differ less (metres) count as equally long.
 constexpr double equally_long = 1e-6;
 
 class Viewing {
@@ -19,16 +19,17 @@ class Viewing {
 
     void add_corner(std::uint32_t waypoint);
 
-    void add_gate_point(std::uint32_t waypoint) {
-        for (Outlook const& outlook : region_.waypoints.gate_outlooks[waypoint - region_.waypoints.gate_begin.front()])
+    void add_portal_point(std::uint32_t waypoint) {
+        for (Outlook const& outlook :
+             region_.waypoints.portal_outlooks[waypoint - region_.waypoints.portal_edge_begin.front()])
             if (may_be_shortest(waypoint, outlook.triangle))
                 add(outlook.triangle, {waypoint, outlook.right, outlook.left});
     }
 
-    Lists<SiteView> lists() const { return listed(mesh_.triangles().size(), views_); }
+    Lists<WaypointView> lists() const { return grouped(mesh_.triangles().size(), views_); }
 
   private:
-    void add(std::uint32_t triangle, SiteView const& view) { views_.emplace_back(triangle, view); }
+    void add(std::uint32_t triangle, WaypointView const& view) { views_.emplace_back(triangle, view); }
     void bound_vertices();
     bool may_be_shortest(std::uint32_t waypoint, std::uint32_t triangle) const;
 
@@ -37,25 +38,26 @@ class Viewing {
     Mesh const& mesh_;
     std::span<double const> rest_;
     std::span<Onward const> onward_;
-    /// Per vertex, metres within which the destination can be reached from it.
+    /// By vertex, an upper bound of the distance to the destination (metres).
     std::vector<double> within_;
-    std::vector<std::pair<std::uint32_t, SiteView>> views_;
+    std::vector<std::pair<std::uint32_t, WaypointView>> views_;
 };
 
 void Viewing::bound_vertices() {
     within_.assign(mesh_.vertices().size(), std::numeric_limits<double>::infinity());
     for (std::size_t vertex = 0; vertex < within_.size(); ++vertex) {
         auto const corners = region_.waypoints.corners_at[vertex];
-        // Where areas touch in a vertex they share it without a way from one to the other.
+        // Areas that touch in a vertex share it, although no way leads from one to the other.
         if (corners.size() == 1) within_[vertex] = rest_[corners[0]];
     }
 }
 
-/// Whether the way from somewhere in the triangle straight to the site could be the shortest, as far as the ways from
-/// the triangle's corners tell. From the corner v, with the rest R of its way, one is at most |p - v| + R away at p; by
-/// the site, at least (p - site) . u + rest for any unit vector u. The difference of the two is smallest at a corner.
+/// Whether the way from some point of the triangle straight to the waypoint can be the shortest, judged by the ways
+/// from the triangle's corners. With the remaining distance R of corner v, the distance from p is at most |p - v| + R;
+/// by way of the waypoint it is at least (p - waypoint) . u + rest for any unit vector u. The difference of the two is
+/// smallest at a corner.
 bool Viewing::may_be_shortest(std::uint32_t waypoint, std::uint32_t triangle) const {
-    Point const from = region_.waypoints.waypoints[waypoint].point;
+    Point const from = region_.waypoints.all[waypoint].point;
     auto const corners = mesh_.corners(triangle);
     Point const middle = 1.0 / 3 * (corners[0] + corners[1] + corners[2]);
     Point const direction = unit(middle - from);
@@ -70,10 +72,10 @@ bool Viewing::may_be_shortest(std::uint32_t waypoint, std::uint32_t triangle) co
     return true;
 }
 
-/// A corner comes next for those to whom it hides the way that goes on from it: they see it between one of its walls
-/// and the line that leads on through it.
+/// A corner comes next where it hides the rest of the way: between one of its walls and the line of the next leg,
+/// produced backwards through the corner.
 void Viewing::add_corner(std::uint32_t waypoint) {
-    Waypoint const& corner = region_.waypoints.waypoints[waypoint];
+    Waypoint const& corner = region_.waypoints.all[waypoint];
     FromPoint const eye{corner.point};
     Point const direction = onward_[waypoint].point - corner.point;
     bool const ends_here = length(direction) <= touching;
@@ -98,7 +100,7 @@ void Viewing::add_corner(std::uint32_t waypoint) {
         look_through(
             mesh_, eye, wedge.triangle, wedge.corner, right, left,
             [&](View const& view) {
-                // Where another way is shorter, it is also shorter for all further away in the same direction.
+                // Where another way is shorter, it is also shorter further away in the same direction.
                 if (!may_be_shortest(waypoint, view.triangle)) return false;
                 add(view.triangle, {waypoint, view.right.vertex, view.left.vertex});
                 return true;
@@ -109,16 +111,16 @@ void Viewing::add_corner(std::uint32_t waypoint) {
 
 }  // namespace
 
-Lists<SiteView> views_to(RegionMap const& region, double metre, std::span<double const> rest,
-                         std::span<Onward const> onward, std::span<double const> rest_after) {
+Lists<WaypointView> views_to(RegionMap const& region, double metre, std::span<double const> rest,
+                             std::span<Onward const> onward, std::span<double const> rest_after) {
     Viewing viewing(region, metre, rest, onward);
-    for (std::uint32_t waypoint = 0; waypoint < region.waypoints.waypoints.size(); ++waypoint) {
+    for (std::uint32_t waypoint = 0; waypoint < region.waypoints.all.size(); ++waypoint) {
         if (!std::isfinite(rest[waypoint])) continue;
-        if (region.waypoints.waypoints[waypoint].is_corner())
+        if (region.waypoints.all[waypoint].is_corner())
             viewing.add_corner(waypoint);
-        else if (rest[waypoint] <
-                 rest_after[waypoint])  // Otherwise nobody goes through the gate: another way is shorter.
-            viewing.add_gate_point(waypoint);
+        else if (rest[waypoint] < rest_after[waypoint])
+            // Otherwise there is a shorter way than through the portal edge.
+            viewing.add_portal_point(waypoint);
     }
     return viewing.lists();
 }

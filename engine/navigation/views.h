@@ -6,30 +6,30 @@
 
 namespace pedflux::engine::navigation {
 
-/// How the shortest way goes on from a site.
+/// The continuation of the shortest way from a waypoint.
 struct Onward {
-    /// Its next point, and the site that this is or, in a gate, that is nearest to it; `none` when it is the goal.
+    /// The next point, and its waypoint or, inside a portal edge, the nearest portal point; `none` at the goal.
     Point point;
     std::uint32_t waypoint = none;
 };
 
-/// A site that may be the next point of the shortest way from somewhere in a triangle: there it is seen between two
-/// vertices. `none` on one side of a corner stands for the line on which the way that goes on from the corner comes
-/// into sight; on both sides of a gate point it is seen from all of the triangle.
-struct SiteView {
+/// A waypoint that may come next on the shortest way from some part of a triangle, and the vertices between which it is
+/// visible there. At a corner, `none` on one side stands for the line on which the next leg becomes visible. At a
+/// portal point, `none` on both sides means the whole triangle.
+struct WaypointView {
     std::uint32_t waypoint = none;
     std::uint32_t right = none;
     std::uint32_t left = none;
 };
 
-/// The point that bounds the view of a corner where no vertex does.
+/// Bounds the view of a corner on the side without a vertex.
 inline Point bound_behind(Waypoint const& corner, Onward const& onward) { return 2 * corner.point - onward.point; }
 
-/// Per triangle, the sites of a region that may come next on the way to one destination; by ascending site. What is
-/// given is per site of the region: the metres to walk from it, how the way goes on, and the metres to walk from a
-/// point of a gate without entering this gate.
-/// @param metre what a metre of plan counts as, in metres
-Lists<SiteView> views_to(RegionMap const& region, double metre, std::span<double const> rest,
-                         std::span<Onward const> onward, std::span<double const> rest_after);
+/// By triangle, the waypoints that may come next on the way to a destination, by ascending number. The arguments are
+/// indexed by waypoint of the region: the distance from it, its continuation, and the distance from a portal point
+/// without entering its portal edge.
+/// @param metre cost of a metre of the plane, in metres
+Lists<WaypointView> views_to(RegionMap const& region, double metre, std::span<double const> rest,
+                             std::span<Onward const> onward, std::span<double const> rest_after);
 
 }  // namespace pedflux::engine::navigation

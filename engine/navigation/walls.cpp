@@ -8,7 +8,7 @@ namespace pedflux::engine::navigation {
 
 namespace {
 
-/// The part of a wall that the line covers, empty (from not below to) when it lies elsewhere.
+/// The part of a wall that the line covers; empty (`from` not below `to`) when they do not coincide.
 Part covered(Segment wall, Segment line) {
     Point const along = wall.to - wall.from;
     Point const aside = turned_left(unit(along));

@@ -6,9 +6,9 @@ namespace pedflux::engine::navigation {
 
 namespace {
 
-/// How far from a corner people spread who walk around it, in metres.
+/// How far from a corner people spread when they walk around it (metres).
 constexpr double spread = 3;
-/// Unit vectors whose cross product is smaller are in line.
+/// Unit vectors with a smaller cross product are parallel.
 constexpr double in_line = 1e-9;
 
 std::size_t corner_of(Triangle const& triangle, std::uint32_t vertex) {
@@ -37,19 +37,19 @@ Point spread_end(Mesh const& mesh, Waypoint const& corner, std::vector<Wedge> co
     return corner.point;
 }
 
-/// Looks out from the sites and notes what is seen.
+/// Computes what is visible from the waypoints.
 class Lookout {
   public:
     Lookout(Mesh const& mesh, Waypoints& waypoints)
-        : mesh_(mesh), sites_(waypoints), met_by_(waypoints.waypoints.size(), none) {}
+        : mesh_(mesh), waypoints_(waypoints), met_by_(waypoints.all.size(), none) {}
 
     void look_from_corner(std::uint32_t waypoint, std::vector<Wedge> const& fan) {
         for (Wedge const wedge : fan) look_from(waypoint, wedge.triangle, {&wedge.corner, 1});
         finish(waypoint);
     }
 
-    void look_from_gate_point(std::uint32_t waypoint, std::vector<std::uint32_t> const& triangles) {
-        Point const eye = sites_.waypoints[waypoint].point;
+    void look_from_portal_point(std::uint32_t waypoint, std::vector<std::uint32_t> const& triangles) {
+        Point const eye = waypoints_.all[waypoint].point;
         for (std::uint32_t const triangle : triangles) {
             std::vector<std::size_t> edges;
             for (std::size_t i = 0; i < 3; ++i)
@@ -60,24 +60,24 @@ class Lookout {
     }
 
     void give_lists() {
-        sites_.gate_outlooks = listed(sites_.waypoints.size() - sites_.gate_begin.front(), outlooks_);
-        sites_.links = listed(sites_.waypoints.size(), links_);
+        waypoints_.portal_outlooks = grouped(waypoints_.all.size() - waypoints_.portal_edge_begin.front(), outlooks_);
+        waypoints_.links = grouped(waypoints_.all.size(), links_);
     }
 
   private:
     void look_from(std::uint32_t waypoint, std::uint32_t triangle, std::span<std::size_t const> edges) {
-        Waypoint const& from = sites_.waypoints[waypoint];
+        Waypoint const& from = waypoints_.all[waypoint];
         FromPoint const eye{from.point};
         note_outlook(waypoint, {triangle, none, none});
         for (std::uint32_t const vertex : mesh_.triangles()[triangle].corner) meet_corners(waypoint, vertex);
-        for (std::uint32_t const other : sites_.gate_points_in[triangle]) meet(waypoint, other);
+        for (std::uint32_t const other : waypoints_.portal_points_in[triangle]) meet(waypoint, other);
         auto const see = [&](View const& view) {
             if (from.is_corner() && !bends_around(from, unit(view.right.point - from.point)) &&
                 !bends_around(from, unit(view.left.point - from.point)))
                 return false;
             note_outlook(waypoint, {view.triangle, view.right.vertex, view.left.vertex});
-            for (std::uint32_t const other : sites_.gate_points_in[view.triangle])
-                if (sees(eye, view.right.point, view.left.point, sites_.waypoints[other].point, touching))
+            for (std::uint32_t const other : waypoints_.portal_points_in[view.triangle])
+                if (sees(eye, view.right.point, view.left.point, waypoints_.all[other].point, touching))
                     meet(waypoint, other);
             return true;
         };
@@ -91,19 +91,19 @@ class Lookout {
     }
 
     void note_outlook(std::uint32_t waypoint, Outlook const& outlook) {
-        if (!sites_.waypoints[waypoint].is_corner())
-            outlooks_.emplace_back(waypoint - sites_.gate_begin.front(), outlook);
+        if (!waypoints_.all[waypoint].is_corner())
+            outlooks_.emplace_back(waypoint - waypoints_.portal_edge_begin.front(), outlook);
     }
 
     void meet_corners(std::uint32_t waypoint, std::uint32_t vertex) {
-        for (std::uint32_t const other : sites_.corners_at[vertex]) meet(waypoint, other);
+        for (std::uint32_t const other : waypoints_.corners_at[vertex]) meet(waypoint, other);
     }
 
     void meet(std::uint32_t waypoint, std::uint32_t other) {
         if (other == waypoint || met_by_[other] == waypoint) return;
-        Waypoint const& from = sites_.waypoints[waypoint];
-        Waypoint const& to = sites_.waypoints[other];
-        if (!from.is_corner() && from.gate == to.gate) return;
+        Waypoint const& from = waypoints_.all[waypoint];
+        Waypoint const& to = waypoints_.all[other];
+        if (!from.is_corner() && from.portal_edge == to.portal_edge) return;
         double const length = distance(from.point, to.point);
         if (length > touching) {
             Point const direction = unit(to.point - from.point);
@@ -116,18 +116,18 @@ class Lookout {
 
     void finish(std::uint32_t waypoint) {
         std::sort(met_.begin(), met_.end(),
-                  [](SiteLink const& a, SiteLink const& b) { return a.waypoint < b.waypoint; });
-        for (SiteLink const& link : met_) links_.emplace_back(waypoint, link);
+                  [](WaypointLink const& a, WaypointLink const& b) { return a.waypoint < b.waypoint; });
+        for (WaypointLink const& link : met_) links_.emplace_back(waypoint, link);
         met_.clear();
     }
 
     Mesh const& mesh_;
-    Waypoints& sites_;
-    /// Per site, who met it last.
+    Waypoints& waypoints_;
+    /// By waypoint, the last one that met it.
     std::vector<std::uint32_t> met_by_;
-    std::vector<SiteLink> met_;
+    std::vector<WaypointLink> met_;
     std::vector<std::pair<std::uint32_t, Outlook>> outlooks_;
-    std::vector<std::pair<std::uint32_t, SiteLink>> links_;
+    std::vector<std::pair<std::uint32_t, WaypointLink>> links_;
 };
 
 }  // namespace
@@ -160,7 +160,7 @@ bool leads_inside(Waypoint const& corner, Point direction) {
     return cross(corner.left_wall, direction) <= in_line || cross(direction, corner.right_wall) <= in_line;
 }
 
-Waypoints sites_of(Mesh const& mesh, std::vector<PortalEdge> const& gates) {
+Waypoints waypoints_of(Mesh const& mesh, std::vector<PortalEdge> const& portal_edges) {
     Waypoints result;
     std::vector<std::vector<Wedge>> fans;
     std::vector<std::pair<std::uint32_t, std::uint32_t>> corners_at;
@@ -174,30 +174,30 @@ Waypoints sites_of(Mesh const& mesh, std::vector<PortalEdge> const& gates) {
         if (turn >= -in_line && !(whole_turn && fan.size() > 1)) return;
         corner.spread_end = spread_end(mesh, corner, fan);
         corner.first_triangle = fan.front().triangle;
-        corners_at.emplace_back(vertex, static_cast<std::uint32_t>(result.waypoints.size()));
-        result.waypoints.push_back(corner);
+        corners_at.emplace_back(vertex, static_cast<std::uint32_t>(result.all.size()));
+        result.all.push_back(corner);
         fans.push_back(fan);
     });
-    result.corners_at = listed(mesh.vertices().size(), corners_at);
+    result.corners_at = grouped(mesh.vertices().size(), corners_at);
 
-    std::vector<std::vector<std::uint32_t>> triangles_at_gate_points;
-    std::vector<std::pair<std::uint32_t, std::uint32_t>> gate_points_in;
-    for (std::uint32_t gate = 0; gate < gates.size(); ++gate) {
-        result.gate_begin.push_back(static_cast<std::uint32_t>(result.waypoints.size()));
-        for (Point const point : gates[gate].points) {
-            triangles_at_gate_points.push_back(mesh.touched(mesh.nearest(point)));
-            for (std::uint32_t const triangle : triangles_at_gate_points.back())
-                gate_points_in.emplace_back(triangle, static_cast<std::uint32_t>(result.waypoints.size()));
-            result.waypoints.push_back({point, gate, {}, {}, point, none});
+    std::vector<std::vector<std::uint32_t>> triangles_at_portal_points;
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> portal_points_in;
+    for (std::uint32_t portal_edge = 0; portal_edge < portal_edges.size(); ++portal_edge) {
+        result.portal_edge_begin.push_back(static_cast<std::uint32_t>(result.all.size()));
+        for (Point const point : portal_edges[portal_edge].points) {
+            triangles_at_portal_points.push_back(mesh.touched(mesh.nearest(point)));
+            for (std::uint32_t const triangle : triangles_at_portal_points.back())
+                portal_points_in.emplace_back(triangle, static_cast<std::uint32_t>(result.all.size()));
+            result.all.push_back({point, portal_edge, {}, {}, point, none});
         }
     }
-    result.gate_begin.push_back(static_cast<std::uint32_t>(result.waypoints.size()));
-    result.gate_points_in = listed(mesh.triangles().size(), gate_points_in);
+    result.portal_edge_begin.push_back(static_cast<std::uint32_t>(result.all.size()));
+    result.portal_points_in = grouped(mesh.triangles().size(), portal_points_in);
 
     Lookout lookout(mesh, result);
     std::uint32_t waypoint = 0;
     for (auto const& fan : fans) lookout.look_from_corner(waypoint++, fan);
-    for (auto const& triangles : triangles_at_gate_points) lookout.look_from_gate_point(waypoint++, triangles);
+    for (auto const& triangles : triangles_at_portal_points) lookout.look_from_portal_point(waypoint++, triangles);
     lookout.give_lists();
     return result;
 }

@@ -84,8 +84,8 @@ constexpr Figure FIGURES[] = {
 };
 
 void add_part(FigurePart const& part, std::vector<Tri3d>& triangles) {
-    constexpr int SIDES = 12;
-    auto const mesh = part.radius > 0 ? MeshGeometry::CreateCylinder(part.radius, part.from, part.to, SIDES)
+    constexpr int sides = 12;
+    auto const mesh = part.radius > 0 ? MeshGeometry::CreateCylinder(part.radius, part.from, part.to, sides)
                                       : MeshGeometry::CreateBox(part.from, part.to);
     std::ranges::copy(mesh->GetFaces(), std::back_inserter(triangles));
 }

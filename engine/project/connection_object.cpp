@@ -100,8 +100,8 @@ GlobalId ConnectionObject::GetBank() {
 void ConnectionObject::SetBank(GlobalId const& bank) {
     auto& state = state_of<ConnectionState>(*this);
     if (bank.IsValid()) {
-        constexpr auto BANKS = engine::refers_to<engine::RouteBankState>("a route bank");
-        engine::check_value(owner_of(state), "bank", bank, BANKS);
+        constexpr auto route_banks = engine::refers_to<engine::RouteBankState>("a route bank");
+        engine::check_value(owner_of(state), "bank", bank, route_banks);
         engine::join_bank(*document_of(state).find<engine::RouteBankState>(bank), state.id);
     } else {
         engine::leave_bank<engine::RouteBankState>(state);

@@ -90,7 +90,7 @@ void Bookmark::SetSimulationTime(int time) { set(*this, &BookmarkState::simulati
 
 namespace {
 
-/// Sets a field of a part of the bookmark's display.
+/// Sets a field of a part of the bookmark's display settings.
 template <class Part, class Member>
 void set_shown(Bookmark& bookmark, Part engine::Display::*part, Member Part::*member, Member const& value) {
     auto& state = state_of<BookmarkState>(bookmark);

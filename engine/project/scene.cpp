@@ -156,8 +156,8 @@ bool Cordon::WillCountInDirection(Vec3d const& direction) {
     auto const across = engine::vector_of(GetDirectionVector());
     auto const moved = engine::vector_of(direction);
     double const crossed = across.x * moved.x + across.z * moved.z;
-    constexpr double ALONG = 1e-9;
-    if (std::abs(crossed) <= ALONG * std::hypot(moved.x, moved.z)) return false;
+    constexpr double tolerance = 1e-9;
+    if (std::abs(crossed) <= tolerance * std::hypot(moved.x, moved.z)) return false;
     return crossed > 0 || GetCordonDirection() == CordonDirection::BOTH_WAYS;
 }
 

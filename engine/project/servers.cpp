@@ -23,7 +23,7 @@ using engine::state_of;
 ACTION_PROPERTY(Server, ProcessedAction, processed_action)
 ACTION_PROPERTY(Server, ReleaseAction, release_action)
 
-// A part that can be set and cleared.
+// An optional property.
 #define PART(Type, Name, field)                                                                               \
     bool Server::Has##Name() { return has(*this, &ServerState::field); }                                      \
     std::shared_ptr<Type> Server::Get##Name() { return get_copy(*this, &ServerState::field); }                \

@@ -26,8 +26,7 @@ ElevatorOperationTypeId ElevatorOperation::GetElevatorOperationTypeId() {
 CallAnswerElevatorOperation::CallAnswerElevatorOperation()
     : ElevatorOperation(make_node<ElevatorOperation, CallAnswerElevatorOperationState>()) {}
 
-// Which floors there are, only a project knows. An elevator or bank that takes an operation refuses floors that are
-// none.
+// An operation outside of a project cannot check its floors; the elevator or bank that takes it does.
 
 OrderedListElevatorOperation::OrderedListElevatorOperation(std::vector<GlobalId> const& floors,
                                                            ElevatorVisitingOrder order,

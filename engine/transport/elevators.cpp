@@ -152,9 +152,9 @@ GlobalId Elevator::GetElevatorBank() {
     return bank->id;
 }
 void Elevator::SetElevatorBank(GlobalId const& bank) {
-    constexpr auto BANKS = engine::refers_to<ElevatorBankState>("an elevator bank");
-    engine::check_value(owner_of(*state_), "elevatorBank", bank, BANKS);
-    // An object whose kind this version does not know is no bank that could take it.
+    constexpr auto elevator_banks = engine::refers_to<ElevatorBankState>("an elevator bank");
+    engine::check_value(owner_of(*state_), "elevatorBank", bank, elevator_banks);
+    // An object of a kind that this version does not know cannot take the elevator in.
     auto* const joined = document_of(*state_).find<ElevatorBankState>(bank);
     if (joined == nullptr) engine::Subject{owner_of(*state_), "elevatorBank"}.refuse("an elevator bank", "unknown");
     engine::join_bank(*joined, state_->id);

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <utility>
 
 namespace pedflux::engine {
 namespace {
@@ -30,7 +31,7 @@ class Interpreter {
         break_off();
         for (int at_once = 0; !stack_.frames.empty(); ++at_once) {
             auto const progress = at_once < most_at_once ? step() : Progress::TAKES_TIME;
-            if (progress == Progress::TAKES_TIME) return ActionTask{top().node, top().goal};
+            if (progress == Progress::TAKES_TIME) return task_of(top());
             if (progress == Progress::DONE) stack_.frames.pop_back();
         }
         return std::nullopt;
@@ -38,20 +39,25 @@ class Interpreter {
 
   private:
     ActionFrame& top() { return stack_.frames.back(); }
+    static ActionTask task_of(ActionFrame const& frame) { return {frame.node, frame.goal, frame.order}; }
+    ActionProgram const& program_of(ActionFrame const& frame) const {
+        return frame.order ? scene_.actions_of(*frame.order) : program_;
+    }
     ActionNode const& node_of(ActionFrame const& frame) const {
-        return program_.nodes[static_cast<std::size_t>(frame.node)];
+        return program_of(frame).nodes[static_cast<std::size_t>(frame.node)];
     }
 
     Random random(std::uint64_t draw) const { return {mixed(mixed(draws_.seed) + draws_.agent), mixed(draw)}; }
     Random random() { return random(stack_.draws++); }
+    /// Of the node of the innermost action.
     double sampled(ActionNode const& node) {
         auto numbers = random();
-        return sample(program_.distributions[static_cast<std::size_t>(node.spec)], numbers);
+        return sample(program_of(top()).distributions[static_cast<std::size_t>(node.spec)], numbers);
     }
 
     bool is_over(double time) const { return scene_.now() + clock_tolerance >= time; }
-    bool is_past(int time) const {
-        auto const known = scene_.time_of(time);
+    bool is_past(ActionFrame const& frame, int time) const {
+        auto const known = scene_.time_of(program_of(frame).times[static_cast<std::size_t>(time)]);
         return known && is_over(*known);
     }
 
@@ -69,7 +75,7 @@ class Interpreter {
     }
 
     Progress begin(int child) {
-        stack_.frames.push_back({.node = child});
+        stack_.frames.push_back({.node = child, .order = top().order});
         return Progress::GOES_ON;
     }
 
@@ -104,16 +110,18 @@ class Interpreter {
             case ActionPlay::EFFECT:
                 scene_.happen(static_cast<ActionEffect>(node.type), node);
                 return Progress::DONE;
-            case ActionPlay::END:
+            case ActionPlay::END: {
+                auto const happens = node;  // an order goes with its frames
                 stack_.frames.clear();
-                scene_.happen(static_cast<ActionEffect>(node.type), node);
+                scene_.happen(static_cast<ActionEffect>(happens.type), happens);
                 return Progress::GOES_ON;
+            }
         }
         return Progress::DONE;
     }
 
     Progress step_list(ActionFrame& frame, ActionNode const& node, bool is_new) {
-        auto const children = program_.children_of(node);
+        auto const children = program_of(frame).children_of(node);
         if (is_new && node.order == ListActionAssignment::IN_RANDOM_ORDER) frame.draw = stack_.draws++;
         auto const done = static_cast<std::size_t>(frame.step++);
         if (done >= children.size()) return Progress::DONE;
@@ -125,9 +133,9 @@ class Interpreter {
     }
 
     Progress choose(ActionNode const& node) {
-        auto const weights = program_.weights_of(node);
+        auto const weights = program_of(top()).weights_of(node);
         if (std::ranges::none_of(weights, [](double weight) { return weight > 0; })) return Progress::DONE;
-        return begin(program_.children_of(node)[drawn(weights)]);
+        return begin(program_of(top()).children_of(node)[drawn(weights)]);
     }
     std::size_t drawn(std::span<double const> weights) {
         auto numbers = random();
@@ -135,22 +143,22 @@ class Interpreter {
     }
 
     Progress decide(ActionNode const& node) {
-        auto const children = program_.children_of(node);
-        std::size_t const branch = scene_.passes(node.test) ? 0 : 1;
+        auto const children = program_of(top()).children_of(node);
+        std::size_t const branch = scene_.put_test(node.test) ? 0 : 1;
         return branch < children.size() ? begin(children[branch]) : Progress::DONE;
     }
 
     bool has_ended(ActionFrame const& frame) {
         auto const& node = node_of(frame);
-        if (node.test != NONE) return !scene_.passes(node.test);
-        if (node.time != NONE) return is_past(node.time);
+        if (node.test != NONE) return !scene_.put_test(node.test);
+        if (node.time != NONE) return is_past(frame, node.time);
         return is_over(frame.until);
     }
 
     Progress step_do_until(ActionFrame& frame, ActionNode const& node, bool is_new) {
         if (is_new && node.spec != NONE) frame.until = scene_.now() + sampled(node);
         if (has_ended(frame)) return Progress::DONE;
-        if (is_new) return begin(program_.children_of(node).front());
+        if (is_new) return begin(program_of(frame).children_of(node).front());
         return node.style == NONE ? Progress::DONE : Progress::TAKES_TIME;
     }
 
@@ -169,13 +177,13 @@ class Interpreter {
         if (!is_to_go_on(frame, node)) return Progress::DONE;
         ++frame.step;
         frame.turn_began = stack_.advances;
-        return begin(program_.children_of(node).front());
+        return begin(program_of(frame).children_of(node).front());
     }
 
     int chosen_goal(ActionNode const& node) {
         switch (node.assignment) {
             case DestinationAssignment::WEIGHTED_BY_CHANCE:
-                return static_cast<int>(drawn(program_.weights_of(node)));
+                return static_cast<int>(drawn(program_of(top()).weights_of(node)));
             case DestinationAssignment::IN_SEQUENCE:
                 return 0;
             case DestinationAssignment::BY_CHANCE:
@@ -189,7 +197,7 @@ class Interpreter {
 
     Progress step_seek(ActionFrame& frame, ActionNode const& node, bool is_new) {
         if (is_new && node.objects.count > 0) frame.goal = chosen_goal(node);
-        if (!scene_.has_arrived({frame.node, frame.goal})) return Progress::TAKES_TIME;
+        if (!scene_.pursue(task_of(frame))) return Progress::TAKES_TIME;
         bool const is_sequence = node.assignment == DestinationAssignment::IN_SEQUENCE;
         if (!is_sequence || static_cast<std::size_t>(++frame.goal) == node.objects.count) return Progress::DONE;
         return Progress::GOES_ON;
@@ -203,9 +211,11 @@ class Interpreter {
 
 }  // namespace
 
-void start(ActionStack& stack, int node) { stack.frames.push_back({.node = node, .apart = true}); }
-void start_last(ActionStack& stack, int node) {
-    stack.frames.insert(stack.frames.begin(), {.node = node, .apart = true});
+void start(ActionStack& stack, int node, std::shared_ptr<OrderProgram const> order) {
+    stack.frames.push_back({.node = node, .order = std::move(order), .apart = true});
+}
+void start_last(ActionStack& stack, int node, std::shared_ptr<OrderProgram const> order) {
+    stack.frames.insert(stack.frames.begin(), {.node = node, .order = std::move(order), .apart = true});
 }
 
 std::optional<ActionTask> advance(ActionProgram const& program, ActionStack& stack, ActionDraws draws,

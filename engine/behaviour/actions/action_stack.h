@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -13,13 +14,17 @@
 /// that is started meanwhile is pushed on top of it, and the former resumes afterwards.
 namespace pedflux::engine {
 
+/// A task that a program gave to an agent, compiled by the simulation.
+struct OrderProgram;
+
 /// The goal that is cheapest to reach.
 inline constexpr int ANY_GOAL = -1;
 
 /// One action in progress.
 struct ActionFrame {
     int node;
-    bool apart = false;  ///< started independently of the frame below
+    std::shared_ptr<OrderProgram const> order{};  ///< the order of the node; none: the project's actions
+    bool apart = false;                           ///< started independently of the frame below
     bool begun = false;
     int step = 0;                                            ///< children or turns done
     int turns = 0;                                           ///< number of turns of a counted repetition
@@ -42,7 +47,8 @@ struct ActionStack {
 /// if the node has a wait style, otherwise until the next step.
 struct ActionTask {
     int node;
-    int goal;  ///< of the node's objects, or ANY_GOAL
+    int goal;                                     ///< of the node's objects, or ANY_GOAL
+    std::shared_ptr<OrderProgram const> order{};  ///< that the node is of; none: the project's actions
 
     friend bool operator==(ActionTask const&, ActionTask const&) = default;
 };
@@ -56,12 +62,13 @@ struct ActionScene {
 
     /// Seconds of the simulated clock.
     virtual double now() const = 0;
-    /// Whether a test of the program is true for the agent.
-    virtual bool passes(int test) = 0;
-    /// A time of the program in seconds of the simulated clock; none while it is not known, as before an event starts.
-    virtual std::optional<double> time_of(int time) const = 0;
-    /// Whether the agent has reached the goal of a movement task.
-    virtual bool has_arrived(ActionTask const& task) = 0;
+    virtual ActionProgram const& actions_of(OrderProgram const& order) const = 0;
+    /// Seconds of the simulated clock; none while the time is not known, as before an event starts.
+    virtual std::optional<double> time_of(TimeInFrame const& time) const = 0;
+    /// Whether the agent passes a test of the project's actions. Each call draws anew.
+    virtual bool put_test(int test) = 0;
+    /// Moves the agent towards the goal of a task, and returns whether it has arrived.
+    virtual bool pursue(ActionTask const& task) = 0;
     /// Carries out an action that happens at once. Must not change the stack.
     virtual void happen(ActionEffect effect, ActionNode const& node) = 0;
 };
@@ -77,12 +84,14 @@ struct ActionDraws {
 inline constexpr int most_at_once = 1000;
 
 /// Starts an action that interrupts the current ones; they resume when it is done.
-void start(ActionStack& stack, int node);
+/// @param order the order of the node; none: the project's actions
+void start(ActionStack& stack, int node, std::shared_ptr<OrderProgram const> order = {});
 /// Adds an action to be carried out after all others.
-void start_last(ActionStack& stack, int node);
+void start_last(ActionStack& stack, int node, std::shared_ptr<OrderProgram const> order = {});
 
 /// Carries out actions up to the first one that takes time, and returns it; none when nothing is left to do. A repeated
 /// action that takes no time is carried out once per step.
+/// @param program the project's actions
 std::optional<ActionTask> advance(ActionProgram const& program, ActionStack& stack, ActionDraws draws,
                                   ActionScene& scene);
 

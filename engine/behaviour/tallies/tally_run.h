@@ -57,6 +57,8 @@ class TallyRun {
     /// @param ranges one for each change of the program
     void step(std::span<double const> measures, std::span<RangeInFrame const> ranges);
 
+    /// The place of a tally object; none if the project had no such object.
+    std::optional<TallyIndex> find(GlobalId const& id) const { return program_.find(id); }
     /// The value of a tally object.
     double value(TallyIndex tally) const { return running_[tally].value; }
     /// The value of a tally of the symbol table in the last frame.

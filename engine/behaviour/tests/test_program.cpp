@@ -1,6 +1,7 @@
 #include "engine/behaviour/tests/test_program.h"
 
-#include "engine/behaviour/named_nodes.h"
+#include "engine/base/hashing.h"
+#include "engine/behaviour/compiled/named_nodes.h"
 #include "engine/behaviour/tests/agent_test_states.h"
 
 #include <pedflux/exception.h>
@@ -186,12 +187,6 @@ DecisionIndex Compiler::append_kind(AgentTest const& test, DecisionIndex yes, De
     throw Exception(fmt::format("AgentTest: kind {} cannot be evaluated", type_of(test)));
 }
 
-std::uint64_t mixed(std::uint64_t bits) {
-    bits = (bits ^ (bits >> 30)) * 0xbf58476d1ce4e5b9;
-    bits = (bits ^ (bits >> 27)) * 0x94d049bb133111eb;
-    return bits ^ (bits >> 31);
-}
-
 }  // namespace
 
 TestProgram compile(AgentTest const& test, Document const& project, SymbolTable& symbols) {
@@ -206,12 +201,7 @@ bool passes(TestProgram const& program, TestSituation const& situation) {
 }
 
 double draw(ChanceKey const& key, SymbolIndex number) {
-    constexpr std::uint64_t golden_gamma = 0x9e3779b97f4a7c15;
-    std::uint64_t bits = 0;
-    for (std::uint64_t const part : {key.seed, key.agent, key.step, std::uint64_t{number}}) {
-        bits = mixed(bits + golden_gamma + part);
-    }
-    return static_cast<double>(bits >> 11) * 0x1p-53;
+    return unit_interval(mixed({key.seed, key.agent, key.step, std::uint64_t{number}}));
 }
 
 }  // namespace pedflux::engine

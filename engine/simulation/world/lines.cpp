@@ -34,13 +34,10 @@ std::optional<Segment> line_along_edge(Polygons const& area, Segment line, doubl
 
 std::vector<Segment> parts_inside(Segment line, Polygons const& area) {
     std::vector<double> cuts{0, 1};
-    Point const direction = line.to - line.from;
     for_each_edge(area, [&](Segment edge) {
-        Point const along = edge.to - edge.from;
-        double const ticket = cross(direction, along);
-        if (ticket == 0) return;
-        double const on_line = cross(edge.from - line.from, along) / ticket;
-        double const on_edge = cross(edge.from - line.from, direction) / ticket;
+        auto const crossing = line_crossing(line.from, line.to - line.from, edge);
+        if (!crossing) return;
+        auto const [on_line, on_edge] = *crossing;
         if (on_line > 0 && on_line < 1 && on_edge >= 0 && on_edge <= 1) cuts.push_back(on_line);
     });
     std::ranges::sort(cuts);

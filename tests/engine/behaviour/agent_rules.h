@@ -83,16 +83,6 @@ Json written(NodePointerOf<Base> const& rule) {
     return json_of<NodePointerOf<Base>>(rule);
 }
 
-/// The message of the Exception that an action ends in; empty when it ends in none.
-inline std::string refusal(std::function<void()> const& action) {
-    try {
-        action();
-    } catch (Exception const& exception) {
-        return exception.GetMessage();
-    }
-    return {};
-}
-
 /// Every kind of the family is there once, and no field of it has the value that a new one has.
 template <class Base>
 void expect_one_of_each_kind(NodeList<Base> const& rules) {

@@ -2,6 +2,7 @@
 #include "engine/behaviour/distributions/distribution_handle.h"
 #include "engine/model/codec.h"
 #include "engine/model/properties.h"
+#include "tests/engine/refusal.h"
 
 #include <pedflux/distributions.h>
 #include <pedflux/exception.h>
@@ -225,15 +226,6 @@ TEST(Distributions, AreValidWhenTheirParametersFitTogether) {
     }
 }
 
-std::string message_of(std::function<void()> const& action) {
-    try {
-        action();
-    } catch (Exception const& exception) {
-        return exception.GetMessage();
-    }
-    return "nothing was refused";
-}
-
 TEST(Distributions, RefuseWhatCanNeverBeRightAndStayAsTheyAre) {
     NormalDistribution normal(1, 2, 0, 3);
     ExponentialDistribution exponential(1, 2, 3);
@@ -263,7 +255,7 @@ TEST(Distributions, RefuseWhatCanNeverBeRightAndStayAsTheyAre) {
         {[] { LogNormalDistribution const refused(0, -1, 0, 1); },
          "LogNormalDistribution: sigma is -1; it must be a finite number above 0"},
     };
-    for (auto const& each : cases) EXPECT_EQ(message_of(each.action), each.message);
+    for (auto const& each : cases) EXPECT_EQ(refusal_of(each.action), each.message);
     EXPECT_EQ(normal.GetSigma(), 2);
     EXPECT_EQ(normal.GetMax(), 3);
     EXPECT_EQ(exponential.GetScale(), 1);

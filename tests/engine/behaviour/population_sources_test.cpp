@@ -1,5 +1,6 @@
 #include "engine/behaviour/population/population_handle.h"
 #include "engine/model/codec.h"
+#include "tests/engine/refusal.h"
 
 #include <pedflux/distributions.h>
 #include <pedflux/exception.h>
@@ -53,15 +54,6 @@ struct PopulationSources : testing::Test {
         };
     }
 };
-
-std::string message_of(std::function<void()> const& action) {
-    try {
-        action();
-    } catch (Exception const& exception) {
-        return exception.GetMessage();
-    }
-    return "nothing was refused";
-}
 
 Json written(PopulationSource const& source) { return json_of(population_of(source)); }
 
@@ -259,7 +251,7 @@ TEST_F(PopulationSources, RefuseWhatDoesNotFitAndStayAsTheyAre) {
     for (PopulationSource const* source :
          std::initializer_list<PopulationSource const*>{&count, &per_origin, &table, &schedule, &matrix})
         before.push_back(written(*source));
-    for (auto const& each : cases) EXPECT_EQ(message_of(each.action), each.message);
+    for (auto const& each : cases) EXPECT_EQ(refusal_of(each.action), each.message);
     std::vector<Json> after;
     for (PopulationSource const* source :
          std::initializer_list<PopulationSource const*>{&count, &per_origin, &table, &schedule, &matrix})

@@ -2,6 +2,7 @@
 
 #include "engine/behaviour/tallies/tally_object_states.h"
 #include "tests/engine/behaviour/agent_rules.h"
+#include "tests/engine/refusal.h"
 
 #include <algorithm>
 #include <limits>
@@ -307,7 +308,7 @@ TEST_F(TallyRuns, MeasuresSayWhatTheyAreOf) {
     EXPECT_EQ(std::get<TransitionMeasure>(plan.measures[2].kind).transition, 0u);
 
     symbols.tallies = {std::make_shared<NamedTally>(GlobalId::Generate())};
-    EXPECT_THAT(refusal([&] { compile_tallies(document, symbols); }), testing::HasSubstr("no tally object"));
+    EXPECT_THAT(refusal_of([&] { compile_tallies(document, symbols); }), testing::HasSubstr("no tally object"));
 }
 
 TEST_F(TallyRuns, NamedTalliesHaveTheValueOfTheSameFrame) {

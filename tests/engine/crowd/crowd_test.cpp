@@ -1,9 +1,8 @@
 #include "engine/crowd/crowd.h"
 
 #include "engine/crowd/speed_law.h"
-#include "tests/engine/crowd/allocations.h"
-
-#include <pedflux/exception.h>
+#include "tests/engine/allocations.h"
+#include "tests/engine/refusal.h"
 
 #include <algorithm>
 #include <cmath>
@@ -33,8 +32,8 @@ Region rectangle(Point low, Point high) {
 }
 
 /// Two regions of 10 by 4 m side by side, joined by a crossing 2 m wide at x = 10; wall 0 of the first closes it.
-Plan two_rooms(bool closed) {
-    Plan plan;
+FloorPlan two_rooms(bool closed) {
+    FloorPlan plan;
     plan.regions.resize(2);
     for (int side = 0; side < 2; ++side) {
         double const far = side == 0 ? 0 : 20;
@@ -63,15 +62,6 @@ void walk(Crowd& crowd, int steps) {
     for (int i = 0; i < steps; ++i) crowd.step(0.1);
 }
 
-std::string refusal(auto const& action) {
-    try {
-        action();
-    } catch (Exception const& exception) {
-        return exception.GetMessage();
-    }
-    return "no refusal";
-}
-
 }  // namespace
 
 TEST(Crowd, OneWalkerKeepsTheOwnSpeed) {
@@ -82,7 +72,7 @@ TEST(Crowd, OneWalkerKeepsTheOwnSpeed) {
         double way;
     };
     for (Case const& it : {Case{"level floor", 1, false, 40}, {"stairs", 0.5, false, 20}, {"held", 1, true, 0}}) {
-        Plan plan;
+        FloorPlan plan;
         plan.regions.push_back(rectangle({0, 0}, {45, 2}));
         Crowd crowd(plan);
         AgentIndex const agent = add(crowd, {1, 1}, {1, 0});
@@ -119,7 +109,7 @@ TEST(Crowd, PeopleSeeEachOtherAcrossACrossingButNotThroughAWall) {
         AgentIndex const walker = add(crowd, {9.5, 2}, {1, 0});
         AgentIndex const waiting = add(crowd, {10.3, 2.05}, {0, 0}, 1);
         crowd.step(0.1);
-        EXPECT_EQ(crowd.felt_density(walker) > 0.5, !closed);
+        EXPECT_EQ(crowd.local_density(walker) > 0.5, !closed);
         Point const before = crowd.position(waiting);
         walk(crowd, 20);
         EXPECT_GT(distance(crowd.position(walker), crowd.position(waiting)), closed ? 0.4 : 0.38);
@@ -131,7 +121,7 @@ TEST(Crowd, PeopleSeeEachOtherAcrossACrossingButNotThroughAWall) {
 }
 
 TEST(Crowd, NoCrushPushesAnybodyThroughAWallOrOutOfACorner) {
-    Plan plan;
+    FloorPlan plan;
     plan.regions.push_back(rectangle({0, 0}, {6, 6}));
     // A wedge and a screen with a free end, where pushes come from two sides.
     plan.regions[0].walls.push_back({{6, 6}, {4, 3}});
@@ -171,7 +161,7 @@ TEST(Crowd, TheOrderOfAddingDoesNotMatterNorDoPlansFarFromTheOrigin) {
     for (std::uint32_t i = 0; i < 60; ++i)
         people.push_back({{1 + 0.6 * (i % 10) + 0.01 * (i % 7), 1 + 0.5 * (i / 10)}, i});
     auto const run = [](std::vector<Person> const& all, Point moved) {
-        Plan plan;
+        FloorPlan plan;
         plan.regions.push_back(rectangle(moved, moved + Point{24, 5}));
         Crowd crowd(plan);
         std::vector<std::pair<std::uint32_t, AgentIndex>> agents;
@@ -194,7 +184,7 @@ TEST(Crowd, TheOrderOfAddingDoesNotMatterNorDoPlansFarFromTheOrigin) {
 }
 
 TEST(Crowd, PersonalSpaceSlowsFollowersAndTheSideBiasDecidesTheSide) {
-    Plan plan;
+    FloorPlan plan;
     plan.regions.push_back(rectangle({0, 0}, {60, 6}));
     std::vector<double> ways;
     for (double const space : {0.5, 1.0, 2.0}) {
@@ -235,7 +225,7 @@ TEST(Crowd, PersonalSpaceSlowsFollowersAndTheSideBiasDecidesTheSide) {
 TEST(Crowd, WalkersOvertakeWhereWallsLeaveRoom) {
     // A slow walker beside a wall, a faster one behind it and still nearer to the wall.
     for (bool const wall_to_the_right : {true, false}) {
-        Plan plan;
+        FloorPlan plan;
         plan.regions.push_back(rectangle({0, 0}, {60, 2}));
         Crowd crowd(plan);
         auto const off_wall = [&](double metres) { return wall_to_the_right ? metres : 2 - metres; };
@@ -265,29 +255,29 @@ TEST(Crowd, FlowOnStairsIsWhatWeidmannFound) {
 }
 
 TEST(Crowd, NumbersAreGivenAgainAndTheDepartedAreSeenForAWhile) {
-    Plan plan;
+    FloorPlan plan;
     plan.regions.push_back(rectangle({0, 0}, {10, 4}));
     Crowd crowd(plan);
     AgentIndex const follower = add(crowd, {8, 2}, {1, 0});
     AgentIndex const leader = add(crowd, {9, 2}, {1, 0});
     AgentIndex const other = add(crowd, {2, 2}, {1, 0});
     crowd.step(0.1);
-    double const behind_a_person = crowd.felt_density(follower);
+    double const behind_a_person = crowd.local_density(follower);
     crowd.depart(leader);
     EXPECT_FALSE(crowd.contains(leader));
     EXPECT_EQ(crowd.size(), 2U);
     crowd.step(0.1);
-    EXPECT_GT(crowd.felt_density(follower), 0.5 * behind_a_person);
+    EXPECT_GT(crowd.local_density(follower), 0.5 * behind_a_person);
     crowd.set_held(follower, true);
     walk(crowd, 40);
-    EXPECT_EQ(crowd.felt_density(follower), 0);
+    EXPECT_EQ(crowd.local_density(follower), 0);
     crowd.remove(other);
     EXPECT_EQ(add(crowd, {1, 1}, {0, 0}), other) << "the last number freed";
     EXPECT_EQ(add(crowd, {1, 3}, {0, 0}), leader);
 }
 
 TEST(Crowd, ASteadyStepAllocatesNothing) {
-    Plan plan;
+    FloorPlan plan;
     plan.regions.push_back(rectangle({0, 0}, {200, 20}));
     Crowd crowd(plan, {}, 2);
     for (std::uint32_t i = 0; i < 1000; ++i) add(crowd, {1 + 0.9 * (i / 20), 0.5 + 0.95 * (i % 20)}, {1, 0}, 0, i);
@@ -298,7 +288,7 @@ TEST(Crowd, ASteadyStepAllocatesNothing) {
 }
 
 TEST(Crowd, RefusesWhatCannotBeWalkedAndStaysAsItWas) {
-    Plan plan;
+    FloorPlan plan;
     plan.regions.push_back(rectangle({0, 0}, {10, 4}));
     Crowd crowd(plan);
     AgentIndex const agent = add(crowd, {2, 2}, {1, 0});
@@ -313,43 +303,43 @@ TEST(Crowd, RefusesWhatCannotBeWalkedAndStaysAsItWas) {
         std::string expected;
     };
     Case const cases[] = {
-        {refusal([&] { crowd.add(entrant([](Entrant& it) { it.speed = -1; })); }),
+        {refusal_of([&] { crowd.add(entrant([](Entrant& it) { it.speed = -1; })); }),
          "The agent's speed is -1, it must be between 0 and 10"},
-        {refusal([&] { crowd.add(entrant([](Entrant& it) { it.radius = std::nan(""); })); }),
+        {refusal_of([&] { crowd.add(entrant([](Entrant& it) { it.radius = std::nan(""); })); }),
          "The agent's radius is nan"},
-        {refusal([&] { crowd.add(entrant([](Entrant& it) {
-                           it.position = {infinity, 1};
-                       })); }), "must be finite"},
-        {refusal([&] { crowd.add(entrant([](Entrant& it) {
-                           it.position = {5, 4};
-                       })); }), "(5, 4) is on a wall"},
-        {refusal([&] { crowd.add(entrant([](Entrant& it) { it.region = 3; })); }),
+        {refusal_of([&] { crowd.add(entrant([](Entrant& it) {
+                              it.position = {infinity, 1};
+                          })); }), "must be finite"},
+        {refusal_of([&] { crowd.add(entrant([](Entrant& it) {
+                              it.position = {5, 4};
+                          })); }), "(5, 4) is on a wall"},
+        {refusal_of([&] { crowd.add(entrant([](Entrant& it) { it.region = 3; })); }),
          "The agent's region is 3, the plan has 1"},
-        {refusal([&] { crowd.remove(7); }), "The crowd has no agent 7"},
-        {refusal([&] {
+        {refusal_of([&] { crowd.remove(7); }), "The crowd has no agent 7"},
+        {refusal_of([&] {
              crowd.set_direction(agent, {1, 1});
          }),
          "must have the length 1 or be (0, 0)"},
-        {refusal([&] {
+        {refusal_of([&] {
              crowd.set_direction(agent, {std::nan(""), 0});
          }),
          "must have the length 1"},
-        {refusal([&] { crowd.set_wall_open(0, 4, true); }), "Region 0 has no wall 4, it has 4"},
-        {refusal([&] { crowd.step(0); }), "The step's duration in seconds is 0"},
-        {refusal([&] { crowd.step(1); }), "must be between 0.001 and 0.25"},
-        {refusal([] {
-             Crowd(Plan{{Region{}}, {}});
+        {refusal_of([&] { crowd.set_wall_open(0, 4, true); }), "Region 0 has no wall 4, it has 4"},
+        {refusal_of([&] { crowd.step(0); }), "The step's duration in seconds is 0"},
+        {refusal_of([&] { crowd.step(1); }), "must be between 0.001 and 0.25"},
+        {refusal_of([] {
+             Crowd(FloorPlan{{Region{}}, {}});
          }),
          "Region 0 has no walls"},
-        {refusal([&] {
-             Crowd(Plan{plan.regions, {{0, 1, {0, 0}, {0, 4}}}});
+        {refusal_of([&] {
+             Crowd(FloorPlan{plan.regions, {{0, 1, {0, 0}, {0, 4}}}});
          }),
          "joins regions 0 and 1"},
-        {refusal([] {
-             Crowd(Plan{{rectangle({0, 0}, {1e9, 1e9})}, {}});
+        {refusal_of([] {
+             Crowd(FloorPlan{{rectangle({0, 0}, {1e9, 1e9})}, {}});
          }),
          "The plan is 1e+09 by 1e+09 m"},
-        {refusal([&] {
+        {refusal_of([&] {
              Locomotion odd;
              odd.sight = 0.1;
              Crowd(plan, odd);

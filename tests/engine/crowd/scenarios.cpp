@@ -101,8 +101,8 @@ class Stage {
     }
 
   private:
-    static Plan plan(std::vector<Wall> const& walls) {
-        Plan result;
+    static FloorPlan plan(std::vector<Wall> const& walls) {
+        FloorPlan result;
         result.regions.push_back({walls});
         return result;
     }

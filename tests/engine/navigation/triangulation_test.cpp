@@ -1,6 +1,6 @@
 #include "engine/navigation/triangulation.h"
 
-#include "tests/engine/navigation/plans.h"
+#include "tests/engine/navigation/floor_plans.h"
 
 #include <gtest/gtest.h>
 

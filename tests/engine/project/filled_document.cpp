@@ -12,7 +12,7 @@
 #include "engine/behaviour/tests/agent_test_states.h"
 #include "engine/behaviour/triggers/trigger_states.h"
 #include "engine/model/check.h"
-#include "engine/project/kind_list.h"
+#include "engine/project/all_kinds.h"
 #include "engine/scene/avatar_state.h"
 #include "engine/scene/group_states.h"
 #include "engine/scene/network_state.h"
@@ -183,11 +183,11 @@ class Filler {
 
 std::unique_ptr<Document> filled_document() {
     auto document = std::make_unique<Document>();
-#define ADD(Name) document->add<Name##State>("A " #Name);
+#define ADD(Name, ...) document->add<Name##State>("A " #Name);
     PEDFLUX_KINDS(ADD)
     Filler filler(*document);
     filler.fill(document->settings, NoRule{});
-#define FILL(Name)                                                                 \
+#define FILL(Name, ...)                                                            \
     for (auto* const state : document->objects<Name##State>()) {                   \
         if (state->kind->name == Name##State::NAME) filler.fill(*state, NoRule{}); \
     }
@@ -197,7 +197,7 @@ std::unique_ptr<Document> filled_document() {
 
 std::map<std::string, std::vector<std::string>> fields_of_kinds() {
     std::map<std::string, std::vector<std::string>> kinds;
-#define LIST(Name)                                                                                             \
+#define LIST(Name, ...)                                                                                        \
     {                                                                                                          \
         Name##State state;                                                                                     \
         auto& fields = kinds[std::string(Name##State::NAME)];                                                  \

@@ -187,7 +187,7 @@ TEST_F(Transport, CarsKnowWhatStandsStill) {
     bank->SetElevatorOperation(std::make_shared<SabbathElevatorOperation>(true));
     auto const controllers = make_controllers(document_of(*project));
     ASSERT_EQ(controllers.size(), 1U);
-    auto const car = face_of(controllers.front()->cars.front());
+    auto const car = handle_of(controllers.front()->cars.front());
 
     std::vector<std::string> names;
     for (auto stop : car->GetAllStops()) names.push_back(stop.GetString());
