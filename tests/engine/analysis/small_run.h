@@ -1,11 +1,11 @@
 #pragma once
 
-#include "engine/behaviour/event_states.h"
+#include "engine/behaviour/events/event_states.h"
 #include "engine/model/document.h"
 #include "engine/model/kind.h"
-#include "engine/model/scene_states.h"
-#include "engine/model/simulation_run_state.h"
 #include "engine/results/run_writer.h"
+#include "engine/scene/scene_states.h"
+#include "engine/scene/simulation_run_state.h"
 #include "tests/engine/files.h"
 
 #include <pedflux/agent_filters.h>
