@@ -12,3 +12,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+// A macro of gmock that no test uses. The table of agent actions has one of the same name.
+#undef ACTION

@@ -1,405 +1,17 @@
 #include "engine/navigation/triangulation.h"
 
+#include "engine/base/checks.h"
 #include "engine/geometry/polygons.h"
-
-#include <pedflux/exception.h>
 
 #include <algorithm>
 #include <cmath>
-#include <deque>
-#include <optional>
 #include <utility>
+
+#include <fmt/format.h>
 
 namespace pedflux::engine::navigation {
 
 namespace {
-
-/// A point in steps of the plan's resolution. Plans reach at most 10^9 steps, so orientations fit 64 bits.
-struct Knot {
-    std::int64_t x = 0;
-    std::int64_t z = 0;
-    // NOLINTNEXTLINE(modernize-use-nullptr): the linter takes what the compiler writes for code.
-    auto operator<=>(Knot const&) const = default;
-};
-
-std::int64_t orientation(Knot a, Knot b, Knot c) { return (b.x - a.x) * (c.z - a.z) - (b.z - a.z) * (c.x - a.x); }
-
-bool towards(Knot a, Knot b, Knot c) { return (b.x - a.x) * (c.x - a.x) + (b.z - a.z) * (c.z - a.z) > 0; }
-
-/// Whether d lies inside the circle through a, b and c by more than rounding. An edge kept for want of a bit does no
-/// harm, one flipped to and fro would.
-bool in_circle(Knot a, Knot b, Knot c, Knot d) {
-    auto const row = [d](Knot p) {
-        double const x = static_cast<double>(p.x - d.x);
-        double const z = static_cast<double>(p.z - d.z);
-        return std::array<double, 3>{x, z, x * x + z * z};
-    };
-    auto const [ax, az, aa] = row(a);
-    auto const [bx, bz, bb] = row(b);
-    auto const [cx, cz, cc] = row(c);
-    double const value = aa * (bx * cz - bz * cx) - bb * (ax * cz - az * cx) + cc * (ax * bz - az * bx);
-    double const size = aa * (std::abs(bx * cz) + std::abs(bz * cx)) + bb * (std::abs(ax * cz) + std::abs(az * cx)) +
-                        cc * (std::abs(ax * bz) + std::abs(az * bx));
-    return value > 1e-12 * size;
-}
-
-/// Two rings cross away from their corners, as rounding can make them.
-struct Crossing {
-    Knot knot;
-};
-
-struct EdgeOf {
-    std::uint32_t triangle = none;
-    std::size_t edge = 0;
-};
-
-class Triangulator {
-  public:
-    explicit Triangulator(std::vector<Knot> knots) : knots_(std::move(knots)), triangle_at_(knots_.size(), none) {
-        hull_.resize(knots_.size());
-        add_points();
-    }
-
-    void force(std::uint32_t from, std::uint32_t to) {
-        while (from != to) from = force_first_part(from, to);
-    }
-
-    /// The triangles inside of the forced rings.
-    std::vector<Triangle> inside() const;
-
-  private:
-    struct Work {
-        Triangle is;
-        std::array<bool, 3> fixed{};
-        /// Forced an odd number of times: the inside begins or ends here.
-        std::array<bool, 3> boundary{};
-    };
-    struct HullEdge {
-        std::uint32_t next = none;
-        std::uint32_t previous = none;
-        std::uint32_t triangle = none;
-    };
-
-    Knot knot(std::uint32_t vertex) const { return knots_[vertex]; }
-    std::uint32_t corner(EdgeOf at, std::size_t (*which)(std::size_t)) const {
-        return work_[at.triangle].is.corner[which(at.edge)];
-    }
-    std::int64_t side(std::uint32_t a, std::uint32_t b, std::uint32_t c) const {
-        return orientation(knot(a), knot(b), knot(c));
-    }
-
-    EdgeOf opposite(EdgeOf edge) const;
-    void join(EdgeOf edge, EdgeOf other);
-    std::uint32_t add_triangle(std::uint32_t a, std::uint32_t b, std::uint32_t c);
-    void note(std::uint32_t triangle);
-    void add_points();
-    std::size_t add_first_triangles();
-    void add_outside(std::uint32_t vertex, std::uint32_t last);
-    void cover(std::uint32_t from, std::uint32_t vertex);
-    void flip(EdgeOf edge);
-    bool flippable(EdgeOf edge) const;
-    void flip_to_delaunay();
-
-    template <class Visit>
-    std::optional<EdgeOf> around(std::uint32_t vertex, Visit visit) const;
-    std::optional<EdgeOf> edge_between(std::uint32_t a, std::uint32_t b) const;
-    void fix(EdgeOf edge);
-    std::uint32_t force_first_part(std::uint32_t from, std::uint32_t to);
-    std::uint32_t clear_way(std::uint32_t from, std::uint32_t to, EdgeOf first);
-
-    std::vector<Knot> knots_;
-    std::vector<Work> work_;
-    /// Some triangle that has the vertex.
-    std::vector<std::uint32_t> triangle_at_;
-    std::vector<HullEdge> hull_;
-    /// Edges that may have to be flipped, by their triangle.
-    std::vector<EdgeOf> doubtful_;
-};
-
-EdgeOf Triangulator::opposite(EdgeOf edge) const {
-    std::uint32_t const neighbour = work_[edge.triangle].is.neighbour[edge.edge];
-    if (neighbour == none) return {};
-    for (std::size_t i = 0; i < 3; ++i)
-        if (work_[neighbour].is.neighbour[i] == edge.triangle &&
-            work_[neighbour].is.corner[after(i)] == corner(edge, before))
-            return {neighbour, i};
-    return {};
-}
-
-void Triangulator::join(EdgeOf edge, EdgeOf other) {
-    work_[edge.triangle].is.neighbour[edge.edge] = other.triangle;
-    if (other.triangle != none)
-        work_[other.triangle].is.neighbour[other.edge] = edge.triangle;
-    else
-        hull_[corner(edge, after)].triangle = edge.triangle;
-}
-
-void Triangulator::note(std::uint32_t triangle) {
-    for (std::uint32_t const vertex : work_[triangle].is.corner) triangle_at_[vertex] = triangle;
-}
-
-std::uint32_t Triangulator::add_triangle(std::uint32_t a, std::uint32_t b, std::uint32_t c) {
-    auto const triangle = static_cast<std::uint32_t>(work_.size());
-    work_.push_back({{{a, b, c}, {none, none, none}}, {}, {}});
-    note(triangle);
-    return triangle;
-}
-
-void Triangulator::add_points() {
-    std::size_t const begun = add_first_triangles();
-    for (std::size_t i = begun; i < knots_.size(); ++i) {
-        auto const vertex = static_cast<std::uint32_t>(i);
-        add_outside(vertex, vertex - 1);
-        flip_to_delaunay();
-    }
-}
-
-/// A fan from the first point that is not in line with those before it. Returns how many points it took.
-std::size_t Triangulator::add_first_triangles() {
-    std::size_t apex = 2;
-    while (apex < knots_.size() && orientation(knots_[0], knots_[1], knots_[apex]) == 0) ++apex;
-    if (apex >= knots_.size()) return knots_.size();
-    auto const top = static_cast<std::uint32_t>(apex);
-    bool const left = side(0, 1, top) > 0;
-    std::vector<std::uint32_t> hull;
-    for (std::uint32_t i = 0; i < top; ++i) hull.push_back(left ? i : top - 1 - i);
-    hull.push_back(top);
-    for (std::size_t i = 0; i < hull.size(); ++i) {
-        std::uint32_t const next = hull[(i + 1) % hull.size()];
-        hull_[hull[i]].next = next;
-        hull_[next].previous = hull[i];
-    }
-    for (std::size_t i = 0; i + 2 < hull.size(); ++i) {
-        std::uint32_t const triangle = add_triangle(hull[i], hull[i + 1], top);
-        join({triangle, 0}, {});
-        join({triangle, 1}, i == 0 ? EdgeOf{} : EdgeOf{triangle - 1, 0});
-        join({triangle, 2}, {});
-    }
-    return apex + 1;
-}
-
-/// Joins a point to the right of all before it to every hull edge that it sees. The last point is an end of one.
-void Triangulator::add_outside(std::uint32_t vertex, std::uint32_t last) {
-    std::uint32_t first = last;
-    while (side(hull_[first].previous, first, vertex) < 0) first = hull_[first].previous;
-    std::uint32_t end = last;
-    while (side(end, hull_[end].next, vertex) < 0) end = hull_[end].next;
-    std::uint32_t below = none;
-    for (std::uint32_t from = first; from != end; from = hull_[from].next) {
-        std::uint32_t const inner = hull_[from].triangle;
-        std::uint32_t const to = hull_[from].next;
-        std::uint32_t const triangle = add_triangle(to, from, vertex);
-        for (std::size_t edge = 0; edge < 3; ++edge)
-            if (work_[inner].is.corner[after(edge)] == from && work_[inner].is.corner[before(edge)] == to)
-                join({triangle, 2}, {inner, edge});
-        if (below == none)
-            join({triangle, 0}, {});
-        else
-            join({triangle, 0}, {below, 1});
-        below = triangle;
-        doubtful_.push_back({triangle, 2});
-    }
-    hull_[first].next = hull_[vertex].previous = vertex;
-    hull_[vertex].previous = first;
-    hull_[vertex].next = end;
-    hull_[end].previous = vertex;
-    join({below, 1}, {});
-}
-
-/// Turns the edge of two triangles into the other diagonal of their quadrangle. Both keep their numbers.
-void Triangulator::flip(EdgeOf edge) {
-    EdgeOf const other = opposite(edge);
-    std::uint32_t const t = edge.triangle;
-    std::uint32_t const u = other.triangle;
-    Work const old_t = work_[t];
-    Work const old_u = work_[u];
-    std::uint32_t const top = old_t.is.corner[edge.edge];
-    std::uint32_t const right = old_t.is.corner[after(edge.edge)];
-    std::uint32_t const left = old_t.is.corner[before(edge.edge)];
-    std::uint32_t const bottom = old_u.is.corner[other.edge];
-
-    struct Side {
-        EdgeOf beyond;
-        bool fixed;
-        bool boundary;
-    };
-    auto const side_of = [this](Work const& work, EdgeOf at) {
-        return Side{opposite(at), work.fixed[at.edge], work.boundary[at.edge]};
-    };
-    Side const top_left = side_of(old_t, {t, after(edge.edge)});
-    Side const top_right = side_of(old_t, {t, before(edge.edge)});
-    Side const bottom_right = side_of(old_u, {u, after(other.edge)});
-    Side const bottom_left = side_of(old_u, {u, before(other.edge)});
-
-    work_[t] = {{{top, bottom, left}, {none, none, none}}, {}, {}};
-    work_[u] = {{{bottom, top, right}, {none, none, none}}, {}, {}};
-    auto const put = [this](EdgeOf at, Side const& old) {
-        join(at, old.beyond);
-        work_[at.triangle].fixed[at.edge] = old.fixed;
-        work_[at.triangle].boundary[at.edge] = old.boundary;
-    };
-    put({t, 0}, bottom_left);
-    put({t, 1}, top_left);
-    put({u, 0}, top_right);
-    put({u, 1}, bottom_right);
-    join({t, 2}, {u, 2});
-    note(t);
-    note(u);
-}
-
-bool Triangulator::flippable(EdgeOf edge) const {
-    EdgeOf const other = opposite(edge);
-    std::uint32_t const top = work_[edge.triangle].is.corner[edge.edge];
-    std::uint32_t const bottom = work_[other.triangle].is.corner[other.edge];
-    return side(top, bottom, corner(edge, before)) > 0 && side(bottom, top, corner(edge, after)) > 0;
-}
-
-void Triangulator::flip_to_delaunay() {
-    while (!doubtful_.empty()) {
-        EdgeOf const edge = doubtful_.back();
-        doubtful_.pop_back();
-        EdgeOf const other = opposite(edge);
-        if (other.triangle == none || work_[edge.triangle].fixed[edge.edge]) continue;
-        auto const& corners = work_[edge.triangle].is.corner;
-        if (!in_circle(knot(corners[0]), knot(corners[1]), knot(corners[2]),
-                       knot(work_[other.triangle].is.corner[other.edge])) ||
-            !flippable(edge))
-            continue;
-        flip(edge);
-        for (std::uint32_t const triangle : {edge.triangle, other.triangle})
-            for (std::size_t i = 0; i < 2; ++i) doubtful_.push_back({triangle, i});
-    }
-}
-
-/// Calls `visit` with the edge opposite to the vertex in each triangle around it, until it returns true.
-template <class Visit>
-std::optional<EdgeOf> Triangulator::around(std::uint32_t vertex, Visit visit) const {
-    std::uint32_t const start = triangle_at_[vertex];
-    for (bool const leftwards : {true, false}) {
-        std::uint32_t triangle = start;
-        do {
-            auto const& corners = work_[triangle].is.corner;
-            auto const index =
-                static_cast<std::size_t>(std::find(corners.begin(), corners.end(), vertex) - corners.begin());
-            EdgeOf const edge{triangle, index};
-            if ((leftwards || triangle != start) && visit(edge)) return edge;
-            triangle = work_[triangle].is.neighbour[leftwards ? after(index) : before(index)];
-        } while (triangle != none && triangle != start);
-        if (triangle == start) break;
-    }
-    return std::nullopt;
-}
-
-std::optional<EdgeOf> Triangulator::edge_between(std::uint32_t a, std::uint32_t b) const {
-    auto const edge = around(a, [&](EdgeOf at) { return corner(at, after) == b || corner(at, before) == b; });
-    if (!edge) return std::nullopt;
-    return EdgeOf{edge->triangle, corner(*edge, after) == b ? before(edge->edge) : after(edge->edge)};
-}
-
-void Triangulator::fix(EdgeOf edge) {
-    for (EdgeOf const at : {edge, opposite(edge)}) {
-        if (at.triangle == none) continue;
-        work_[at.triangle].fixed[at.edge] = true;
-        work_[at.triangle].boundary[at.edge] = !work_[at.triangle].boundary[at.edge];
-    }
-}
-
-/// Makes an edge of the way up to the first vertex on it, and returns this vertex.
-std::uint32_t Triangulator::force_first_part(std::uint32_t from, std::uint32_t to) {
-    std::uint32_t reached = none;
-    auto const ahead = [&](std::uint32_t vertex) {
-        return vertex == to || (side(from, to, vertex) == 0 && towards(knot(from), knot(to), knot(vertex)));
-    };
-    auto const first = around(from, [&](EdgeOf at) {
-        std::uint32_t const right = corner(at, after);
-        std::uint32_t const left = corner(at, before);
-        for (std::uint32_t const vertex : {right, left})
-            if (ahead(vertex)) reached = vertex;
-        return reached != none || (side(from, right, to) > 0 && side(from, left, to) < 0);
-    });
-    if (!first) throw Crossing{knot(from)};
-    if (reached == none) reached = clear_way(from, to, *first);
-    auto const edge = edge_between(from, reached);
-    if (!edge) throw Crossing{knot(from)};
-    fix(*edge);
-    return reached;
-}
-
-std::uint32_t Triangulator::clear_way(std::uint32_t from, std::uint32_t to, EdgeOf first) {
-    std::deque<std::pair<std::uint32_t, std::uint32_t>> crossing;
-    std::uint32_t end = none;
-    for (EdgeOf edge = first; end == none;) {
-        if (work_[edge.triangle].fixed[edge.edge]) throw Crossing{knot(corner(edge, after))};
-        crossing.emplace_back(corner(edge, after), corner(edge, before));
-        EdgeOf const other = opposite(edge);
-        std::uint32_t const apex = work_[other.triangle].is.corner[other.edge];
-        std::int64_t const turn = side(from, to, apex);
-        if (turn == 0)
-            end = apex;
-        else
-            edge = {other.triangle, turn > 0 ? after(other.edge) : before(other.edge)};
-    }
-    std::vector<std::pair<std::uint32_t, std::uint32_t>> made;
-    while (!crossing.empty()) {
-        auto const [a, b] = crossing.front();
-        crossing.pop_front();
-        EdgeOf const edge = *edge_between(a, b);
-        if (!flippable(edge)) {
-            crossing.emplace_back(a, b);
-            continue;
-        }
-        EdgeOf const other = opposite(edge);
-        std::uint32_t const top = work_[edge.triangle].is.corner[edge.edge];
-        std::uint32_t const bottom = work_[other.triangle].is.corner[other.edge];
-        flip(edge);
-        bool const still_crosses = top != from && top != end && bottom != from && bottom != end &&
-                                   (side(from, end, top) > 0) != (side(from, end, bottom) > 0);
-        (still_crosses ? static_cast<void>(crossing.emplace_back(top, bottom))
-                       : static_cast<void>(made.emplace_back(top, bottom)));
-    }
-    for (auto const& [a, b] : made) {
-        bool const is_the_way = (a == from && b == end) || (a == end && b == from);
-        if (!is_the_way) doubtful_.push_back(*edge_between(a, b));
-    }
-    EdgeOf const way = *edge_between(from, end);
-    for (EdgeOf const at : {way, opposite(way)}) work_[at.triangle].fixed[at.edge] = true;
-    flip_to_delaunay();
-    return end;
-}
-
-std::vector<Triangle> Triangulator::inside() const {
-    enum class Place : std::uint8_t { UNKNOWN, OUTSIDE, INSIDE };
-    std::vector<Place> place(work_.size(), Place::UNKNOWN);
-    std::vector<std::uint32_t> open;
-    auto const settle = [&](std::uint32_t triangle, bool inner) {
-        if (place[triangle] != Place::UNKNOWN) return;
-        place[triangle] = inner ? Place::INSIDE : Place::OUTSIDE;
-        open.push_back(triangle);
-    };
-    for (std::size_t t = 0; t < work_.size(); ++t)
-        for (std::size_t edge = 0; edge < 3; ++edge)
-            if (work_[t].is.neighbour[edge] == none) settle(static_cast<std::uint32_t>(t), work_[t].boundary[edge]);
-    while (!open.empty()) {
-        std::uint32_t const t = open.back();
-        open.pop_back();
-        for (std::size_t edge = 0; edge < 3; ++edge)
-            if (std::uint32_t const beyond = work_[t].is.neighbour[edge]; beyond != none)
-                settle(beyond, (place[t] == Place::INSIDE) != work_[t].boundary[edge]);
-    }
-    std::vector<std::uint32_t> number(work_.size(), none);
-    std::uint32_t count = 0;
-    for (std::size_t t = 0; t < work_.size(); ++t)
-        if (place[t] == Place::INSIDE) number[t] = count++;
-    std::vector<Triangle> triangles;
-    for (std::size_t t = 0; t < work_.size(); ++t) {
-        if (place[t] != Place::INSIDE) continue;
-        Triangle triangle = work_[t].is;
-        for (std::uint32_t& neighbour : triangle.neighbour)
-            if (neighbour != none) neighbour = number[neighbour];
-        triangles.push_back(triangle);
-    }
-    return triangles;
-}
 
 template <class Visit>
 void for_each_ring(Polygons const& polygons, Visit visit) {
@@ -409,53 +21,65 @@ void for_each_ring(Polygons const& polygons, Visit visit) {
     }
 }
 
-Triangulation attempt(Polygons const& polygons) {
-    std::vector<std::pair<Knot, Point>> places;
-    Point const origin = polygons[0].outline[0];
-    Point const base{std::round(origin.x), std::round(origin.z)};
-    auto const knot_of = [base](Point point) {
-        return Knot{std::llround((point.x - base.x) / polygon_resolution),
-                    std::llround((point.z - base.z) / polygon_resolution)};
-    };
-    for_each_ring(polygons, [&](Ring const& ring) {
-        for (Point const point : ring) places.emplace_back(knot_of(point), point);
-    });
-    auto const left_of = [](auto const& a, auto const& b) { return a.first < b.first; };
-    std::stable_sort(places.begin(), places.end(), left_of);
-    auto const same = [](auto const& a, auto const& b) { return a.first == b.first; };
-    places.erase(std::unique(places.begin(), places.end(), same), places.end());
-
-    std::vector<Knot> knots;
-    Triangulation result;
-    for (auto const& [knot, point] : places) {
-        knots.push_back(knot);
-        result.vertices.push_back(point);
+/// The vertices of polygons, each once, in the resolution of operations with polygons. In whole steps of it, collinear
+/// corners are collinear exactly.
+class Lattice {
+  public:
+    explicit Lattice(Polygons const& polygons) : origin_(polygons[0].outline[0]) {
+        origin_ = {std::round(origin_.x), std::round(origin_.z)};
+        std::vector<std::pair<LatticePoint, Point>> places;
+        for_each_ring(polygons, [&](Ring const& ring) {
+            for (Point const point : ring) places.emplace_back(on_lattice(point), point);
+        });
+        std::stable_sort(places.begin(), places.end(), [](auto const& a, auto const& b) { return a.first < b.first; });
+        auto const same = [](auto const& a, auto const& b) { return a.first == b.first; };
+        places.erase(std::unique(places.begin(), places.end(), same), places.end());
+        for (auto const& [place, point] : places) {
+            lattice_points.push_back(place);
+            points.push_back(point);
+        }
     }
-    auto const index_of = [&](Point point) {
-        return static_cast<std::uint32_t>(std::lower_bound(knots.begin(), knots.end(), knot_of(point)) - knots.begin());
-    };
-    Triangulator triangulator(knots);
+
+    std::uint32_t index_of(Point point) const {
+        auto const found = std::lower_bound(lattice_points.begin(), lattice_points.end(), on_lattice(point));
+        return static_cast<std::uint32_t>(found - lattice_points.begin());
+    }
+
+    std::vector<LatticePoint> lattice_points;
+    std::vector<Point> points;
+
+  private:
+    LatticePoint on_lattice(Point point) const {
+        return {std::llround((point.x - origin_.x) / polygon_resolution),
+                std::llround((point.z - origin_.z) / polygon_resolution)};
+    }
+
+    Point origin_;
+};
+
+std::vector<BoundaryEdge> boundary_of(Polygons const& polygons, Lattice const& lattice) {
+    std::vector<BoundaryEdge> boundary;
     for_each_ring(polygons, [&](Ring const& ring) {
         for (std::size_t i = 0; i < ring.size(); ++i)
-            triangulator.force(index_of(ring[i]), index_of(ring[(i + 1) % ring.size()]));
+            boundary.push_back({lattice.index_of(ring[i]), lattice.index_of(ring[(i + 1) % ring.size()])});
     });
-    result.triangles = triangulator.inside();
-    return result;
+    return boundary;
 }
 
 }  // namespace
 
 Triangulation triangulated(Polygons const& polygons) {
+    constexpr int most_attempts = 4;
     Polygons cleaned = polygons;
-    for (int attempts = 1; !cleaned.empty(); ++attempts) {
+    for (int attempt = 1; !cleaned.empty(); ++attempt) {
+        Lattice lattice(cleaned);
         try {
-            return attempt(cleaned);
-        } catch (Crossing const& crossing) {
+            auto triangles = constrained_delaunay(lattice.lattice_points, boundary_of(cleaned, lattice));
+            return {std::move(lattice.points), std::move(triangles)};
+        } catch (BoundaryCrossing const& crossing) {
             // Rounding in an earlier operation let two edges cross by a step; another union parts them.
-            Point const base = cleaned[0].outline[0];
-            Point const near{std::round(base.x) + static_cast<double>(crossing.knot.x) * polygon_resolution,
-                             std::round(base.z) + static_cast<double>(crossing.knot.z) * polygon_resolution};
-            if (attempts == 4) throw Exception("boundaries of a plan cross at " + text_of(near));
+            if (attempt == most_attempts)
+                refuse(fmt::format("boundaries of a plan cross at {}", text_of(lattice.points[crossing.vertex])));
             cleaned = united(cleaned);
         }
     }

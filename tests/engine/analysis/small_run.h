@@ -1,11 +1,11 @@
 #pragma once
 
-#include "engine/behaviour/event_states.h"
+#include "engine/behaviour/events/event_states.h"
 #include "engine/model/document.h"
 #include "engine/model/kind.h"
-#include "engine/model/scene_states.h"
-#include "engine/model/simulation_run_state.h"
 #include "engine/results/run_writer.h"
+#include "engine/scene/scene_states.h"
+#include "engine/scene/simulation_run_state.h"
 #include "tests/engine/files.h"
 
 #include <pedflux/agent_filters.h>
@@ -107,10 +107,10 @@ class SmallRun : public testing::Test {
     }
 
     template <class State>
-    std::shared_ptr<typename State::Face> query() {
+    std::shared_ptr<typename State::Handle> query() {
         auto& state = document.add<State>(document.next_unique_name("Query"));
         state.run = run;
-        return std::static_pointer_cast<typename State::Face>(document.face_of(state));
+        return std::static_pointer_cast<typename State::Handle>(document.handle_of(state));
     }
 
     /// Sets a query's filter, also where the SDK takes none but a variable.

@@ -25,6 +25,7 @@
 #include "engine/transport/timetable_states.h"
 #include "engine/transport/vehicle_states.h"
 
+#include <pedflux/exception.h>
 #include <pedflux/project.h>
 
 #include <cmath>
