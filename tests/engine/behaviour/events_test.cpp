@@ -162,7 +162,9 @@ TEST_F(Events, SurviveCopyingAndFiles) {
     opened->document = &document;
     std::vector<Issue> warnings;
     Reading reading{warnings, ""};
-    read_object_fields(*opened, Json::parse(json.dump()), reading);
+    auto file = Json::parse(json.dump());
+    file.update({{"id", "of the file"}, {"name", "Alarm"}});  // which the fields do not include
+    read_object_fields(*opened, file, reading);
     check_object(*opened);
     Json again = Json::object();
     write_fields(fields_in(*opened), again);
