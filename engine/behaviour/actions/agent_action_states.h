@@ -2,12 +2,12 @@
 
 #include "engine/behaviour/distributions/distribution_handle.h"
 #include "engine/behaviour/events/time_reference.h"
-#include "engine/behaviour/node_table.h"
 #include "engine/behaviour/object_rules.h"
 #include "engine/behaviour/population/population.h"
 #include "engine/model/check.h"
 #include "engine/model/enumerations.h"
 #include "engine/model/node.h"
+#include "engine/model/node_table.h"
 
 #include <pedflux/agent_actions.h>
 #include <pedflux/agent_tests.h>

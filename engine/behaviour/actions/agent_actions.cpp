@@ -1,6 +1,6 @@
 #include "engine/behaviour/actions/agent_action_states.h"
-#include "engine/behaviour/node_handles.h"
 #include "engine/model/document.h"
+#include "engine/model/node_handles.h"
 
 #include <pedflux/agent_actions.h>
 
@@ -79,7 +79,7 @@ void set_destinations(Handle& handle, Destinations const& destinations) {
         set_destinations<engine::Class##State>(*this, by_lowest_cost(ids)); \
     }
 
-// Accessors that several kinds have: see engine/behaviour/node_handles.h.
+// Accessors that several kinds have: see engine/model/node_handles.h.
 
 #define PEDFLUX_ACCESS_DURATION(Class, Type, Name, member) \
     PEDFLUX_ACCESS_VALUE(Class, Type, Name, member)        \

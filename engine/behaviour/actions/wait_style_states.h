@@ -1,10 +1,10 @@
 #pragma once
 
 #include "engine/base/list_checks.h"
-#include "engine/behaviour/node_table.h"
 #include "engine/model/check.h"
 #include "engine/model/enumerations.h"
 #include "engine/model/node.h"
+#include "engine/model/node_table.h"
 
 #include <pedflux/wait_styles.h>
 

@@ -1,5 +1,5 @@
 #include "engine/behaviour/actions/wait_style_states.h"
-#include "engine/behaviour/node_handles.h"
+#include "engine/model/node_handles.h"
 #include "engine/model/properties.h"
 
 #include <pedflux/wait_styles.h>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/base/random.h"
-#include "engine/behaviour/node_table.h"
+#include "engine/model/node_table.h"
 #include "engine/model/rules.h"
 
 #include <pedflux/distributions.h>

@@ -1,6 +1,6 @@
 #include "engine/base/list_checks.h"
 #include "engine/behaviour/distributions/distribution_handle.h"
-#include "engine/behaviour/node_handles.h"
+#include "engine/model/node_handles.h"
 
 #include <pedflux/distributions.h>
 #include <pedflux/exception.h>

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "engine/base/checks.h"
-#include "engine/behaviour/node_table.h"
 #include "engine/behaviour/object_rules.h"
 #include "engine/behaviour/population/trip.h"
 #include "engine/model/check.h"
 #include "engine/model/enumerations.h"
 #include "engine/model/node.h"
+#include "engine/model/node_table.h"
 
 #include <pedflux/agent_filters.h>
 #include <pedflux/transitions.h>

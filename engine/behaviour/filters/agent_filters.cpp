@@ -1,5 +1,5 @@
 #include "engine/behaviour/filters/agent_filter_states.h"
-#include "engine/behaviour/node_handles.h"
+#include "engine/model/node_handles.h"
 
 #include <pedflux/agent_filters.h>
 

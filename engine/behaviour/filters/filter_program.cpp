@@ -1,8 +1,8 @@
 #include "engine/behaviour/filters/filter_program.h"
 
 #include "engine/base/checks.h"
+#include "engine/behaviour/compiled/named_rules.h"
 #include "engine/behaviour/filters/agent_filter_states.h"
-#include "engine/behaviour/named_rules.h"
 
 #include <string>
 #include <utility>

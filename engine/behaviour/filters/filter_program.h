@@ -1,8 +1,8 @@
 #pragma once
 
-#include "engine/behaviour/agent_situation.h"
-#include "engine/behaviour/decisions.h"
-#include "engine/behaviour/symbol_table.h"
+#include "engine/behaviour/compiled/agent_situation.h"
+#include "engine/behaviour/compiled/decisions.h"
+#include "engine/behaviour/compiled/symbol_table.h"
 
 #include <pedflux/agent_filters.h>
 

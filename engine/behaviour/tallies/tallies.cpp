@@ -1,5 +1,5 @@
-#include "engine/behaviour/node_handles.h"
 #include "engine/behaviour/tallies/tally_states.h"
+#include "engine/model/node_handles.h"
 
 #include <pedflux/tallies.h>
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "engine/behaviour/node_table.h"
 #include "engine/behaviour/object_rules.h"
 #include "engine/model/check.h"
 #include "engine/model/enumerations.h"
 #include "engine/model/node.h"
+#include "engine/model/node_table.h"
 
 #include <pedflux/tallies.h>
 #include <pedflux/transitions.h>

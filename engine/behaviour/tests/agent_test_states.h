@@ -3,10 +3,10 @@
 #include "engine/behaviour/condition_names.h"
 #include "engine/behaviour/events/time_reference.h"
 #include "engine/behaviour/filters/agent_filter_states.h"
-#include "engine/behaviour/node_table.h"
 #include "engine/behaviour/object_rules.h"
 #include "engine/model/enumerations.h"
 #include "engine/model/node.h"
+#include "engine/model/node_table.h"
 
 #include <pedflux/agent_tests.h>
 #include <pedflux/tallies.h>

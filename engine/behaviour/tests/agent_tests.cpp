@@ -1,5 +1,5 @@
-#include "engine/behaviour/node_handles.h"
 #include "engine/behaviour/tests/agent_test_states.h"
+#include "engine/model/node_handles.h"
 
 #include <pedflux/agent_tests.h>
 

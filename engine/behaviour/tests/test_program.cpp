@@ -1,7 +1,7 @@
 #include "engine/behaviour/tests/test_program.h"
 
 #include "engine/base/hashing.h"
-#include "engine/behaviour/named_rules.h"
+#include "engine/behaviour/compiled/named_rules.h"
 #include "engine/behaviour/tests/agent_test_states.h"
 
 #include <pedflux/exception.h>

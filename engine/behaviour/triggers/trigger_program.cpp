@@ -1,8 +1,8 @@
 #include "engine/behaviour/triggers/trigger_program.h"
 
+#include "engine/behaviour/compiled/named_rules.h"
 #include "engine/behaviour/condition_names.h"
 #include "engine/behaviour/events/event_states.h"
-#include "engine/behaviour/named_rules.h"
 #include "engine/behaviour/triggers/trigger_range_states.h"
 #include "engine/behaviour/triggers/trigger_run.h"
 #include "engine/behaviour/triggers/trigger_states.h"

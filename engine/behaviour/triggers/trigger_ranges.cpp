@@ -1,6 +1,6 @@
 #include "engine/base/list_checks.h"
-#include "engine/behaviour/node_handles.h"
 #include "engine/behaviour/triggers/trigger_range_states.h"
+#include "engine/model/node_handles.h"
 #include "engine/model/properties.h"
 
 #include <pedflux/triggers.h>

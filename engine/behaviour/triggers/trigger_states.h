@@ -2,10 +2,10 @@
 
 #include "engine/behaviour/condition_names.h"
 #include "engine/behaviour/events/time_reference.h"
-#include "engine/behaviour/node_table.h"
 #include "engine/behaviour/object_rules.h"
 #include "engine/model/check.h"
 #include "engine/model/node.h"
+#include "engine/model/node_table.h"
 
 #include <pedflux/tallies.h>
 #include <pedflux/time_references.h>

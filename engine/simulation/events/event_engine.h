@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/behaviour/symbol_table.h"
+#include "engine/behaviour/compiled/symbol_table.h"
 #include "engine/behaviour/tallies/tally_run.h"
 #include "engine/behaviour/triggers/trigger_run.h"
 #include "engine/simulation/agents/spawning.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/behaviour/symbol_table.h"
+#include "engine/behaviour/compiled/symbol_table.h"
 #include "engine/simulation/world/clock.h"
 
 #include <pedflux/identifiers.h>

@@ -1,5 +1,6 @@
-#include "engine/base/random.h"
 #include "engine/behaviour/tests/test_program.h"
+
+#include "engine/base/random.h"
 #include "tests/engine/behaviour/agent_moments.h"
 #include "tests/engine/behaviour/agent_rules.h"
 #include "tests/engine/refusal.h"

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "engine/behaviour/node_table.h"
 #include "engine/model/accessors.h"
 #include "engine/model/node_kind.h"
+#include "engine/model/node_table.h"
 
-/// Makes the handle classes of a family of nodes out of its table: see engine/behaviour/node_table.h. Included where
+/// Makes the handle classes of a family of nodes out of its table: see engine/model/node_table.h. Included where
 /// the classes are implemented.
 
 #define PEDFLUX_PARAMETER(context, property) PEDFLUX_PARAMETER_OF property

@@ -16,7 +16,7 @@
 ///
 ///     (access, type, name, member, initial value, rules...)
 ///
-/// where `access` tells which accessors the handle class has (see engine/behaviour/node_handles.h), `name` is that of
+/// where `access` tells which accessors the handle class has (see engine/model/node_handles.h), `name` is that of
 /// the accessors and, in lower camel case, of the field in files, and `member` is the state's member. Fields are saved
 /// in the order of the line. Words end in no comma, so that a line reads
 ///

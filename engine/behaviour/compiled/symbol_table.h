@@ -17,8 +17,8 @@ namespace pedflux::engine {
 /// The place of a symbol in the list of its kind.
 using SymbolIndex = std::uint32_t;
 
-/// The objects, tallies, transitions and times that compiled programs refer to by number, so that the simulation looks up
-/// each of them once. All programs of a simulation share one table; numbers follow the order of compilation.
+/// The objects, tallies, transitions and times that compiled programs refer to by number, so that the simulation looks
+/// up each of them once. All programs of a simulation share one table; numbers follow the order of compilation.
 struct SymbolTable {
     std::vector<GlobalId> objects;  ///< each once
     std::vector<std::shared_ptr<Tally>> tallies;
