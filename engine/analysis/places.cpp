@@ -4,6 +4,8 @@
 #include "engine/model/document.h"
 #include "engine/scene/scene_states.h"
 
+#include <set>
+
 namespace pedflux::engine {
 
 RunPlaces::RunPlaces(Document const& document, RunReader const& reader)
@@ -22,6 +24,23 @@ RunPlaces::RunPlaces(Document const& document, RunReader const& reader)
             if (GlobalId(id).IsValid()) portals_.emplace(id, static_cast<std::uint32_t>(portals_.size()));
         }
     }
+    // Runs of the first format do not tell which surfaces meet.
+    if (surfaces_.joins.empty()) return;
+    for (auto const& [id, number] : portals_) {
+        bool const is_area = reader.surface_of(id) || document.find<ZoneState>(id);
+        if (is_area) destinations_.emplace(id, (*this)[id].area);
+    }
+}
+
+std::optional<SurfaceIndex> RunPlaces::arrival_beside(AgentRecord const& person, SurfaceIndex last) const {
+    auto const destination = destinations_.find(person.destination);
+    if (!person.arrived || destination == destinations_.end() || destination->second.has(last)) return std::nullopt;
+    std::set<SurfaceIndex> found;
+    for (auto const& [connection, floor] : surfaces_.joins) {
+        if (connection == last && destination->second.has(floor)) found.insert(floor);
+        if (floor == last && destination->second.has(connection)) found.insert(connection);
+    }
+    return found.size() == 1 ? std::optional(*found.begin()) : std::nullopt;
 }
 
 std::optional<std::uint32_t> RunPlaces::portal(GlobalId const& id) const {

@@ -38,12 +38,16 @@ class RunPlaces {
     std::optional<std::uint32_t> portal(GlobalId const& object) const;
     /// Whether a surface is a link, stair or ramp.
     bool is_connection(SurfaceIndex surface) const { return connections_[surface]; }
+    /// The surface where somebody arrived and left at once, so that no frame shows them there: of the surfaces of their
+    /// destination, the only one that meets the last that frames show them on.
+    std::optional<SurfaceIndex> arrival_beside(AgentRecord const& person, SurfaceIndex last) const;
 
   private:
     Document const& document_;
     RunReader const& reader_;
     SurfaceTable surfaces_;
     std::vector<bool> connections_;
+    std::unordered_map<GlobalId, Area, GlobalIdHash, GlobalIdEqual> destinations_;  ///< those that are areas
     std::unordered_map<GlobalId, std::uint32_t, GlobalIdHash, GlobalIdEqual> portals_;
 };
 

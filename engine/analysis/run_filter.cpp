@@ -28,7 +28,8 @@ std::set<std::pair<int, std::uint32_t>> moments_of(Transition const& transition,
     std::set<std::pair<int, std::uint32_t>> moments;
     for (auto const& crossing : crossings_at(transition, times.places, times.visits())) {
         // Who leaves the simulation is seen for the last time in the frame before.
-        moments.emplace(crossing.to == no_surface ? crossing.frame - 1 : crossing.frame, crossing.agent);
+        int const last = times.reader.agents()[crossing.agent].last_frame;
+        moments.emplace(std::min(crossing.frame, last), crossing.agent);
     }
     return moments;
 }

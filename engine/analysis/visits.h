@@ -37,16 +37,20 @@ void follow(RunPlaces const& places, AgentRecord const& person, std::vector<Surf
     auto const at = [&](int frame) { return [&told, frame](Crossing const& crossing) { told(frame, crossing); }; };
     auto const origin = places.portal(person.origin);
     if (visits.empty()) trail.enter({.surface = unknown_surface}, origin, at(person.first_frame));
+    auto const on = [&](SurfaceIndex surface) {
+        return Whereabouts{.surface = surface, .on_connection = places.is_connection(surface)};
+    };
     for (auto const& visit : visits) {
-        Whereabouts const here{.surface = visit.surface, .on_connection = places.is_connection(visit.surface)};
         if (&visit == &visits.front()) {
-            trail.enter(here, origin, at(visit.first));
+            trail.enter(on(visit.surface), origin, at(visit.first));
         } else {
-            trail.move(here, at(visit.first));
+            trail.move(on(visit.surface), at(visit.first));
         }
     }
     auto const departure = departure_of(places.reader(), person);
     if (!departure) return;
+    auto const arrival = places.arrival_beside(person, trail.now.surface);
+    if (arrival) trail.move(on(*arrival), at(*departure));
     trail.leave(person.arrived ? places.portal(person.destination) : std::nullopt, at(*departure));
 }
 

@@ -91,7 +91,7 @@ TEST(Transitions, CountTheSameLiveAndInTheStoredRun) {
 
     auto const run = rooms.project->GetSimulationRuns().at(0)->GetId();
     for (std::size_t i = 0; i < cases.size(); ++i) {
-        auto const query = rooms.project->CreateAgentTransitionTableQuery(cases[i].name, run);
+        auto const query = rooms.project->CreateAgentTransitionTableQuery(rooms.numbered("Query"), run);
         query->SetTransition(cases[i].make());
         EXPECT_EQ(live[i], cases[i].expected) << cases[i].name;
         EXPECT_EQ(query->Evaluate()->GetRowCount(), live[i]) << cases[i].name;
@@ -106,6 +106,7 @@ TEST(Transitions, ThatAStoredRunDoesNotTellAreRefusedByName) {
     auto const volume = rooms.project->CreateVolume("Box", MeshGeometry::CreateBox({4, 0, 0}, {6, 2, 4}));
     auto const simulation = rooms.simulate();
     rooms.run_until_empty(*simulation, 60);
+    simulation->Stop();
     auto const query =
         rooms.project->CreateAgentTransitionTableQuery("Query", rooms.project->GetSimulationRuns().at(0)->GetId());
     query->SetTransition(std::make_shared<CordonTransition>(cordon->GetId()));
