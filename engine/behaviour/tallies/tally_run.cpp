@@ -1,5 +1,6 @@
 #include "engine/behaviour/tallies/tally_run.h"
 
+#include "engine/base/random_streams.h"
 #include "engine/behaviour/distributions/distribution_handle.h"
 
 #include <algorithm>
@@ -25,10 +26,6 @@ bool is_total(TallyValueType type) {
     return type == TallyValueType::VARIABLE || type == TallyValueType::CLOCK ||
            type == TallyValueType::AGGREGATE_SUM_OVER_TIME;
 }
-
-/// Tallies have random numbers of their own, apart from those of events and agents.
-constexpr std::uint64_t TALLY_STREAM = std::uint64_t{0x7A11} << 32;
-constexpr std::uint64_t CHANGE_STREAM = TALLY_STREAM + (std::uint64_t{1} << 32);
 
 }  // namespace
 
@@ -63,13 +60,13 @@ void RollingSum::clear() {
 TallyRun::TallyRun(TallyProgram const& plan, std::uint64_t seed) : plan_(plan), compared_(plan.compared.size(), 0) {
     for (TallyIndex i = 0; i < plan.tallies.size(); ++i) {
         auto const& tally = plan.tallies[i];
-        auto& running = running_.emplace_back(Running{.random = Random(seed, TALLY_STREAM + i)});
+        auto& running = running_.emplace_back(Running{.random = Random(seed, streams::of_tallies + i)});
         if (tally.window > 0) running.window.emplace(tally.window);
         running.base = tally.start ? *tally.start : sample(*tally.default_value, running.random);
         settle(i);
     }
     for (std::size_t i = 0; i < plan.changes.size(); ++i)
-        changes_.push_back({.random = Random(seed, CHANGE_STREAM + i)});
+        changes_.push_back({.random = Random(seed, streams::of_tally_changes + i)});
 }
 
 void TallyRun::step(std::span<double const> measures, std::span<RangeInFrame const> ranges) {
