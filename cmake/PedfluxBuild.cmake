@@ -5,6 +5,8 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+# Components whose compiler options differ from those of the precompiled header, and the bridge.
+set(PEDFLUX_NOT_PRECOMPILED engine_crowd pedflux_runtime)
 # What is linked with a library need not be linked again when only its inside changes.
 set(CMAKE_LINK_DEPENDS_NO_SHARED ON)
 
@@ -17,7 +19,8 @@ set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
 
 find_program(PEDFLUX_CCACHE ccache)
 if(PEDFLUX_CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${PEDFLUX_CCACHE})
+    # With precompiled headers the cache asks for more trust: in times of day and in what a header defines.
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${PEDFLUX_CCACHE})
 endif()
 
 add_library(pedflux_build INTERFACE)
@@ -48,6 +51,9 @@ function(pedflux_component name)
     add_library(${name} STATIC ${sources})
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} PUBLIC pedflux_build ${ARGN})
+    if(TARGET engine_base AND NOT name STREQUAL engine_base AND NOT name IN_LIST PEDFLUX_NOT_PRECOMPILED)
+        target_precompile_headers(${name} REUSE_FROM engine_base)
+    endif()
 endfunction()
 
 # pedflux_gtest(NAME <libraries>...): a GoogleTest program of every .cpp file in the current folder, one CTest test per case.
@@ -61,5 +67,6 @@ function(pedflux_gtest name)
     target_link_libraries(${name} PRIVATE pedflux_build ${ARGN} GTest::gtest_main GTest::gmock)
     # What takes long in a test is the engine; the test itself takes longer to compile than to run.
     target_compile_options(${name} PRIVATE -O0)
+    target_precompile_headers(${name} REUSE_FROM pedflux_test_precompiled)
     add_test(NAME ${name} COMMAND ${name})
 endfunction()

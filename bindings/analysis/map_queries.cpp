@@ -1,4 +1,4 @@
-#include "bindings/table.h"
+#include "bindings/kinds.h"
 
 #include <pedflux/agent_filters.h>
 #include <pedflux/color_functions.h>
@@ -7,15 +7,17 @@
 #include <pedflux/maps.h>
 #include <pedflux/time_range.h>
 
+#define MAP_QUERY_CLASS(Class, Base) \
+    CLASS(Class, Base)               \
+    GET(Class, MapQueryTypeId)
 /// A query of its own kind of map.
-#define MAP_QUERY(Class)   \
-    CLASS(Class, MapQuery) \
-    GET(Class, MapQueryTypeId)
-
+#define MAP_QUERY(Class, Classes)    \
+    MAP_QUERY_CLASS(Class, MapQuery) \
+    KIND(Class, Classes)
 /// A query of a map of densities.
-#define DENSITY_MAP_QUERY(Class)  \
-    CLASS(Class, DensityMapQuery) \
-    GET(Class, MapQueryTypeId)
+#define DENSITY_MAP_QUERY(Class, Classes)   \
+    MAP_QUERY_CLASS(Class, DensityMapQuery) \
+    KIND(Class, Classes)
 
 namespace pedflux::jni {
 
@@ -27,21 +29,21 @@ PROPERTY(MapQuery, SimulationRunId)
 GET(MapQuery, TypeId)
 GET(MapQuery, MapQueryTypeId)
 
-MAP_QUERY(AgentCountMapQuery)
+MAP_QUERY(AgentCountMapQuery, AgentCountMapQueries)
 PROPERTY(AgentCountMapQuery, AgentFilter)
 PROPERTY(AgentCountMapQuery, ColorFunction)
 PROPERTY(AgentCountMapQuery, TimeRange)
 
-MAP_QUERY(AgentPathMapQuery)
+MAP_QUERY(AgentPathMapQuery, AgentPathMapQueries)
 PROPERTY(AgentPathMapQuery, AgentFilter)
 PROPERTY(AgentPathMapQuery, TimeRange)
 
-MAP_QUERY(AgentTimeToExitMapQuery)
+MAP_QUERY(AgentTimeToExitMapQuery, AgentTimeToExitMapQueries)
 PROPERTY(AgentTimeToExitMapQuery, AgentFilter)
 PROPERTY(AgentTimeToExitMapQuery, ColorFunction)
 PROPERTY(AgentTimeToExitMapQuery, TimeRange)
 
-MAP_QUERY(DensityMapQuery)
+MAP_QUERY_CLASS(DensityMapQuery, MapQuery)
 METHOD(DensityMapQuery, usesCustomColorFunction, UsesCustomColorFunction)
 PROPERTY(DensityMapQuery, CustomColorFunction)
 GET(DensityMapQuery, LevelOfServiceColorFunctionTypeId)
@@ -49,30 +51,30 @@ GET(DensityMapQuery, LevelOfServiceColorTransition)
 SET(DensityMapQuery, LevelOfServiceColorFunction)
 METHOD_CONST(DensityMapQuery, generateColorFunctionForWalkableObject, GenerateColorFunctionForWalkableObject)
 
-DENSITY_MAP_QUERY(AverageDensityMapQuery)
+DENSITY_MAP_QUERY(AverageDensityMapQuery, AverageDensityMapQueries)
 PROPERTY(AverageDensityMapQuery, TimeRange)
 
-DENSITY_MAP_QUERY(MaxDensityMapQuery)
+DENSITY_MAP_QUERY(MaxDensityMapQuery, MaxDensityMapQueries)
 PROPERTY(MaxDensityMapQuery, TimeRange)
 
-DENSITY_MAP_QUERY(InstantaneousDensityMapQuery)
+DENSITY_MAP_QUERY(InstantaneousDensityMapQuery, InstantaneousDensityMapQueries)
 
-DENSITY_MAP_QUERY(ExperiencedDensityMapQuery)
+DENSITY_MAP_QUERY(ExperiencedDensityMapQuery, ExperiencedDensityMapQueries)
 PROPERTY(ExperiencedDensityMapQuery, TimeRange)
 
-DENSITY_MAP_QUERY(NonZeroAverageDensityMapQuery)
+DENSITY_MAP_QUERY(NonZeroAverageDensityMapQuery, NonZeroAverageDensityMapQueries)
 PROPERTY(NonZeroAverageDensityMapQuery, TimeRange)
 
-MAP_QUERY(DynamicPathMapQuery)
+MAP_QUERY(DynamicPathMapQuery, DynamicPathMapQueries)
 PROPERTY(DynamicPathMapQuery, AgentFilter)
 
-MAP_QUERY(InstantaneousProximityMapQuery)
+MAP_QUERY(InstantaneousProximityMapQuery, InstantaneousProximityMapQueries)
 PROPERTY(InstantaneousProximityMapQuery, AgentFilter)
 PROPERTY(InstantaneousProximityMapQuery, ColorFunction)
 PROPERTY(InstantaneousProximityMapQuery, Distance)
 FLAG(InstantaneousProximityMapQuery, IgnoreBarriers)
 
-MAP_QUERY(MaximumProximityMapQuery)
+MAP_QUERY(MaximumProximityMapQuery, MaximumProximityMapQueries)
 PROPERTY(MaximumProximityMapQuery, AgentFilter)
 PROPERTY(MaximumProximityMapQuery, ColorFunction)
 PROPERTY(MaximumProximityMapQuery, TimeRange)
@@ -80,48 +82,48 @@ PROPERTY(MaximumProximityMapQuery, Distance)
 FLAG(MaximumProximityMapQuery, IgnoreBarriers)
 PROPERTY(MaximumProximityMapQuery, SamplePeriod)
 
-MAP_QUERY(StaticMapQuery)
+MAP_QUERY_CLASS(StaticMapQuery, MapQuery)
 SET(StaticMapQuery, ColorFunction)
 
-CLASS(StaticCostMapQuery, StaticMapQuery)
-GET(StaticCostMapQuery, MapQueryTypeId)
+MAP_QUERY_CLASS(StaticCostMapQuery, StaticMapQuery)
+KIND(StaticCostMapQuery, StaticCostMapQueries)
 
-CLASS(StaticDistanceMapQuery, StaticMapQuery)
-GET(StaticDistanceMapQuery, MapQueryTypeId)
+MAP_QUERY_CLASS(StaticDistanceMapQuery, StaticMapQuery)
+KIND(StaticDistanceMapQuery, StaticDistanceMapQueries)
 
-MAP_QUERY(TimeAboveDensityMapQuery)
+MAP_QUERY(TimeAboveDensityMapQuery, TimeAboveDensityMapQueries)
 PROPERTY(TimeAboveDensityMapQuery, ColorFunction)
 PROPERTY(TimeAboveDensityMapQuery, TimeRange)
 PROPERTY(TimeAboveDensityMapQuery, DensityThreshold)
 
-MAP_QUERY(TimeInProximityMapQuery)
+MAP_QUERY(TimeInProximityMapQuery, TimeInProximityMapQueries)
 PROPERTY(TimeInProximityMapQuery, AgentFilter)
 PROPERTY(TimeInProximityMapQuery, ColorFunction)
 PROPERTY(TimeInProximityMapQuery, TimeRange)
 PROPERTY(TimeInProximityMapQuery, Distance)
 FLAG(TimeInProximityMapQuery, IgnoreBarriers)
 
-MAP_QUERY(TimeOccupiedMapQuery)
+MAP_QUERY(TimeOccupiedMapQuery, TimeOccupiedMapQueries)
 PROPERTY(TimeOccupiedMapQuery, AgentFilter)
 PROPERTY(TimeOccupiedMapQuery, ColorFunction)
 PROPERTY(TimeOccupiedMapQuery, TimeRange)
 
-MAP_QUERY(TimeUntilClearMapQuery)
+MAP_QUERY(TimeUntilClearMapQuery, TimeUntilClearMapQueries)
 PROPERTY(TimeUntilClearMapQuery, AgentFilter)
 PROPERTY(TimeUntilClearMapQuery, ColorFunction)
 PROPERTY(TimeUntilClearMapQuery, TimeRange)
 
-MAP_QUERY(VisionCountMapQuery)
+MAP_QUERY(VisionCountMapQuery, VisionCountMapQueries)
 PROPERTY(VisionCountMapQuery, AgentFilter)
 PROPERTY(VisionCountMapQuery, ColorFunction)
 PROPERTY(VisionCountMapQuery, TimeRange)
 
-MAP_QUERY(VisionTimeAboveCountMapQuery)
+MAP_QUERY(VisionTimeAboveCountMapQuery, VisionTimeAboveCountMapQueries)
 PROPERTY(VisionTimeAboveCountMapQuery, AgentFilter)
 PROPERTY(VisionTimeAboveCountMapQuery, ColorFunction)
 PROPERTY(VisionTimeAboveCountMapQuery, TimeRange)
 
-MAP_QUERY(VisionTimeMapQuery)
+MAP_QUERY(VisionTimeMapQuery, VisionTimeMapQueries)
 PROPERTY(VisionTimeMapQuery, AgentFilter)
 PROPERTY(VisionTimeMapQuery, ColorFunction)
 PROPERTY(VisionTimeMapQuery, TimeRange)

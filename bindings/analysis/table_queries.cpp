@@ -1,4 +1,4 @@
-#include "bindings/table.h"
+#include "bindings/kinds.h"
 
 #include <pedflux/agent_filters.h>
 #include <pedflux/identifiers.h>
@@ -9,10 +9,17 @@
 #include <pedflux/timetables.h>
 #include <pedflux/transitions.h>
 
-/// A query of its own kind of table.
-#define TABLE_QUERY(Class)   \
-    CLASS(Class, TableQuery) \
+#define TABLE_QUERY_CLASS(Class, Base) \
+    CLASS(Class, Base)                 \
     GET(Class, TableQueryTypeId)
+/// A query of its own kind of table.
+#define TABLE_QUERY(Class, Classes)      \
+    TABLE_QUERY_CLASS(Class, TableQuery) \
+    KIND(Class, Classes)
+/// A query of a table of origins and destinations.
+#define ORIGIN_DESTINATION_QUERY(Class, Classes)                \
+    TABLE_QUERY_CLASS(Class, OriginDestinationMatrixTableQuery) \
+    KIND(Class, Classes)
 
 namespace pedflux::jni {
 
@@ -24,18 +31,18 @@ METHOD_CONST(TableQuery, setTimeRange, SetTimeRange)
 GET(TableQuery, TypeId)
 GET(TableQuery, TableQueryTypeId)
 
-TABLE_QUERY(OriginDestinationMatrixTableQuery)
+TABLE_QUERY_CLASS(OriginDestinationMatrixTableQuery, TableQuery)
 PROPERTY(OriginDestinationMatrixTableQuery, AgentFilter)
 PROPERTY(OriginDestinationMatrixTableQuery, OriginDestinationMatrixTableOutput)
 PROPERTY(OriginDestinationMatrixTableQuery, CountIfInRangeType)
 
-TABLE_QUERY(AgentAreaTimeTableQuery)
+TABLE_QUERY(AgentAreaTimeTableQuery, AgentAreaTimeTableQueries)
 PROPERTY(AgentAreaTimeTableQuery, AgentFilter)
 GET(AgentAreaTimeTableQuery, AreaIds)
 SET(AgentAreaTimeTableQuery, Areas)
 METHOD_CONST(AgentAreaTimeTableQuery, setArea, SetArea)
 
-TABLE_QUERY(AgentElevatorTripTimeTableQuery)
+TABLE_QUERY(AgentElevatorTripTimeTableQuery, AgentElevatorTripTimeTableQueries)
 PROPERTY(AgentElevatorTripTimeTableQuery, AgentFilter)
 PROPERTY(AgentElevatorTripTimeTableQuery, Elevators)
 PROPERTY(AgentElevatorTripTimeTableQuery, RestrictedOriginStops)
@@ -47,7 +54,7 @@ SET(AgentElevatorTripTimeTableQuery, UseAllDestinationStops)
 PROPERTY(AgentElevatorTripTimeTableQuery, TableViewType)
 PROPERTY(AgentElevatorTripTimeTableQuery, CountIfInRangeType)
 
-TABLE_QUERY(AgentElevatorWaitTimeTableQuery)
+TABLE_QUERY(AgentElevatorWaitTimeTableQuery, AgentElevatorWaitTimeTableQueries)
 PROPERTY(AgentElevatorWaitTimeTableQuery, AgentFilter)
 PROPERTY(AgentElevatorWaitTimeTableQuery, Elevators)
 PROPERTY(AgentElevatorWaitTimeTableQuery, RestrictedStops)
@@ -56,15 +63,15 @@ SET(AgentElevatorWaitTimeTableQuery, UseAllStops)
 PROPERTY(AgentElevatorWaitTimeTableQuery, TableViewType)
 PROPERTY(AgentElevatorWaitTimeTableQuery, CountIfInRangeType)
 
-TABLE_QUERY(AgentLevelOfServiceTimeTableQuery)
+TABLE_QUERY(AgentLevelOfServiceTimeTableQuery, AgentLevelOfServiceTimeTableQueries)
 PROPERTY(AgentLevelOfServiceTimeTableQuery, AgentFilter)
 
-TABLE_QUERY(AgentProcessChainTimeTableQuery)
+TABLE_QUERY(AgentProcessChainTimeTableQuery, AgentProcessChainTimeTableQueries)
 PROPERTY(AgentProcessChainTimeTableQuery, AgentFilter)
 PROPERTY(AgentProcessChainTimeTableQuery, StartingServers)
 PROPERTY(AgentProcessChainTimeTableQuery, EndingServers)
 
-TABLE_QUERY(AgentProximityTableQuery)
+TABLE_QUERY(AgentProximityTableQuery, AgentProximityTableQueries)
 PROPERTY(AgentProximityTableQuery, AgentFilter)
 PROPERTY(AgentProximityTableQuery, ProximityDistance)
 PROPERTY(AgentProximityTableQuery, MinInteractionDurationInSeconds)
@@ -76,7 +83,7 @@ GET(AgentProximityTableQuery, OneWayInteractionSubjectAgentFilter)
 GET(AgentProximityTableQuery, OneWayInteractionTargetAgentFilter)
 SET(AgentProximityTableQuery, OneWayInteractionViewAgentFilters)
 
-TABLE_QUERY(AgentSocialCostTableQuery)
+TABLE_QUERY(AgentSocialCostTableQuery, AgentSocialCostTableQueries)
 PROPERTY(AgentSocialCostTableQuery, AgentFilter)
 SET(AgentSocialCostTableQuery, CostPerHour)
 SET(AgentSocialCostTableQuery, DaysPerYear)
@@ -91,47 +98,46 @@ SET(AgentSocialCostTableQuery, CustomWeight)
 SET(AgentSocialCostTableQuery, CustomWeightAgentFilter)
 METHOD(AgentSocialCostTableQuery, enableCustomWeight, EnableCustomWeight)
 
-TABLE_QUERY(AgentSummaryTableQuery)
+TABLE_QUERY(AgentSummaryTableQuery, AgentSummaryTableQueries)
 PROPERTY(AgentSummaryTableQuery, AgentFilter)
 
-TABLE_QUERY(AgentTimetableSummaryTableQuery)
+TABLE_QUERY(AgentTimetableSummaryTableQuery, AgentTimetableSummaryTableQueries)
 PROPERTY(AgentTimetableSummaryTableQuery, AgentFilter)
 PROPERTY(AgentTimetableSummaryTableQuery, Timetable)
 PROPERTY(AgentTimetableSummaryTableQuery, ReferenceEventNames)
 CLEAR(AgentTimetableSummaryTableQuery, ReferenceEventNames)
 FLAG(AgentTimetableSummaryTableQuery, FilterByReferenceEvents)
 
-TABLE_QUERY(AgentTokenTimeTableQuery)
+TABLE_QUERY(AgentTokenTimeTableQuery, AgentTokenTimeTableQueries)
 PROPERTY(AgentTokenTimeTableQuery, AgentFilter)
 SET(AgentTokenTimeTableQuery, Tokens)
 
-TABLE_QUERY(AgentTransitionTableQuery)
+TABLE_QUERY(AgentTransitionTableQuery, AgentTransitionTableQueries)
 PROPERTY(AgentTransitionTableQuery, AgentFilter)
 PROPERTY(AgentTransitionTableQuery, Transition)
 
-TABLE_QUERY(AgentTripTimeTableQuery)
+TABLE_QUERY(AgentTripTimeTableQuery, AgentTripTimeTableQueries)
 PROPERTY(AgentTripTimeTableQuery, AgentFilter)
 PROPERTY(AgentTripTimeTableQuery, Trip)
 
-CLASS(AreaOriginDestinationCountTableQuery, OriginDestinationMatrixTableQuery)
-GET(AreaOriginDestinationCountTableQuery, TableQueryTypeId)
+ORIGIN_DESTINATION_QUERY(AreaOriginDestinationCountTableQuery, AreaOriginDestinationCountTableQueries)
 OVERLOAD(AreaOriginDestinationCountTableQuery, setFloor, 0, SetFloor, GlobalId const&)
 OVERLOAD(AreaOriginDestinationCountTableQuery, setFloor, 1, SetFloor, std::shared_ptr<Floor> const&)
 OVERLOAD(AreaOriginDestinationCountTableQuery, setZone, 0, SetZone, GlobalId const&)
 OVERLOAD(AreaOriginDestinationCountTableQuery, setZone, 1, SetZone, std::shared_ptr<Zone> const&)
 
-TABLE_QUERY(ElevatorTimeWithoutServiceTableQuery)
+TABLE_QUERY(ElevatorTimeWithoutServiceTableQuery, ElevatorTimeWithoutServiceTableQueries)
 PROPERTY(ElevatorTimeWithoutServiceTableQuery, Elevators)
 PROPERTY(ElevatorTimeWithoutServiceTableQuery, TableViewType)
 PROPERTY(ElevatorTimeWithoutServiceTableQuery, CountIfInRangeType)
 
-TABLE_QUERY(ExpectedDemandODCountTableQuery)
+TABLE_QUERY(ExpectedDemandODCountTableQuery, ExpectedDemandODCountTableQueries)
 PROPERTY(ExpectedDemandODCountTableQuery, Events)
 PROPERTY(ExpectedDemandODCountTableQuery, ViewType)
 FLAG(ExpectedDemandODCountTableQuery, ExpandCollections)
 FLAG(ExpectedDemandODCountTableQuery, HideEmptyRowsAndColumns)
 
-TABLE_QUERY(ServerSummaryTableQuery)
+TABLE_QUERY(ServerSummaryTableQuery, ServerSummaryTableQueries)
 SET(ServerSummaryTableQuery, SimulationRunId)
 PROPERTY(ServerSummaryTableQuery, AgentFilter)
 GET(ServerSummaryTableQuery, ServerIds)
@@ -140,8 +146,7 @@ METHOD_CONST(ServerSummaryTableQuery, setServer, SetServer)
 PROPERTY(ServerSummaryTableQuery, SimulationRunIds)
 PROPERTY(ServerSummaryTableQuery, AggregationType)
 
-CLASS(SimulationOriginDestinationCountTableQuery, OriginDestinationMatrixTableQuery)
-GET(SimulationOriginDestinationCountTableQuery, TableQueryTypeId)
+ORIGIN_DESTINATION_QUERY(SimulationOriginDestinationCountTableQuery, SimulationOriginDestinationCountTableQueries)
 GET(SimulationOriginDestinationCountTableQuery, AllPortals)
 GET(SimulationOriginDestinationCountTableQuery, StartPortals)
 GET(SimulationOriginDestinationCountTableQuery, EndPortals)
@@ -151,8 +156,8 @@ SET(SimulationOriginDestinationCountTableQuery, AndSortAllPortals)
 METHOD(SimulationOriginDestinationCountTableQuery, arePortalsSorted, ArePortalsSorted)
 METHOD(SimulationOriginDestinationCountTableQuery, usesAllPortalsInProject, UsesAllPortalsInProject)
 
-CLASS(SimulationOriginDestinationSocialCostTableQuery, OriginDestinationMatrixTableQuery)
-GET(SimulationOriginDestinationSocialCostTableQuery, TableQueryTypeId)
+ORIGIN_DESTINATION_QUERY(SimulationOriginDestinationSocialCostTableQuery,
+                         SimulationOriginDestinationSocialCostTableQueries)
 SET(SimulationOriginDestinationSocialCostTableQuery, CostPerHour)
 SET(SimulationOriginDestinationSocialCostTableQuery, DaysPerYear)
 SET(SimulationOriginDestinationSocialCostTableQuery, WalkingWeight)
@@ -168,8 +173,7 @@ METHOD(SimulationOriginDestinationSocialCostTableQuery, enableCustomWeight, Enab
 PROPERTY(SimulationOriginDestinationSocialCostTableQuery, AggregationType)
 PROPERTY(SimulationOriginDestinationSocialCostTableQuery, SocialCostDisplayType)
 
-CLASS(SimulationOriginDestinationTimeTableQuery, OriginDestinationMatrixTableQuery)
-GET(SimulationOriginDestinationTimeTableQuery, TableQueryTypeId)
+ORIGIN_DESTINATION_QUERY(SimulationOriginDestinationTimeTableQuery, SimulationOriginDestinationTimeTableQueries)
 GET(SimulationOriginDestinationTimeTableQuery, AllPortals)
 GET(SimulationOriginDestinationTimeTableQuery, StartPortals)
 GET(SimulationOriginDestinationTimeTableQuery, EndPortals)

@@ -1,4 +1,4 @@
-#include "bindings/table.h"
+#include "bindings/kinds.h"
 
 #include <pedflux/access_rules.h>
 #include <pedflux/agent_actions.h>
@@ -8,10 +8,8 @@
 #include <pedflux/elevators.h>
 #include <pedflux/events.h>
 #include <pedflux/geometry.h>
-#include <pedflux/graph_queries.h>
 #include <pedflux/identifiers.h>
 #include <pedflux/issue.h>
-#include <pedflux/map_queries.h>
 #include <pedflux/networks.h>
 #include <pedflux/objects.h>
 #include <pedflux/presentation.h>
@@ -21,7 +19,6 @@
 #include <pedflux/selection.h>
 #include <pedflux/servers.h>
 #include <pedflux/simulation_run.h>
-#include <pedflux/table_queries.h>
 #include <pedflux/tallies.h>
 #include <pedflux/time_references.h>
 #include <pedflux/timetables.h>
@@ -30,16 +27,6 @@
 #include <pedflux/triggers.h>
 #include <pedflux/vectors.h>
 #include <pedflux/vehicles.h>
-
-/// The lookups of a kind of object, by identifier and by name, and the list of all.
-#define BASE_OF_KINDS(Kind, Kinds)                                 \
-    OVERLOAD(Project, get##Kind, 0, Get##Kind, GlobalId const&)    \
-    OVERLOAD(Project, get##Kind, 1, Get##Kind, std::string const&) \
-    GET(Project, Kinds)
-/// The same and the factory.
-#define KIND(Kind, Kinds) \
-    CREATE(Project, Kind) \
-    BASE_OF_KINDS(Kind, Kinds)
 
 namespace pedflux::jni {
 
@@ -78,11 +65,6 @@ CREATE(Project, AvatarFromPreset)
 GET(Project, AvatarPresets)
 OVERLOAD(Project, createServer, 0, CreateServer, std::string const&, std::vector<Vec3d> const&)
 OVERLOAD(Project, createServer, 1, CreateServer, std::string const&, std::shared_ptr<PolylineGeometry> const&)
-OVERLOAD(Project, createTallyGraphQuery, 0, CreateTallyGraphQuery, std::string const&, GlobalId const&)
-OVERLOAD(Project, createTallyGraphQuery, 1, CreateTallyGraphQuery, std::string const&, std::vector<GlobalId> const&)
-OVERLOAD(Project, createVolumeDensityGraphQuery, 0, CreateVolumeDensityGraphQuery, std::string const&,
-         std::vector<GlobalId> const&)
-OVERLOAD(Project, createVolumeDensityGraphQuery, 1, CreateVolumeDensityGraphQuery, std::string const&, GlobalId const&)
 GET(Project, NetworkObjectsConnectedFrom)
 GET(Project, NetworkObjectsConnectedTo)
 GET(Project, NetworkObjectsConnectedToOrFrom)
@@ -92,33 +74,12 @@ BASE_OF_KINDS(NetworkObject, NetworkObjects)
 BASE_OF_KINDS(SceneObject, SceneObjects)
 BASE_OF_KINDS(Server, Servers)
 BASE_OF_KINDS(Object, Objects)
-BASE_OF_KINDS(TallyGraphQuery, TallyGraphQueries)
-BASE_OF_KINDS(VolumeDensityGraphQuery, VolumeDensityGraphQueries)
 BASE_OF_KINDS(WalkableObject, WalkableObjects)
 
 KIND(AgentActionObject, AgentActionObjects)
-KIND(AgentAreaTimeTableQuery, AgentAreaTimeTableQueries)
-KIND(AgentCountMapQuery, AgentCountMapQueries)
-KIND(AgentDensityGraphQuery, AgentDensityGraphQueries)
-KIND(AgentElevatorTripTimeTableQuery, AgentElevatorTripTimeTableQueries)
-KIND(AgentElevatorWaitTimeTableQuery, AgentElevatorWaitTimeTableQueries)
 KIND(AgentFilterObject, AgentFilterObjects)
-KIND(AgentLevelOfServiceTimeTableQuery, AgentLevelOfServiceTimeTableQueries)
-KIND(AgentPathMapQuery, AgentPathMapQueries)
-KIND(AgentProcessChainTimeTableQuery, AgentProcessChainTimeTableQueries)
-KIND(AgentProximityTableQuery, AgentProximityTableQueries)
-KIND(AgentSocialCostTableQuery, AgentSocialCostTableQueries)
-KIND(AgentSpeedRatioGraphQuery, AgentSpeedRatioGraphQueries)
-KIND(AgentSummaryTableQuery, AgentSummaryTableQueries)
 KIND(AgentTestObject, AgentTestObjects)
-KIND(AgentTimeToExitMapQuery, AgentTimeToExitMapQueries)
-KIND(AgentTimetableSummaryTableQuery, AgentTimetableSummaryTableQueries)
-KIND(AgentTokenTimeTableQuery, AgentTokenTimeTableQueries)
-KIND(AgentTransitionTableQuery, AgentTransitionTableQueries)
-KIND(AgentTripTimeTableQuery, AgentTripTimeTableQueries)
-KIND(AreaOriginDestinationCountTableQuery, AreaOriginDestinationCountTableQueries)
 KIND(Avatar, Avatars)
-KIND(AverageDensityMapQuery, AverageDensityMapQueries)
 KIND(Barrier, Barriers)
 KIND(Billboard, Billboards)
 KIND(Bookmark, Bookmarks)
@@ -126,58 +87,33 @@ KIND(Broadcast, Broadcasts)
 KIND(Circulate, Circulates)
 KIND(Collection, Collections)
 KIND(Cordon, Cordons)
-KIND(CumulativeFlowCountGraphQuery, CumulativeFlowCountGraphQueries)
 KIND(Dispatch, Dispatches)
-KIND(DynamicPathMapQuery, DynamicPathMapQueries)
 KIND(Elevator, Elevators)
 KIND(ElevatorBank, ElevatorBanks)
-KIND(ElevatorTimeWithoutServiceTableQuery, ElevatorTimeWithoutServiceTableQueries)
 KIND(Escalator, Escalators)
 KIND(Evacuation, Evacuations)
-KIND(ExpectedDemandODCountTableQuery, ExpectedDemandODCountTableQueries)
-KIND(ExperiencedDensityMapQuery, ExperiencedDensityMapQueries)
 KIND(Floor, Floors)
-KIND(FlowCountGraphQuery, FlowCountGraphQueries)
 KIND(GateAccess, GateAccesses)
-KIND(InstantaneousDensityMapQuery, InstantaneousDensityMapQueries)
-KIND(InstantaneousProximityMapQuery, InstantaneousProximityMapQueries)
 KIND(Journey, Journeys)
 KIND(Link, Links)
-KIND(MaxDensityMapQuery, MaxDensityMapQueries)
-KIND(MaximumProximityMapQuery, MaximumProximityMapQueries)
 KIND(Network, Networks)
-KIND(NonZeroAverageDensityMapQuery, NonZeroAverageDensityMapQueries)
 KIND(Path, Paths)
 KIND(Perimeter, Perimeters)
-KIND(PopulationCountGraphQuery, PopulationCountGraphQueries)
 KIND(Portal, Portals)
 KIND(Profile, Profiles)
 KIND(Ramp, Ramps)
 KIND(RouteBank, RouteBanks)
 KIND(ServerAccess, ServerAccesses)
-KIND(ServerSummaryTableQuery, ServerSummaryTableQueries)
-KIND(SimulationOriginDestinationCountTableQuery, SimulationOriginDestinationCountTableQueries)
-KIND(SimulationOriginDestinationSocialCostTableQuery, SimulationOriginDestinationSocialCostTableQueries)
-KIND(SimulationOriginDestinationTimeTableQuery, SimulationOriginDestinationTimeTableQueries)
 KIND(SimulationRun, SimulationRuns)
 KIND(Stair, Stairs)
-KIND(StaticCostMapQuery, StaticCostMapQueries)
-KIND(StaticDistanceMapQuery, StaticDistanceMapQueries)
 KIND(TallyChange, TallyChanges)
 KIND(TallyObject, TallyObjects)
-KIND(TimeAboveDensityMapQuery, TimeAboveDensityMapQueries)
-KIND(TimeInProximityMapQuery, TimeInProximityMapQueries)
 KIND(TimeObject, TimeObjects)
-KIND(TimeOccupiedMapQuery, TimeOccupiedMapQueries)
-KIND(TimeUntilClearMapQuery, TimeUntilClearMapQueries)
 KIND(Timetable, Timetables)
 KIND(Token, Tokens)
 KIND(Transform, Transforms)
 KIND(TriggerObject, TriggerObjects)
 KIND(Vehicle, Vehicles)
-KIND(VisionCountMapQuery, VisionCountMapQueries)
-KIND(VisionTimeAboveCountMapQuery, VisionTimeAboveCountMapQueries)
-KIND(VisionTimeMapQuery, VisionTimeMapQueries)
 KIND(Visual, Visuals)
 KIND(Volume, Volumes)
 KIND(WaitSpace, WaitSpaces)

@@ -9,6 +9,8 @@
 #include <iterator>
 #include <string>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -24,20 +26,20 @@ Color mixed(Color first, Color second, double share) {
 void validate(ColorScale const& scale) {
     auto const& values = scale.values;
     if (values.size() != scale.colors.size()) {
-        refuse("A colour function needs one colour for each value, not " + std::to_string(scale.colors.size()) +
-               " colours for " + std::to_string(values.size()) + " values");
+        refuse(fmt::format("A colour function needs one colour for each value, not {} colours for {} values",
+                           scale.colors.size(), values.size()));
     }
     if (values.empty()) refuse("A colour function needs at least one value with its colour");
     for (std::size_t i = 0; i < values.size(); ++i) {
         require_finite("Value " + std::to_string(i) + " of a colour function", values[i]);
         if (i > 0 && values[i] <= values[i - 1]) {
-            refuse("Value " + std::to_string(i) + " of a colour function must be greater than the one before, " +
-                   text_of(values[i - 1]) + ", not " + text_of(values[i]));
+            refuse(fmt::format("Value {} of a colour function must be greater than the one before, {}, not {}", i,
+                               text_of(values[i - 1]), text_of(values[i])));
         }
     }
     if (scale.transition != ColorTransition::STEPS && scale.transition != ColorTransition::GRADUAL) {
-        refuse("A colour transition must be STEPS (0) or GRADUAL (1), not " +
-               std::to_string(static_cast<int>(scale.transition)));
+        refuse(fmt::format("A colour transition must be STEPS (0) or GRADUAL (1), not {}",
+                           static_cast<int>(scale.transition)));
     }
 }
 

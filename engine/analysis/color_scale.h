@@ -9,7 +9,7 @@
 
 namespace pedflux::engine {
 
-/// What a colour function is made of: colours at ascending values.
+/// The colours of a colour function at ascending values.
 struct ColorScale {
     std::vector<double> values;
     std::vector<Color> colors;

@@ -6,6 +6,8 @@
 #include <cstring>
 #include <fstream>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 void Csv::add_field(std::string_view field) {
@@ -32,7 +34,7 @@ void Csv::write(std::string const& path) const {
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file << text_;
     file.close();
-    if (!file) refuse("The file '" + path + "' cannot be written: " + std::strerror(errno));
+    if (!file) refuse(fmt::format("The file '{}' cannot be written: {}", path, std::strerror(errno)));
 }
 
 }  // namespace pedflux::engine

@@ -6,7 +6,7 @@
 
 namespace pedflux::engine {
 
-/// Comma separated values after RFC 4180: lines end in CR LF, a field with a comma, a quotation mark or a line break is
+/// Comma-separated values (RFC 4180): lines end in CR LF; fields with a comma, a quotation mark or a line break are
 /// quoted.
 class Csv {
   public:

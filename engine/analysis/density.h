@@ -8,7 +8,7 @@
 
 namespace pedflux::engine {
 
-/// The density on one surface, gathered frame by frame; `DensityMapQuery` tells how density is defined.
+/// The density on one surface, accumulated frame by frame; `DensityMapQuery` defines it.
 class DensityField {
   public:
     /// @param threshold persons per square metre, see `OverTime::frames_above`
@@ -17,7 +17,7 @@ class DensityField {
 
     /// Adds a person of the current frame at a place in the plan.
     void add_person(double x, double z);
-    /// Ends the frame. What is known of each pixel over the frames follows.
+    /// Ends the frame and updates the statistics of each pixel over the frames.
     void end_frame();
 
     struct OverTime {

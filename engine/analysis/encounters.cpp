@@ -13,7 +13,7 @@ namespace pedflux::engine {
 
 namespace {
 
-/// Two persons while they are close to each other: from the first frame to the last one.
+/// Two persons who are close to each other from the first frame to the last.
 struct Encounter {
     std::uint32_t a = 0;
     std::uint32_t b = 0;
@@ -23,7 +23,7 @@ struct Encounter {
 
 using Pair = std::pair<std::uint32_t, std::uint32_t>;
 
-/// All that last long enough, in the order of their starts and then of the persons.
+/// The encounters that last long enough, by start and then by person.
 std::vector<Encounter> encounters_of(QueryContext& context, OfEncounters const& query) {
     Proximity const proximity(context.reader(), query.distance, query.ignore_obstacles);
     std::map<Pair, Encounter> open;

@@ -9,10 +9,10 @@ namespace pedflux::engine {
 
 struct FrameRange {
     int first = 1;
-    int last = 0;  ///< before the first when there is none
+    int last = 0;  ///< less than `first` for an empty range
 };
 
-/// The frames of the run whose times of day lie in the span.
+/// The frames of the run within a span of times of day.
 FrameRange frames_in(RunReader const& reader, TimeSpan const& span);
 
 TimeRange time_range(TimeSpan const& span);

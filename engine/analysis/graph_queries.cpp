@@ -35,50 +35,28 @@ PEDFLUX_SETTER(GraphQuery, bool, ShowLegend, show_legend)
 bool GraphQuery::IsShowMetadata() const { return static_cast<GraphQueryState const&>(*state_).show_metadata; }
 PEDFLUX_SETTER(GraphQuery, bool, ShowMetadata, show_metadata)
 
-#define TYPE(Query, TYPE_NAME) \
-    int Query::GetGraphQueryTypeId() { return static_cast<int>(GraphQueryType::TYPE_NAME); }
-TYPE(PopulationCountGraphQuery, POPULATION_COUNT)
-TYPE(FlowCountGraphQuery, FLOW_COUNT)
-TYPE(CumulativeFlowCountGraphQuery, CUMULATIVE_FLOW_COUNT)
-TYPE(AgentDensityGraphQuery, AGENT_DENSITY)
-TYPE(AgentSpeedRatioGraphQuery, AGENT_SPEED_RATIO)
-TYPE(TallyGraphQuery, TALLY)
-TYPE(VolumeDensityGraphQuery, VOLUME_DENSITY)
-#undef TYPE
-
-// The filter of these queries is set and taken away, and not read.
-#define WRITTEN_FILTER(Query)                                            \
+// The operations of the parts of graph queries.
+#define PEDFLUX_OPERATIONS_WriteOnlyFilter(Query)                        \
     void Query::SetAgentFilter(std::shared_ptr<AgentFilter>& filter) {   \
         using State = engine::Query##State;                              \
         set_part<State>(*this, &State::filter, engine::copy_of(filter)); \
     }                                                                    \
     void Query::ClearFilter() { state_of<engine::Query##State>(*this).filter.reset(); }
-WRITTEN_FILTER(PopulationCountGraphQuery)
-WRITTEN_FILTER(FlowCountGraphQuery)
-WRITTEN_FILTER(CumulativeFlowCountGraphQuery)
-#undef WRITTEN_FILTER
-
-#define TRANSITIONS(Query)                                                                    \
+#define PEDFLUX_OPERATIONS_OfTransitions(Query)                                               \
     void Query::SetTransitions(std::vector<std::shared_ptr<Transition>> const& transitions) { \
         using State = engine::Query##State;                                                   \
         auto copies = transitions;                                                            \
         for (auto& transition : copies) transition = engine::copy_of(transition);             \
         set_part<State>(*this, &State::transitions, std::move(copies));                       \
     }
-TRANSITIONS(FlowCountGraphQuery)
-TRANSITIONS(CumulativeFlowCountGraphQuery)
-#undef TRANSITIONS
+#define PEDFLUX_OPERATIONS_OfAreas(Query) PEDFLUX_SETTER(Query, std::vector<GlobalId> const&, AreaIds, areas)
+#define PEDFLUX_OPERATIONS_InSpeedColors(Query) \
+    PEDFLUX_SETTER(Query, std::shared_ptr<ColorFunction>, SpeedRatioColorFunction, colors)
+#define PEDFLUX_OPERATIONS_OfTallies(Query) PEDFLUX_LIST(Query, TallyObjects, tallies)
+#define PEDFLUX_OPERATIONS_OfVolumes(Query) PEDFLUX_LIST(Query, Volumes, volumes)
 
-PEDFLUX_AGENT_FILTER(AgentDensityGraphQuery)
-PEDFLUX_AGENT_FILTER(AgentSpeedRatioGraphQuery)
-PEDFLUX_SETTER(PopulationCountGraphQuery, std::vector<GlobalId> const&, AreaIds, areas)
-PEDFLUX_SETTER(AgentSpeedRatioGraphQuery, std::shared_ptr<ColorFunction>, SpeedRatioColorFunction, colors)
-PEDFLUX_VALUE(AgentDensityGraphQuery, int, SamplingPeriodInSeconds, sampling_period)
-PEDFLUX_VALUE(TallyGraphQuery, int, SamplingPeriodInSeconds, sampling_period)
-PEDFLUX_VALUE(TallyGraphQuery, AggregationType, AggregationType, aggregation)
-PEDFLUX_LIST(TallyGraphQuery, TallyObjects, tallies)
-PEDFLUX_LIST(VolumeDensityGraphQuery, Volumes, volumes)
-PEDFLUX_SEVERAL_RUNS(TallyGraphQuery)
-PEDFLUX_SEVERAL_RUNS(VolumeDensityGraphQuery)
+#define HANDLE(Query, Queries, TYPE, made, evaluation, State, ...) \
+    PEDFLUX_QUERY_HANDLE(GraphQuery, Query, TYPE __VA_OPT__(, ) __VA_ARGS__)
+PEDFLUX_GRAPH_QUERIES(HANDLE)
 
 }  // namespace pedflux

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/analysis/graph_query_list.h"
 #include "engine/analysis/query_states.h"
 
 #include <pedflux/graph_queries.h>
@@ -27,29 +28,23 @@ struct GraphQueryState : MadeOf<QueryState, Timed> {
         field("title", self.title);
         field("horizontalLabel", self.horizontal_label);
         field("verticalLabel", self.vertical_label);
-        field("windowSizeInSeconds", self.window, AT_LEAST_ONE);
+        field("windowSizeInSeconds", self.window, at_least_one);
         field("showLegend", self.show_legend);
         field("showMetadata", self.show_metadata);
     }
 };
 
-PEDFLUX_QUERY_PART(OfAreas, std::vector<GlobalId>, areas, {}, "areas", self.areas, WALKABLE_AREAS)
-/// Never changed, replaced.
+PEDFLUX_QUERY_PART(OfAreas, std::vector<GlobalId>, areas, {}, "areas", self.areas, walkable_areas)
+/// Immutable; setters replace it.
 PEDFLUX_QUERY_PART(OfTransitions, std::vector<std::shared_ptr<Transition>>, transitions, {}, "transitions",
-                   self.transitions, REQUIRED)
-/// Never changed, replaced; empty: the usual ones.
+                   self.transitions, must_be_given)
+/// Immutable; setters replace it. Empty: the default colours.
 PEDFLUX_QUERY_PART(InSpeedColors, std::shared_ptr<ColorFunction>, colors, {}, "speedRatioColorFunction", self.colors)
 PEDFLUX_QUERY_PART(OfTallies, std::vector<GlobalId>, tallies, {}, "tallyObjects", self.tallies,
                    refers_to_kind<ObjectType::TALLY_OBJECT>("a tally object"))
 PEDFLUX_QUERY_PART(OfVolumes, std::vector<GlobalId>, volumes, {}, "volumes", self.volumes,
                    refers_to_kind<ObjectType::VOLUME>("a volume"))
 
-PEDFLUX_QUERY(PopulationCountGraphQuery, GraphQueryState, Filtered, OfAreas)
-PEDFLUX_QUERY(FlowCountGraphQuery, GraphQueryState, Filtered, OfTransitions)
-PEDFLUX_QUERY(CumulativeFlowCountGraphQuery, GraphQueryState, Filtered, OfTransitions)
-PEDFLUX_QUERY(AgentDensityGraphQuery, GraphQueryState, Filtered, Sampled)
-PEDFLUX_QUERY(AgentSpeedRatioGraphQuery, GraphQueryState, Filtered, InSpeedColors)
-PEDFLUX_QUERY(TallyGraphQuery, GraphQueryState, SeveralRuns, OfTallies, Sampled, Aggregated)
-PEDFLUX_QUERY(VolumeDensityGraphQuery, GraphQueryState, SeveralRuns, OfVolumes)
+PEDFLUX_GRAPH_QUERIES(PEDFLUX_QUERY_STATE)
 
 }  // namespace pedflux::engine

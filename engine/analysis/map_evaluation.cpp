@@ -16,21 +16,23 @@
 #include <optional>
 #include <unordered_set>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
 
 using Maps = std::vector<std::shared_ptr<Map>>;
 
-constexpr float NO_VALUE = std::numeric_limits<float>::quiet_NaN();
+constexpr float no_value = std::numeric_limits<float>::quiet_NaN();
 
-/// One of the query's parts; none for a query without it.
+/// A part of the query; null if the query does not have it.
 template <class Part>
 Part const* part_of(MapQueryState const& query) {
     return dynamic_cast<Part const*>(&query);
 }
 
-/// A display object in the run.
+/// A display object with the values of its map.
 struct Shown {
     GlobalId object;
     std::uint16_t surface;
@@ -38,7 +40,7 @@ struct Shown {
     std::vector<float> values;  ///< one for each pixel
 };
 
-/// What every map needs: the run, the times and persons that count, and a grid for each display object.
+/// The run of a map query with its time range, its agent filter and a grid for each display object.
 class Evaluation {
   public:
     Evaluation(Document const& project, MapQueryState const& evaluated)
@@ -50,8 +52,8 @@ class Evaluation {
             auto const surface = reader_->surface_of(object);
             if (!surface) {
                 auto const* const found = document.find(object);
-                refuse((found ? title_of(*found) : "The display object") + " did not take part in the run '" +
-                       reader_->path() + "'");
+                refuse(fmt::format("{} did not take part in the run '{}'",
+                                   found ? title_of(*found) : "The display object", reader_->path()));
             }
             auto raster = raster_of(reader_->surfaces()[*surface]);
             std::vector<float> values(raster->size());
@@ -62,14 +64,14 @@ class Evaluation {
     RunReader& reader() { return *reader_; }
     Selection const& selection() const { return selection_; }
 
-    /// All frames of the time range; without one the last frame.
+    /// The frames of the time range, or the last frame of the run for a query without a time range.
     FrameRange range() {
         if (auto const* const timed = part_of<Timed>(query)) return frames_in(reader(), timed->time);
         return {std::max(first_frame, reader().last_frame()), reader().last_frame()};
     }
     float seconds(int frames) { return static_cast<float>(frames) / static_cast<float>(reader().info().frame_rate); }
 
-    /// Calls visit(display object, person) for each of the persons on a display object.
+    /// Calls visit(display object, person) for the persons on display objects.
     template <class Visit>
     void for_each_shown(std::vector<AgentFrame> const& persons, Visit const& visit) {
         for (auto const& person : persons) {
@@ -77,7 +79,7 @@ class Evaluation {
             if (found != shown.end()) visit(*found, person);
         }
     }
-    /// Calls visit(display object, person, pixel) for each of the persons on a pixel of a display object.
+    /// Calls visit(display object, person, pixel) for the persons on pixels of display objects.
     template <class Visit>
     void for_each_pixel(std::vector<AgentFrame> const& persons, Visit const& visit) {
         for_each_shown(persons, [&](Shown& on, AgentFrame const& person) {
@@ -85,7 +87,7 @@ class Evaluation {
                 visit(on, person, *pixel);
         });
     }
-    /// The same for the selected persons of all frames of the range: visit(frame, display object, person, pixel).
+    /// Calls visit(frame, display object, person, pixel) for the selected persons in all frames of the range.
     template <class Visit>
     void for_each_frame(Visit const& visit) {
         auto const [first, last] = range();
@@ -96,12 +98,12 @@ class Evaluation {
         }
     }
 
-    /// The maps of the values, in the query's colours.
+    /// The maps of the values in the query's colours.
     Maps maps() {
         Maps found;
         for (auto& on : shown) {
             for (std::size_t pixel = 0; pixel < on.values.size(); ++pixel) {
-                if (!on.raster->has(pixel)) on.values[pixel] = NO_VALUE;
+                if (!on.raster->has(pixel)) on.values[pixel] = no_value;
             }
             auto colors = colors_of(on);
             found.push_back(std::make_shared<ValueMap2d>(on.raster, std::move(on.values), std::move(colors)));
@@ -136,33 +138,32 @@ class Evaluation {
     Selection selection_;
 };
 
-/// The measures of density; one over the frames of a range, given what is known of a pixel over them.
-double density_value(MapQueryType type, DensityField::OverTime const& over_time, int frames, int frame_rate) {
-    auto const ratio = [](double part, double whole) { return whole > 0 ? part / whole : 0; };
-    switch (type) {
-        case MapQueryType::AVERAGE_DENSITY:
-            return ratio(over_time.sum, frames);
-        case MapQueryType::NON_ZERO_AVERAGE_DENSITY:
-            return ratio(over_time.sum, over_time.frames_with_persons);
-        case MapQueryType::EXPERIENCED_DENSITY:
-            return ratio(over_time.sum_of_squares, over_time.sum);
-        case MapQueryType::MAX_DENSITY:
-            return over_time.greatest;
-        case MapQueryType::TIME_ABOVE_DENSITY:
-            return ratio(over_time.frames_above, frame_rate);
-        default:
-            return over_time.last;
-    }
+/// A statistic of the density at a pixel over a range of frames.
+using DensityMeasure = double (*)(DensityField::OverTime const& density, int frames, int frame_rate);
+
+double ratio(double part, double whole) { return whole > 0 ? part / whole : 0; }
+double average_density(DensityField::OverTime const& density, int frames, int) { return ratio(density.sum, frames); }
+double average_density_while_near(DensityField::OverTime const& density, int, int) {
+    return ratio(density.sum, density.frames_with_persons);
+}
+double experienced_density(DensityField::OverTime const& density, int, int) {
+    return ratio(density.sum_of_squares, density.sum);
+}
+double greatest_density(DensityField::OverTime const& density, int, int) { return density.greatest; }
+double last_density(DensityField::OverTime const& density, int, int) { return density.last; }
+double seconds_above_density(DensityField::OverTime const& density, int, int frame_rate) {
+    return ratio(density.frames_above, frame_rate);
 }
 
-Maps density_maps(Evaluation evaluation, MapQueryType type) {
+template <DensityMeasure measure>
+Maps density_maps(Evaluation evaluation) {
     auto const* const above = part_of<AboveDensity>(evaluation.query);
     std::vector<DensityField> fields;
     for (auto const& on : evaluation.shown) {
         fields.emplace_back(on.raster, above ? above->threshold : std::numeric_limits<double>::infinity());
     }
-    auto const [first, last] = evaluation.range();
-    for (int frame = first; frame <= last; ++frame) {
+    auto const range = evaluation.range();
+    for (int frame = range.first; frame <= range.last; ++frame) {
         evaluation.for_each_shown(evaluation.reader().frame(frame), [&](Shown& on, AgentFrame const& person) {
             fields[static_cast<std::size_t>(&on - evaluation.shown.data())].add_person(static_cast<double>(person.x),
                                                                                        static_cast<double>(person.z));
@@ -173,8 +174,7 @@ Maps density_maps(Evaluation evaluation, MapQueryType type) {
     for (std::size_t i = 0; i < fields.size(); ++i) {
         auto& values = evaluation.shown[i].values;
         for (std::size_t pixel = 0; pixel < values.size(); ++pixel) {
-            values[pixel] =
-                static_cast<float>(density_value(type, fields[i].at(pixel), fields[i].frames(), frame_rate));
+            values[pixel] = static_cast<float>(measure(fields[i].at(pixel), fields[i].frames(), frame_rate));
         }
     }
     return evaluation.maps();
@@ -189,7 +189,7 @@ Maps count_maps(Evaluation evaluation) {
     return evaluation.maps();
 }
 
-/// For each pixel and frame in which somebody is there, once: visit(frame, display object, pixel).
+/// Calls visit(frame, display object, pixel) once for each frame in which a pixel is occupied.
 template <class Visit>
 void for_each_occupied(Evaluation& evaluation, Visit const& visit) {
     std::vector<std::vector<int>> latest;
@@ -231,7 +231,7 @@ Maps exit_maps(Evaluation evaluation) {
         auto& values = evaluation.shown[i].values;
         for (std::size_t pixel = 0; pixel < values.size(); ++pixel) {
             int const count = persons[i][pixel];
-            values[pixel] = count > 0 ? values[pixel] / static_cast<float>(count) : NO_VALUE;
+            values[pixel] = count > 0 ? values[pixel] / static_cast<float>(count) : no_value;
         }
     }
     return evaluation.maps();
@@ -265,7 +265,7 @@ Maps path_maps(Evaluation evaluation) {
     return maps;
 }
 
-/// Calls visit(display object, pixel, number of others who are close) for the selected persons of a frame.
+/// Calls visit(display object, pixel, number of others close by) for the selected persons of a frame.
 template <class Visit>
 void for_each_counted(Evaluation& evaluation, Proximity const& proximity, int frame, Visit const& visit) {
     auto const persons = evaluation.reader().frame(frame);
@@ -278,13 +278,13 @@ void for_each_counted(Evaluation& evaluation, Proximity const& proximity, int fr
     }
 }
 
-Proximity closeness_of(Evaluation& evaluation) {
+Proximity proximity_of(Evaluation& evaluation) {
     auto const& close = *part_of<CloseTogether>(evaluation.query);
     return {evaluation.reader(), close.distance, close.ignore_barriers};
 }
 
 Maps time_in_proximity_maps(Evaluation evaluation) {
-    auto const proximity = closeness_of(evaluation);
+    auto const proximity = proximity_of(evaluation);
     auto const [first, last] = evaluation.range();
     float const length = evaluation.seconds(1);
     for (int frame = first; frame <= last; ++frame) {
@@ -295,10 +295,10 @@ Maps time_in_proximity_maps(Evaluation evaluation) {
     return evaluation.maps();
 }
 
-/// The greatest number at the sampled frames, which follow each other with a distance.
+/// The greatest number over every `frames_per_sample`th frame.
 Maps greatest_proximity_maps(Evaluation evaluation, std::int64_t frames_per_sample) {
-    for (auto& on : evaluation.shown) std::ranges::fill(on.values, NO_VALUE);
-    auto const proximity = closeness_of(evaluation);
+    for (auto& on : evaluation.shown) std::ranges::fill(on.values, no_value);
+    auto const proximity = proximity_of(evaluation);
     auto const [first, last] = evaluation.range();
     for (std::int64_t frame = first; frame <= last; frame += frames_per_sample) {
         for_each_counted(evaluation, proximity, static_cast<int>(frame), [](Shown& on, std::size_t pixel, int others) {
@@ -307,6 +307,25 @@ Maps greatest_proximity_maps(Evaluation evaluation, std::int64_t frames_per_samp
         });
     }
     return evaluation.maps();
+}
+
+Maps instantaneous_proximity_maps(Evaluation evaluation) { return greatest_proximity_maps(std::move(evaluation), 1); }
+
+Maps maximum_proximity_maps(Evaluation evaluation) {
+    std::int64_t const frame_rate = evaluation.reader().info().frame_rate;
+    auto const period = part_of<SampledSometimes>(evaluation.query)->period * frame_rate;
+    return greatest_proximity_maps(std::move(evaluation), period);
+}
+
+using Evaluate = Maps (*)(Evaluation evaluation);
+
+Evaluate evaluation_of(MapQueryType type) {
+#define CASE(Query, Queries, TYPE, made, evaluation, ...) \
+    case MapQueryType::TYPE:                              \
+        return evaluation;
+    switch (type) { PEDFLUX_MAP_QUERIES(CASE) }
+#undef CASE
+    return nullptr;
 }
 
 LevelOfServiceStandard standard_of(LevelOfServiceColorFunctionTypeId scale, bool is_stair) {
@@ -329,43 +348,15 @@ LevelOfServiceStandard standard_of(LevelOfServiceColorFunctionTypeId scale, bool
 }  // namespace
 
 std::vector<std::shared_ptr<Map>> maps_of(Document const& document, MapQueryState const& query, MapQueryType type) {
-    switch (type) {
-        case MapQueryType::AVERAGE_DENSITY:
-        case MapQueryType::EXPERIENCED_DENSITY:
-        case MapQueryType::INSTANTANEOUS_DENSITY:
-        case MapQueryType::MAX_DENSITY:
-        case MapQueryType::NON_ZERO_AVERAGE_DENSITY:
-        case MapQueryType::TIME_ABOVE_DENSITY:
-            return density_maps({document, query}, type);
-        case MapQueryType::AGENT_COUNT:
-            return count_maps({document, query});
-        case MapQueryType::AGENT_PATH:
-            return path_maps({document, query});
-        case MapQueryType::AGENT_TIME_TO_EXIT:
-            return exit_maps({document, query});
-        case MapQueryType::TIME_OCCUPIED:
-            return occupied_maps({document, query});
-        case MapQueryType::TIME_UNTIL_CLEAR:
-            return clear_maps({document, query});
-        case MapQueryType::INSTANTANEOUS_PROXIMITY:
-            return greatest_proximity_maps({document, query}, 1);
-        case MapQueryType::TIME_IN_PROXIMITY:
-            return time_in_proximity_maps({document, query});
-        case MapQueryType::MAXIMUM_PROXIMITY: {
-            Evaluation evaluation(document, query);
-            std::int64_t const frame_rate = evaluation.reader().info().frame_rate;
-            return greatest_proximity_maps(std::move(evaluation),
-                                           part_of<SampledSometimes>(query)->period * frame_rate);
-        }
-        default:
-            refuse(title_of(query) + " is of a kind that cannot be evaluated yet");
-    }
+    auto const evaluate = evaluation_of(type);
+    if (!evaluate) refuse_unevaluated(query);
+    return evaluate({document, query});
 }
 
 std::shared_ptr<ColorFunction> density_colors(Document const& document, DensityMapQueryState const& query,
                                               GlobalId const& object) {
     auto const* const walkable = document.find<WalkableState>(object);
-    if (!walkable) refuse("'" + GlobalId(object).GetString() + "' is no walkable object of the project");
+    if (!walkable) refuse(fmt::format("'{}' is no walkable object of the project", GlobalId(object).GetString()));
     if (query.custom_colors) return query.custom_colors;
     bool const is_stair = dynamic_cast<StairState const*>(walkable) != nullptr;
     return level_of_service_colors(standard_of(query.scale, is_stair), query.transition);

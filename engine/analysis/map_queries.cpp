@@ -12,16 +12,6 @@ using engine::get;
 using engine::MapQueryState;
 using engine::state_of;
 
-namespace {
-
-/// As `set`; maps that were found without the change are forgotten.
-template <class State, class Member, class Value>
-void change(SimObject& query, Member State::*member, Value&& value) {
-    engine::set_part<State>(query, member, std::forward<Value>(value));
-}
-
-}  // namespace
-
 std::vector<std::shared_ptr<Map>> MapQuery::Evaluate() {
     auto& state = state_of<MapQueryState>(*this);
     if (state.maps.empty() && !state.display_objects.empty()) {
@@ -37,7 +27,7 @@ void MapQuery::SetSimulationRunId(GlobalId const& run) {
 }
 std::vector<GlobalId> MapQuery::GetMapDisplayObjects() { return get(*this, &MapQueryState::display_objects); }
 void MapQuery::SetMapDisplayObjects(std::vector<GlobalId> const& objects) {
-    change(*this, &MapQueryState::display_objects, objects);
+    engine::set_part<MapQueryState>(*this, &MapQueryState::display_objects, objects);
 }
 
 bool DensityMapQuery::UsesCustomColorFunction() { return GetCustomColorFunction() != nullptr; }
@@ -45,7 +35,7 @@ std::shared_ptr<ColorFunction> DensityMapQuery::GetCustomColorFunction() {
     return get(*this, &DensityMapQueryState::custom_colors);
 }
 void DensityMapQuery::SetCustomColorFunction(std::shared_ptr<ColorFunction> const& colorFunction) {
-    change(*this, &DensityMapQueryState::custom_colors, colorFunction);
+    engine::set_part<DensityMapQueryState>(*this, &DensityMapQueryState::custom_colors, colorFunction);
 }
 LevelOfServiceColorFunctionTypeId DensityMapQuery::GetLevelOfServiceColorFunctionTypeId() {
     return get(*this, &DensityMapQueryState::scale);
@@ -57,8 +47,8 @@ void DensityMapQuery::SetLevelOfServiceColorFunction(LevelOfServiceColorFunction
                                                      ColorTransition transition) {
     auto const& state = state_of<DensityMapQueryState>(*this);
     engine::check_value(owner_of(state), "levelOfServiceColorTransition", transition, engine::NoRule{});
-    change(*this, &DensityMapQueryState::scale, type);
-    change(*this, &DensityMapQueryState::transition, transition);
+    engine::set_part<DensityMapQueryState>(*this, &DensityMapQueryState::scale, type);
+    engine::set_part<DensityMapQueryState>(*this, &DensityMapQueryState::transition, transition);
     SetCustomColorFunction(nullptr);
 }
 std::shared_ptr<ColorFunction> DensityMapQuery::GenerateColorFunctionForWalkableObject(GlobalId const object) {
@@ -66,92 +56,27 @@ std::shared_ptr<ColorFunction> DensityMapQuery::GenerateColorFunctionForWalkable
     return engine::density_colors(document_of(state), state, object);
 }
 
-void StaticMapQuery::SetColorFunction(std::shared_ptr<ColorFunction> const& colorFunction) {
-    auto& state = state_of<MapQueryState>(*this);
-    dynamic_cast<engine::Colored&>(state).colors = colorFunction;
-    state.maps.clear();
-}
+PEDFLUX_SETTER(StaticMapQuery, std::shared_ptr<ColorFunction> const&, ColorFunction, colors)
 
-#define TYPE(Query, TYPE_NAME) \
-    int Query::GetMapQueryTypeId() { return static_cast<int>(MapQueryType::TYPE_NAME); }
-TYPE(AverageDensityMapQuery, AVERAGE_DENSITY)
-TYPE(MaxDensityMapQuery, MAX_DENSITY)
-TYPE(NonZeroAverageDensityMapQuery, NON_ZERO_AVERAGE_DENSITY)
-TYPE(ExperiencedDensityMapQuery, EXPERIENCED_DENSITY)
-TYPE(InstantaneousDensityMapQuery, INSTANTANEOUS_DENSITY)
-TYPE(AgentCountMapQuery, AGENT_COUNT)
-TYPE(AgentTimeToExitMapQuery, AGENT_TIME_TO_EXIT)
-TYPE(TimeOccupiedMapQuery, TIME_OCCUPIED)
-TYPE(TimeUntilClearMapQuery, TIME_UNTIL_CLEAR)
-TYPE(TimeAboveDensityMapQuery, TIME_ABOVE_DENSITY)
-TYPE(AgentPathMapQuery, AGENT_PATH)
-TYPE(InstantaneousProximityMapQuery, INSTANTANEOUS_PROXIMITY)
-TYPE(TimeInProximityMapQuery, TIME_IN_PROXIMITY)
-TYPE(MaximumProximityMapQuery, MAXIMUM_PROXIMITY)
-TYPE(DynamicPathMapQuery, DYNAMIC_PATH)
-TYPE(VisionCountMapQuery, VISION_COUNT)
-TYPE(VisionTimeMapQuery, VISION_TIME)
-TYPE(VisionTimeAboveCountMapQuery, VISION_TIME_ABOVE_COUNT)
-TYPE(StaticCostMapQuery, STATIC_COST)
-TYPE(StaticDistanceMapQuery, STATIC_DISTANCE)
-#undef TYPE
-
-#define TIME_RANGE(Query)                                                                                     \
+// The operations of the parts of map queries.
+#define PEDFLUX_OPERATIONS_Timed(Query)                                                                       \
     TimeRange Query::GetTimeRange() const {                                                                   \
         return time_range(static_cast<engine::Query##State const&>(*state_).time);                            \
     }                                                                                                         \
     void Query::SetTimeRange(TimeRange range) {                                                               \
         engine::set_part<engine::Query##State>(*this, &engine::Query##State::time, engine::time_span(range)); \
     }
-TIME_RANGE(AverageDensityMapQuery)
-TIME_RANGE(MaxDensityMapQuery)
-TIME_RANGE(NonZeroAverageDensityMapQuery)
-TIME_RANGE(ExperiencedDensityMapQuery)
-TIME_RANGE(AgentCountMapQuery)
-TIME_RANGE(AgentTimeToExitMapQuery)
-TIME_RANGE(TimeOccupiedMapQuery)
-TIME_RANGE(TimeUntilClearMapQuery)
-TIME_RANGE(TimeAboveDensityMapQuery)
-TIME_RANGE(AgentPathMapQuery)
-TIME_RANGE(TimeInProximityMapQuery)
-TIME_RANGE(MaximumProximityMapQuery)
-TIME_RANGE(VisionCountMapQuery)
-TIME_RANGE(VisionTimeMapQuery)
-TIME_RANGE(VisionTimeAboveCountMapQuery)
-#undef TIME_RANGE
+#define PEDFLUX_OPERATIONS_Colored(Query)                                                                         \
+    PEDFLUX_PROPERTY(Query, std::shared_ptr<ColorFunction>, std::shared_ptr<ColorFunction> const&, ColorFunction, \
+                     colors)
+#define PEDFLUX_OPERATIONS_CloseTogether(Query)      \
+    PEDFLUX_VALUE(Query, double, Distance, distance) \
+    PEDFLUX_FLAG(Query, IgnoreBarriers, ignore_barriers)
+#define PEDFLUX_OPERATIONS_SampledSometimes(Query) PEDFLUX_VALUE(Query, unsigned int, SamplePeriod, period)
+#define PEDFLUX_OPERATIONS_AboveDensity(Query) PEDFLUX_VALUE(Query, double, DensityThreshold, threshold)
 
-PEDFLUX_AGENT_FILTER(AgentCountMapQuery)
-PEDFLUX_AGENT_FILTER(AgentTimeToExitMapQuery)
-PEDFLUX_AGENT_FILTER(TimeOccupiedMapQuery)
-PEDFLUX_AGENT_FILTER(TimeUntilClearMapQuery)
-PEDFLUX_AGENT_FILTER(AgentPathMapQuery)
-PEDFLUX_AGENT_FILTER(InstantaneousProximityMapQuery)
-PEDFLUX_AGENT_FILTER(TimeInProximityMapQuery)
-PEDFLUX_AGENT_FILTER(MaximumProximityMapQuery)
-PEDFLUX_AGENT_FILTER(DynamicPathMapQuery)
-PEDFLUX_AGENT_FILTER(VisionCountMapQuery)
-PEDFLUX_AGENT_FILTER(VisionTimeMapQuery)
-PEDFLUX_AGENT_FILTER(VisionTimeAboveCountMapQuery)
-
-PEDFLUX_COLOR_FUNCTION(AgentCountMapQuery)
-PEDFLUX_COLOR_FUNCTION(AgentTimeToExitMapQuery)
-PEDFLUX_COLOR_FUNCTION(TimeOccupiedMapQuery)
-PEDFLUX_COLOR_FUNCTION(TimeUntilClearMapQuery)
-PEDFLUX_COLOR_FUNCTION(TimeAboveDensityMapQuery)
-PEDFLUX_COLOR_FUNCTION(InstantaneousProximityMapQuery)
-PEDFLUX_COLOR_FUNCTION(TimeInProximityMapQuery)
-PEDFLUX_COLOR_FUNCTION(MaximumProximityMapQuery)
-PEDFLUX_COLOR_FUNCTION(VisionCountMapQuery)
-PEDFLUX_COLOR_FUNCTION(VisionTimeMapQuery)
-PEDFLUX_COLOR_FUNCTION(VisionTimeAboveCountMapQuery)
-
-PEDFLUX_VALUE(InstantaneousProximityMapQuery, double, Distance, distance)
-PEDFLUX_FLAG(InstantaneousProximityMapQuery, IgnoreBarriers, ignore_barriers)
-PEDFLUX_VALUE(TimeInProximityMapQuery, double, Distance, distance)
-PEDFLUX_FLAG(TimeInProximityMapQuery, IgnoreBarriers, ignore_barriers)
-PEDFLUX_VALUE(MaximumProximityMapQuery, double, Distance, distance)
-PEDFLUX_FLAG(MaximumProximityMapQuery, IgnoreBarriers, ignore_barriers)
-PEDFLUX_VALUE(MaximumProximityMapQuery, unsigned int, SamplePeriod, period)
-PEDFLUX_VALUE(TimeAboveDensityMapQuery, double, DensityThreshold, threshold)
+#define HANDLE(Query, Queries, TYPE, made, evaluation, State, ...) \
+    PEDFLUX_QUERY_HANDLE(MapQuery, Query, TYPE __VA_OPT__(, ) __VA_ARGS__)
+PEDFLUX_MAP_QUERIES(HANDLE)
 
 }  // namespace pedflux

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/analysis/map_query_list.h"
 #include "engine/analysis/query_states.h"
 
 #include <pedflux/map_queries.h>
@@ -17,22 +18,22 @@ PEDFLUX_NAMES(LevelOfServiceColorFunctionTypeId,
                {LevelOfServiceColorFunctionTypeId::FRUIN_PLATFORM, "FRUIN_PLATFORM"},
                {LevelOfServiceColorFunctionTypeId::IATA_WAIT_CIRCULATE, "IATA_WAIT_CIRCULATE"}});
 
-/// Maps that a query has found are kept with it; they are no part of what is saved.
+/// The maps of the last evaluation are kept with the query, but not saved.
 struct MapQueryState : QueryState {
     static constexpr ObjectType TYPE = ObjectType::MAP_QUERY;
 
     std::vector<GlobalId> display_objects;
-    std::vector<std::shared_ptr<Map>> maps;  ///< found and kept; empty until evaluated
+    std::vector<std::shared_ptr<Map>> maps;  ///< of the last evaluation; empty before
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         QueryState::fields(self, field);
-        field("mapDisplayObjects", self.display_objects, WALKABLES);
+        field("mapDisplayObjects", self.display_objects, walkables);
     }
 };
 
 struct DensityMapQueryState : MapQueryState {
-    std::shared_ptr<ColorFunction> custom_colors;  ///< never changed; empty: the scale below
+    std::shared_ptr<ColorFunction> custom_colors;  ///< immutable; empty: the scale below
     LevelOfServiceColorFunctionTypeId scale = LevelOfServiceColorFunctionTypeId::FRUIN_BY_OBJECT;
     ColorTransition transition = ColorTransition::STEPS;
 
@@ -45,13 +46,13 @@ struct DensityMapQueryState : MapQueryState {
     }
 };
 
-/// Never changed, replaced; empty: blue to red.
+/// Immutable; setters replace it. Empty: blue to red.
 PEDFLUX_QUERY_PART(Colored, std::shared_ptr<ColorFunction>, colors, {}, "colorFunction", self.colors)
 /// Persons per square metre.
-PEDFLUX_QUERY_PART(AboveDensity, double, threshold, = 1.08, "densityThreshold", self.threshold, NOT_NEGATIVE)
+PEDFLUX_QUERY_PART(AboveDensity, double, threshold, = 1.08, "densityThreshold", self.threshold, not_negative)
 /// Seconds.
-PEDFLUX_QUERY_PART(SampledSometimes, unsigned int, period, = 1, "samplePeriod", self.period, AT_LEAST_ONE)
-/// The object to which static maps measure; set once.
+PEDFLUX_QUERY_PART(SampledSometimes, unsigned int, period, = 1, "samplePeriod", self.period, at_least_one)
+/// The object to which static maps measure; set when the query is created.
 PEDFLUX_QUERY_PART(LeadsTo, GlobalId, object, {}, "object", self.object,
                    refers_to<NetworkObjectState>("a portal, floor, connection or other object that people reach"))
 
@@ -61,30 +62,13 @@ struct CloseTogether {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("distance", self.distance, Range{0, WITHOUT_END, "m", true});
+        field("distance", self.distance, Range{0, unlimited, "m", true});
         field("ignoreBarriers", self.ignore_barriers);
     }
 };
 
-PEDFLUX_QUERY(AverageDensityMapQuery, DensityMapQueryState, Timed)
-PEDFLUX_QUERY(MaxDensityMapQuery, DensityMapQueryState, Timed)
-PEDFLUX_QUERY(NonZeroAverageDensityMapQuery, DensityMapQueryState, Timed)
-PEDFLUX_QUERY(ExperiencedDensityMapQuery, DensityMapQueryState, Timed)
-PEDFLUX_QUERY(InstantaneousDensityMapQuery, DensityMapQueryState)
-PEDFLUX_QUERY(AgentCountMapQuery, MapQueryState, Filtered, Colored, Timed)
-PEDFLUX_QUERY(AgentTimeToExitMapQuery, MapQueryState, Filtered, Colored, Timed)
-PEDFLUX_QUERY(TimeOccupiedMapQuery, MapQueryState, Filtered, Colored, Timed)
-PEDFLUX_QUERY(TimeUntilClearMapQuery, MapQueryState, Filtered, Colored, Timed)
-PEDFLUX_QUERY(TimeAboveDensityMapQuery, MapQueryState, Colored, Timed, AboveDensity)
-PEDFLUX_QUERY(AgentPathMapQuery, MapQueryState, Filtered, Timed)
-PEDFLUX_QUERY(InstantaneousProximityMapQuery, MapQueryState, Filtered, Colored, CloseTogether)
-PEDFLUX_QUERY(TimeInProximityMapQuery, MapQueryState, Filtered, Colored, Timed, CloseTogether)
-PEDFLUX_QUERY(MaximumProximityMapQuery, MapQueryState, Filtered, Colored, Timed, CloseTogether, SampledSometimes)
-PEDFLUX_QUERY(DynamicPathMapQuery, MapQueryState, Filtered)
-PEDFLUX_QUERY(VisionCountMapQuery, MapQueryState, Filtered, Colored, Timed)
-PEDFLUX_QUERY(VisionTimeMapQuery, MapQueryState, Filtered, Colored, Timed)
-PEDFLUX_QUERY(VisionTimeAboveCountMapQuery, MapQueryState, Filtered, Colored, Timed)
-PEDFLUX_QUERY(StaticCostMapQuery, MapQueryState, Colored, LeadsTo)
-PEDFLUX_QUERY(StaticDistanceMapQuery, MapQueryState, Colored, LeadsTo)
+struct StaticMapQueryState : MadeOf<MapQueryState, Colored, LeadsTo> {};
+
+PEDFLUX_MAP_QUERIES(PEDFLUX_QUERY_STATE)
 
 }  // namespace pedflux::engine

@@ -8,6 +8,8 @@
 #include <limits>
 #include <string>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 namespace {
@@ -16,13 +18,13 @@ using engine::Raster;
 
 std::size_t require_pixel(Raster const& raster, int x, int y) {
     if (x < 0 || y < 0 || x >= raster.columns || y >= raster.rows) {
-        engine::refuse("Pixel (" + std::to_string(x) + ", " + std::to_string(y) + ") does not belong to the map of " +
-                       std::to_string(raster.columns) + " by " + std::to_string(raster.rows) + " pixels");
+        engine::refuse(fmt::format("Pixel ({}, {}) does not belong to the map of {} by {} pixels", x, y, raster.columns,
+                                   raster.rows));
     }
     return raster.index(x, y);
 }
 
-/// The pixel along one axis; -1 beside the grid.
+/// The pixel along one axis; -1 outside the grid.
 int pixel_along(double coordinate, double least, double pixel_size, int count) {
     double const pixel = std::floor((coordinate - least) / pixel_size);
     return pixel >= 0 && pixel < count ? static_cast<int>(pixel) : -1;
@@ -41,8 +43,8 @@ std::size_t require_pixel_at(Raster const& raster, Vec3d const& position) {
     int const x = column_at(raster, position);
     int const y = row_at(raster, position);
     if (x < 0 || y < 0) {
-        engine::refuse("The position " + engine::text_of(engine::require_point("A position", position)) +
-                       " does not lie on the map");
+        engine::refuse(fmt::format("The position {} does not lie on the map",
+                                   engine::text_of(engine::require_point("A position", position))));
     }
     return raster.index(x, y);
 }

@@ -9,6 +9,8 @@
 #include <set>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -33,12 +35,12 @@ bool counts_in_range(QueryContext const& context, int start, int end) {
     return context.clock(start) <= time.end && context.clock(end) >= time.start;
 }
 
-/// Whom the filter selects; without one also who was never seen in a frame.
+/// The persons that the filter selects; without a filter also those that no frame shows.
 std::vector<bool> selected_in(QueryContext& context) {
     return query_of(context).filter ? context.selected() : std::vector(context.reader().agents().size(), true);
 }
 
-/// The seconds that persons took between two places, by their names.
+/// Travel times in seconds between two places, by their names.
 using Times = std::map<std::pair<std::string, std::string>, std::vector<double>>;
 using Value = std::function<Cell(std::vector<double> const&)>;
 
@@ -102,7 +104,7 @@ std::shared_ptr<TableData const> times_between_portals(QueryContext& context) {
 
 std::shared_ptr<TableData const> counts_across_area(QueryContext& context) {
     auto const& area_id = dynamic_cast<AcrossArea const&>(context.query()).area;
-    if (!area_id) refuse(title_of(context.query()) + " needs a floor or a zone");
+    if (!area_id) refuse(fmt::format("{} needs a floor or a zone", title_of(context.query())));
     auto const area = context.place(*area_id);
     auto const& surfaces = context.reader().surfaces();
     auto const selected = selected_in(context);
@@ -113,15 +115,15 @@ std::shared_ptr<TableData const> counts_across_area(QueryContext& context) {
         auto const& person = context.reader().agents()[agent];
         auto const& visits = context.visits()[agent];
         if (!selected[agent]) continue;
-        for (auto const& visit : visits_of(context.reader(), person, visits, area)) {
+        for (auto const& visit : visits_of(context.places(), person, visits, area.area)) {
             if (!visit.exit || !counts_in_range(context, visit.enter, *visit.exit)) continue;
             std::string from = context.name_of(person.origin);
             std::string to = context.name_of(person.destination);
-            for (auto const& visit : visits) {
-                if (visit.last < visit.enter) from = surfaces[visit.surface].name;
+            for (auto const& there : visits) {
+                if (there.last < visit.enter) from = surfaces[there.surface].name;
             }
             auto const next =
-                std::ranges::find_if(visits, [&](Visit const& visit) { return visit.first >= *visit.exit; });
+                std::ranges::find_if(visits, [&](SurfaceVisit const& there) { return there.first >= *visit.exit; });
             if (next != visits.end()) to = surfaces[next->surface].name;
             if (next == visits.end() && !person.arrived) continue;
             origins.insert(from);

@@ -10,7 +10,7 @@
 
 namespace pedflux::engine {
 
-/// The pixel that a place in the plan lies on; none beside the grid.
+/// The pixel of a point; none outside the grid.
 inline std::optional<std::size_t> pixel_of(Raster const& raster, Point place) {
     double const x = std::floor((place.x - raster.min_x) / raster.pixel_size);
     double const y = std::floor((place.z - raster.min_z) / raster.pixel_size);
@@ -22,7 +22,7 @@ inline std::optional<std::size_t> pixel_of(Raster const& raster, Point place) {
 /// from one pixel border to the next (Amanatides and Woo, "A fast voxel traversal algorithm for ray tracing", 1987).
 template <class Visit>
 void for_each_pixel_between(Raster const& raster, Point from, Point to, Visit const& visit) {
-    constexpr double NEVER = std::numeric_limits<double>::infinity();
+    constexpr double never = std::numeric_limits<double>::infinity();
     /// Along one axis: the pixel, the way of the next border as a share of the line, and from one border to the next.
     struct Axis {
         double pixel;
@@ -35,8 +35,8 @@ void for_each_pixel_between(Raster const& raster, Point from, Point to, Visit co
         double const length = end - start;
         double const step = length > 0 ? 1 : -1;
         double const border = least + (pixel + (length > 0 ? 1 : 0)) * raster.pixel_size;
-        return Axis{pixel, step, length == 0 ? NEVER : (border - start) / length,
-                    length == 0 ? NEVER : raster.pixel_size / std::abs(length)};
+        return Axis{pixel, step, length == 0 ? never : (border - start) / length,
+                    length == 0 ? never : raster.pixel_size / std::abs(length)};
     };
     Axis x = axis(from.x, to.x, raster.min_x);
     Axis y = axis(from.z, to.z, raster.min_z);

@@ -4,62 +4,59 @@
 #include "engine/model/document.h"
 #include "engine/scene/scene_states.h"
 
-#include <algorithm>
-#include <map>
-#include <set>
-
 namespace pedflux::engine {
 
-namespace {
-
-/// The connections that join at least two of the place's floors.
-void add_connections(RunPlace& place, RunReader const& reader) {
-    std::map<std::uint16_t, std::set<std::uint16_t>> joined;
+RunPlaces::RunPlaces(Document const& document, RunReader const& reader)
+    : document_(document), reader_(reader), connections_(reader.surfaces().size()) {
+    for (SurfaceIndex i = 0; i < reader.surfaces().size(); ++i) {
+        auto const& id = reader.surfaces()[i].id;
+        surfaces_.ids.push_back(id);
+        connections_[i] = dynamic_cast<ConnectionState const*>(document.find(id)) != nullptr;
+    }
     for (auto const& [connection, floor] : reader.project().joins) {
-        if (place.has(floor)) joined[connection].insert(floor);
+        surfaces_.joins.emplace_back(connection, floor);
+        connections_[connection] = true;
     }
-    for (auto const& [connection, floors] : joined) {
-        if (floors.size() >= 2) place.surfaces[connection] = true;
+    for (auto const& person : reader.agents()) {
+        for (auto const& id : {person.origin, person.destination}) {
+            if (GlobalId(id).IsValid()) portals_.emplace(id, static_cast<std::uint32_t>(portals_.size()));
+        }
     }
 }
 
-/// Whether somebody came from the object or went to it, as the run tells.
-bool is_used(RunReader const& reader, GlobalId const& id) {
-    return std::ranges::any_of(reader.agents(), [&](AgentRecord const& person) {
-        return person.origin.InternalEquals(id) || person.destination.InternalEquals(id);
-    });
+std::optional<std::uint32_t> RunPlaces::portal(GlobalId const& id) const {
+    auto const found = portals_.find(id);
+    return found == portals_.end() ? std::nullopt : std::optional(found->second);
 }
 
-}  // namespace
-
-RunPlace place_of(Document const& document, RunReader const& reader, GlobalId const& id) {
-    auto const* const object = document.find(id);
-    auto const surface_there = reader.surface_of(id);
-    if (!object && (surface_there || is_used(reader, id))) {
-        std::string const name = surface_there ? reader.surfaces()[*surface_there].name : GlobalId(id).GetString();
-        RunPlace place{id, name, std::vector(reader.surfaces().size(), false)};
-        if (surface_there) place.surfaces[*surface_there] = true;
+RunPlace RunPlaces::operator[](GlobalId const& id) const {
+    auto const* const object = document_.find(id);
+    auto const surface = reader_.surface_of(id);
+    RunPlace place{object ? object->name : GlobalId(id).GetString(), {}};
+    place.area.surfaces.resize(connections_.size());
+    if (surface) {
+        if (!object) place.name = reader_.surfaces()[*surface].name;
+        place.area.surfaces[*surface] = true;
+        return place;
+    }
+    if (!object && portal(id)) {
+        place.area.portal = portal(id);
         return place;
     }
     auto const* const zone = dynamic_cast<ZoneState const*>(object);
     if (!zone && !dynamic_cast<NetworkObjectState const*>(object)) {
-        refuse((object ? title_of(*object) : "'" + GlobalId(id).GetString() + "'") +
+        refuse((object ? title_of(*object) : "'" + place.name + "'") +
                " is not a place that a stored run tells of: a floor, connection, zone or portal");
     }
-    bool const with_connections = zone && zone->membership == ZoneMembershipStrategy::BASE_MEMBERS_AND_CONNECTIONS;
-    if (with_connections) require_doings(reader, "which floors connections join, as " + title_of(*zone) + " needs");
-    RunPlace place{id, object->name, std::vector(reader.surfaces().size(), false)};
-    auto const add = [&](GlobalId const& part) {
-        if (auto const surface = reader.surface_of(part)) place.surfaces[*surface] = true;
-    };
-    add(id);
-    if (zone) {
-        for (auto const& member : zone->base_members) add(member);
+    if (object->kind->type == ObjectType::PORTAL) place.area.portal = portal(id);
+    if (!zone || !zone->enabled) return place;
+    if (zone->membership == ZoneMembershipStrategy::BASE_MEMBERS_AND_CONNECTIONS) {
+        require_doings(reader_, "which floors connections join, as " + title_of(*zone) + " needs");
     }
-    if (with_connections) add_connections(place, reader);
+    place.area.surfaces = surfaces_of(*zone, surfaces_);
     return place;
 }
 
-RunPlace everywhere(RunReader const& reader) { return {{}, "All", std::vector(reader.surfaces().size(), true)}; }
+RunPlace RunPlaces::everywhere() const { return {"All", {.surfaces = std::vector(connections_.size(), true)}}; }
 
 }  // namespace pedflux::engine

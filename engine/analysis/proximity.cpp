@@ -41,7 +41,7 @@ bool Proximity::are_close(AgentFrame const& a, AgentFrame const& b) const {
 }
 
 std::vector<std::pair<std::size_t, std::size_t>> Proximity::pairs(std::span<AgentFrame const> persons) const {
-    // By surface and x: whoever is close to a person follows it within the distance.
+    // Sorted by surface and x, so that those close to a person follow it within the distance.
     std::vector<std::size_t> order(persons.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::ranges::stable_sort(order, {},

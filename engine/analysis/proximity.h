@@ -11,16 +11,16 @@
 
 namespace pedflux::engine {
 
-/// Who of a frame is close to whom: on the same surface, no further apart than a distance in the plan, and, unless
-/// barriers are ignored, with nothing between them where people cannot walk.
+/// Which persons of a frame are close to each other: on the same surface, within a distance measured in plan and,
+/// unless barriers are ignored, with walkable floor on the straight line between them.
 class Proximity {
   public:
     /// @param distance metres
     Proximity(RunReader const& reader, double distance, bool ignore_barriers);
 
-    /// The pairs, as positions in the list, the smaller one first.
+    /// The pairs, as indices into the list, the smaller one first.
     std::vector<std::pair<std::size_t, std::size_t>> pairs(std::span<AgentFrame const> persons) const;
-    /// With how many others each person is close.
+    /// The number of others that each person is close to.
     std::vector<int> counts(std::span<AgentFrame const> persons) const;
 
   private:

@@ -10,10 +10,10 @@
 #include <utility>
 #include <vector>
 
-/// What the setters and getters of queries come down to. The field can be one of a part of the query's state.
+/// The getters and setters of queries. A field may belong to a part of the state.
 namespace pedflux::engine {
 
-/// Maps that were found without a change are forgotten after it.
+/// A change of a query invalidates the maps of its last evaluation.
 inline void forget_maps(QueryState&) {}
 inline void forget_maps(MapQueryState& state) { state.maps.clear(); }
 
@@ -29,14 +29,14 @@ void set_part(SimObject& handle, Member Part::*member, Value&& value) {
     forget_maps(state);
 }
 
-/// Sets the list of runs of a query of several, and the run that stands for all of them.
+/// Sets the list of runs of a query of several runs, and its first one as the run of the query.
 template <class State>
 void set_runs(SimObject& handle, std::vector<GlobalId> const& runs) {
     set_part<State>(handle, &State::runs, runs);
     set_part<State>(handle, &State::run, runs.empty() ? std::nullopt : std::optional(runs.front()));
 }
 
-// The properties that many queries have in the same form, one line for each in the tables of the faces.
+// The forms of properties.
 #define PEDFLUX_PROPERTY(Query, Type, Argument, Name, member)                                                        \
     Type Query::Get##Name() { return engine::get_part<engine::Query##State>(*this, &engine::Query##State::member); } \
     void Query::Set##Name(Argument value) {                                                                          \
@@ -55,7 +55,7 @@ void set_runs(SimObject& handle, std::vector<GlobalId> const& runs) {
     void Query::Set##Name(Argument value) {                                                  \
         engine::set_part<engine::Query##State>(*this, &engine::Query##State::member, value); \
     }
-/// A shared object of which the query keeps a copy and hands out copies.
+/// A shared object; the query keeps a copy and hands out copies.
 #define PEDFLUX_COPIED(Query, Type, Name, member)                                                             \
     std::shared_ptr<Type> Query::Get##Name() {                                                                \
         return engine::copy_of(engine::get_part<engine::Query##State>(*this, &engine::Query##State::member)); \
@@ -63,7 +63,12 @@ void set_runs(SimObject& handle, std::vector<GlobalId> const& runs) {
     void Query::Set##Name(std::shared_ptr<Type> const& value) {                                               \
         engine::set_part<engine::Query##State>(*this, &engine::Query##State::member, engine::copy_of(value)); \
     }
-#define PEDFLUX_SEVERAL_RUNS(Query)                                                        \
+
+// The operations of the parts that queries of several families have.
+#define PEDFLUX_OPERATIONS_Filtered(Query) PEDFLUX_COPIED(Query, AgentFilter, AgentFilter, filter)
+#define PEDFLUX_OPERATIONS_Aggregated(Query) PEDFLUX_VALUE(Query, AggregationType, AggregationType, aggregation)
+#define PEDFLUX_OPERATIONS_Sampled(Query) PEDFLUX_VALUE(Query, int, SamplingPeriodInSeconds, sampling_period)
+#define PEDFLUX_OPERATIONS_SeveralRuns(Query)                                              \
     void Query::SetSimulationRunId(GlobalId const& run) { SetSimulationRunIds({run}); }    \
     std::vector<GlobalId> Query::GetSimulationRunIds() {                                   \
         return engine::get_part<engine::Query##State>(*this, &engine::Query##State::runs); \
@@ -71,9 +76,20 @@ void set_runs(SimObject& handle, std::vector<GlobalId> const& runs) {
     void Query::SetSimulationRunIds(std::vector<GlobalId> const& runs) {                   \
         engine::set_runs<engine::Query##State>(*this, runs);                               \
     }
-#define PEDFLUX_AGENT_FILTER(Query) PEDFLUX_COPIED(Query, AgentFilter, AgentFilter, filter)
-#define PEDFLUX_COLOR_FUNCTION(Query)                                                                             \
-    PEDFLUX_PROPERTY(Query, std::shared_ptr<ColorFunction>, std::shared_ptr<ColorFunction> const&, ColorFunction, \
-                     colors)
+
+/// What a line of a list of queries defines of its class: the number of its type and the operations of its parts.
+#define PEDFLUX_QUERY_HANDLE(Family, Query, TYPE, ...)                                \
+    int Query::Get##Family##TypeId() { return static_cast<int>(Family##Type::TYPE); } \
+    __VA_OPT__(PEDFLUX_RESCAN(PEDFLUX_OPERATIONS(Query, __VA_ARGS__)))
+
+// The operations of the parts, one after the other. A macro does not expand within its own expansion, so each part
+// takes one more scan of the preprocessor; PEDFLUX_RESCAN has enough for 15 parts.
+#define PEDFLUX_OPERATIONS(Query, Part, ...) \
+    PEDFLUX_OPERATIONS_##Part(Query) __VA_OPT__(PEDFLUX_OPERATIONS_AGAIN PEDFLUX_PARENTHESES(Query, __VA_ARGS__))
+#define PEDFLUX_OPERATIONS_AGAIN() PEDFLUX_OPERATIONS
+#define PEDFLUX_PARENTHESES ()
+#define PEDFLUX_RESCAN(...) PEDFLUX_RESCAN_4(PEDFLUX_RESCAN_4(PEDFLUX_RESCAN_4(PEDFLUX_RESCAN_4(__VA_ARGS__))))
+#define PEDFLUX_RESCAN_4(...) PEDFLUX_RESCAN_1(PEDFLUX_RESCAN_1(PEDFLUX_RESCAN_1(PEDFLUX_RESCAN_1(__VA_ARGS__))))
+#define PEDFLUX_RESCAN_1(...) __VA_ARGS__
 
 }  // namespace pedflux::engine

@@ -38,7 +38,7 @@ void fill(Raster& raster, Polygons const& polygons) {
     }
 }
 
-/// Gives the pixels that the face covers its height.
+/// Raises the pixels that the triangle covers to its height.
 void lift(Raster& raster, std::array<Vector, 3> const& handle) {
     auto const [a, b, c] = handle;
     double const area = orientation({a.x, a.z}, {b.x, b.z}, {c.x, c.z});

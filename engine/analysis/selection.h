@@ -4,13 +4,13 @@
 
 #include <pedflux/agent_filters.h>
 
-#include <functional>
 #include <memory>
 #include <vector>
 
 namespace pedflux::engine {
 
 class Document;
+struct RunFilter;
 
 /// Whom an agent filter selects in each frame of a stored run.
 class Selection {
@@ -23,17 +23,9 @@ class Selection {
     /// The selected persons of a frame of the run.
     std::vector<AgentFrame> frame(int number) const;
 
-    /// A frame that is looked at.
-    struct View {
-        int number;
-        std::vector<AgentFrame> const& persons;
-    };
-    /// Whether a person, by its position in the frame, is selected.
-    using Test = std::function<bool(View const&, std::size_t)>;
-
   private:
     RunReader& reader_;
-    Test test_;  ///< empty: everybody
+    std::shared_ptr<RunFilter const> filter_;  ///< empty: everybody
 };
 
 /// For each person of the run, whether a filter selects it in any frame of a range; who is in no frame of the range

@@ -11,7 +11,7 @@
 
 namespace pedflux::engine {
 
-/// Makes tables row by row.
+/// Builds a table row by row.
 class TableBuilder {
   public:
     explicit TableBuilder(std::vector<std::string> columns) : data_(std::make_shared<TableData>()) {
@@ -34,7 +34,7 @@ class TableBuilder {
     std::shared_ptr<TableData> data_;
 };
 
-/// One value for at least one.
+/// The aggregate of one or more values.
 double aggregated(std::vector<double> values, AggregationType type);
 
 }  // namespace pedflux::engine

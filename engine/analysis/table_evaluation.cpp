@@ -13,6 +13,8 @@
 #include <array>
 #include <cmath>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -68,8 +70,8 @@ TablePointer summary(QueryContext& context) {
 
 TablePointer trip_times(QueryContext& context) {
     auto const& trip = dynamic_cast<OnTrip const&>(context.query()).trip;
-    auto const trips = trip ? trips_of(TripAccess::path(*trip), context.document(), context.reader(), context.visits())
-                            : whole_trips_of(context.reader());
+    auto const trips =
+        trip ? trips_of(TripAccess::path(*trip), context.places(), context.visits()) : whole_trips_of(context.reader());
     auto const selected = context.selected();
     TableBuilder table({"Start [s]", "End [s]", "Duration [s]"});
     for (auto const& made : trips) {
@@ -90,7 +92,7 @@ TablePointer area_times(QueryContext& context) {
         if (!selected[agent]) continue;
         auto const& person = context.reader().agents()[agent];
         for (auto const& area : areas) {
-            for (auto const& visit : visits_of(context.reader(), person, context.visits()[agent], area)) {
+            for (auto const& visit : visits_of(context.places(), person, context.visits()[agent], area.area)) {
                 int const start = std::max(visit.enter, first);
                 int const end = std::min(visit.exit.value_or(context.reader().last_frame() + 1), last + 1);
                 if (start >= end) continue;
@@ -126,50 +128,37 @@ TablePointer level_of_service_times(QueryContext& context) {
 
 TablePointer transitions(QueryContext& context) {
     auto const& transition = dynamic_cast<AtTransition const&>(context.query()).transition;
-    if (!transition) refuse(title_of(context.query()) + " needs a transition");
+    if (!transition) refuse(fmt::format("{} needs a transition", title_of(context.query())));
     auto const selected = context.selected();
     auto const& surfaces = context.reader().surfaces();
-    auto const name = [&](std::optional<std::uint16_t> surface) {
-        return surface ? surfaces[*surface].name : std::string();
+    auto const name = [&](SurfaceIndex surface) {
+        return surface < surfaces.size() ? surfaces[surface].name : std::string();
     };
     TableBuilder table({"Time [s]", "From", "To"});
-    auto const passages = passages_of(context.reader(), context.visits());
-    for (auto const& passage : passages_at(*transition, context.document(), context.reader(), passages)) {
-        if (!selected[passage.agent] || !context.is_in_range(passage.frame)) continue;
-        table.add(std::to_string(passage.agent), context.clock(passage.frame), name(passage.from), name(passage.to));
+    for (auto const& crossing : crossings_at(*transition, context.places(), context.visits())) {
+        if (!selected[crossing.agent] || !context.is_in_range(crossing.frame)) continue;
+        table.add(std::to_string(crossing.agent), context.clock(crossing.frame), name(crossing.from),
+                  name(crossing.to));
     }
     return table.table();
+}
+
+using Evaluate = TablePointer (*)(QueryContext& context);
+
+Evaluate evaluation_of(TableQueryType type) {
+#define CASE(Query, Queries, TYPE, made, evaluation, ...) \
+    case TableQueryType::TYPE:                            \
+        return evaluation;
+    switch (type) { PEDFLUX_TABLE_QUERIES(CASE) }
+#undef CASE
+    return nullptr;
 }
 
 }  // namespace
 
 std::shared_ptr<TableData const> table_of(Document const& document, TableQueryState const& query, TableQueryType type) {
-    using Evaluate = TablePointer (*)(QueryContext&);
-    auto const evaluate = [type]() -> Evaluate {
-        switch (type) {
-            case TableQueryType::AGENT_SUMMARY:
-                return summary;
-            case TableQueryType::AGENT_TRIP_TIME:
-                return trip_times;
-            case TableQueryType::AGENT_AREA_TIME:
-                return area_times;
-            case TableQueryType::AGENT_LEVEL_OF_SERVICE_TIME:
-                return level_of_service_times;
-            case TableQueryType::AGENT_TRANSITION:
-                return transitions;
-            case TableQueryType::AGENT_PROXIMITY:
-                return encounters;
-            case TableQueryType::SIMULATION_ORIGIN_DESTINATION_COUNT:
-                return counts_between_portals;
-            case TableQueryType::SIMULATION_ORIGIN_DESTINATION_TIME:
-                return times_between_portals;
-            case TableQueryType::AREA_ORIGIN_DESTINATION_COUNT:
-                return counts_across_area;
-            default:
-                return nullptr;
-        }
-    }();
-    if (!evaluate) refuse(title_of(query) + " is of a kind that cannot be evaluated yet");
+    auto const evaluate = evaluation_of(type);
+    if (!evaluate) refuse_unevaluated(query);
     QueryContext context(document, query);
     return evaluate(context);
 }

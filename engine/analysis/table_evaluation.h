@@ -11,10 +11,10 @@ namespace pedflux::engine {
 /// The table of a query. Throws Exception as `TableQuery::Evaluate` does.
 std::shared_ptr<TableData const> table_of(Document const& document, TableQueryState const& query, TableQueryType type);
 
-/// The portals of a table of origins and destinations, in the order in which it shows them.
+/// The portals of a table of origins and destinations, in the order of its rows and columns.
 std::vector<GlobalId> portals_of(Document const& document, BetweenPortals const& query);
 
-/// Of these, the ones in which an event of the project, or a collection that it names, sees an origin or a destination.
+/// Those that an event of the project uses as origin or as destination, by itself or through a collection.
 std::vector<GlobalId> portals_used_as(Document const& document, BetweenPortals const& query, Role role);
 
 }  // namespace pedflux::engine

@@ -29,76 +29,10 @@ void TableQuery::SetTimeRange(TimeRange const range) {
     set_part<TableQueryState>(*this, &TableQueryState::time, engine::time_span(range));
 }
 
-#define TYPE(Query, TYPE_NAME) \
-    int Query::GetTableQueryTypeId() { return static_cast<int>(TableQueryType::TYPE_NAME); }
-TYPE(AgentAreaTimeTableQuery, AGENT_AREA_TIME)
-TYPE(AgentElevatorTripTimeTableQuery, AGENT_ELEVATOR_TRIP_TIME)
-TYPE(AgentElevatorWaitTimeTableQuery, AGENT_ELEVATOR_WAIT_TIME)
-TYPE(AgentLevelOfServiceTimeTableQuery, AGENT_LEVEL_OF_SERVICE_TIME)
-TYPE(AgentProcessChainTimeTableQuery, AGENT_PROCESS_CHAIN_TIME)
-TYPE(AgentProximityTableQuery, AGENT_PROXIMITY)
-TYPE(AgentSocialCostTableQuery, AGENT_SOCIAL_COST)
-TYPE(AgentSummaryTableQuery, AGENT_SUMMARY)
-TYPE(AgentTimetableSummaryTableQuery, AGENT_TIMETABLE_SUMMARY)
-TYPE(AgentTokenTimeTableQuery, AGENT_TOKEN_TIME)
-TYPE(AgentTransitionTableQuery, AGENT_TRANSITION)
-TYPE(AgentTripTimeTableQuery, AGENT_TRIP_TIME)
-TYPE(AreaOriginDestinationCountTableQuery, AREA_ORIGIN_DESTINATION_COUNT)
-TYPE(ElevatorTimeWithoutServiceTableQuery, ELEVATOR_TIME_WITHOUT_SERVICE)
-TYPE(ExpectedDemandODCountTableQuery, EXPECTED_DEMAND_OD_COUNT)
-TYPE(ServerSummaryTableQuery, SERVER_SUMMARY)
-TYPE(SimulationOriginDestinationCountTableQuery, SIMULATION_ORIGIN_DESTINATION_COUNT)
-TYPE(SimulationOriginDestinationSocialCostTableQuery, SIMULATION_ORIGIN_DESTINATION_SOCIAL_COST)
-TYPE(SimulationOriginDestinationTimeTableQuery, SIMULATION_ORIGIN_DESTINATION_TIME)
-#undef TYPE
-
-PEDFLUX_AGENT_FILTER(AgentAreaTimeTableQuery)
-PEDFLUX_AGENT_FILTER(AgentElevatorTripTimeTableQuery)
-PEDFLUX_AGENT_FILTER(AgentElevatorWaitTimeTableQuery)
-PEDFLUX_AGENT_FILTER(AgentLevelOfServiceTimeTableQuery)
-PEDFLUX_AGENT_FILTER(AgentProcessChainTimeTableQuery)
-PEDFLUX_AGENT_FILTER(AgentProximityTableQuery)
-PEDFLUX_AGENT_FILTER(AgentSocialCostTableQuery)
-PEDFLUX_AGENT_FILTER(AgentSummaryTableQuery)
-PEDFLUX_AGENT_FILTER(AgentTimetableSummaryTableQuery)
-PEDFLUX_AGENT_FILTER(AgentTokenTimeTableQuery)
-PEDFLUX_AGENT_FILTER(AgentTransitionTableQuery)
-PEDFLUX_AGENT_FILTER(AgentTripTimeTableQuery)
-PEDFLUX_AGENT_FILTER(OriginDestinationMatrixTableQuery)
-PEDFLUX_AGENT_FILTER(ServerSummaryTableQuery)
-
-PEDFLUX_VALUE(AgentElevatorTripTimeTableQuery, ElevatorQueryViewType, TableViewType, view)
-PEDFLUX_VALUE(AgentElevatorTripTimeTableQuery, AgentCountIfInRangeType, CountIfInRangeType, counted)
-PEDFLUX_LIST(AgentElevatorTripTimeTableQuery, Elevators, elevators)
-PEDFLUX_VALUE(AgentElevatorWaitTimeTableQuery, ElevatorQueryViewType, TableViewType, view)
-PEDFLUX_VALUE(AgentElevatorWaitTimeTableQuery, AgentCountIfInRangeType, CountIfInRangeType, counted)
-PEDFLUX_LIST(AgentElevatorWaitTimeTableQuery, Elevators, elevators)
-PEDFLUX_VALUE(ElevatorTimeWithoutServiceTableQuery, ElevatorQueryViewType, TableViewType, view)
-PEDFLUX_VALUE(ElevatorTimeWithoutServiceTableQuery, AgentCountIfInRangeType, CountIfInRangeType, counted)
-PEDFLUX_LIST(ElevatorTimeWithoutServiceTableQuery, Elevators, elevators)
-PEDFLUX_VALUE(OriginDestinationMatrixTableQuery, AgentCountIfInRangeType, CountIfInRangeType, counted)
-PEDFLUX_VALUE(ServerSummaryTableQuery, AggregationType, AggregationType, aggregation)
-PEDFLUX_VALUE(SimulationOriginDestinationSocialCostTableQuery, AggregationType, AggregationType, aggregation)
-PEDFLUX_VALUE(SimulationOriginDestinationTimeTableQuery, AggregationType, AggregationType, aggregation)
-PEDFLUX_LIST(AgentProcessChainTimeTableQuery, StartingServers, starting_servers)
-PEDFLUX_LIST(AgentProcessChainTimeTableQuery, EndingServers, ending_servers)
-PEDFLUX_LIST(ExpectedDemandODCountTableQuery, Events, events)
-PEDFLUX_VALUE(ExpectedDemandODCountTableQuery, OriginDestinationMatrixTableOutput, ViewType, output)
-PEDFLUX_FLAG(ExpectedDemandODCountTableQuery, ExpandCollections, expand_collections)
-PEDFLUX_FLAG(ExpectedDemandODCountTableQuery, HideEmptyRowsAndColumns, hide_empty)
+PEDFLUX_COPIED(OriginDestinationMatrixTableQuery, AgentFilter, AgentFilter, filter)
 PEDFLUX_VALUE(OriginDestinationMatrixTableQuery, OriginDestinationMatrixTableOutput, OriginDestinationMatrixTableOutput,
               output)
-PEDFLUX_VALUE(SimulationOriginDestinationSocialCostTableQuery, SocialCostDisplayType, SocialCostDisplayType, display)
-PEDFLUX_SETTER(AgentTokenTimeTableQuery, std::vector<GlobalId> const&, Tokens, tokens)
-PEDFLUX_COPIED(AgentTransitionTableQuery, Transition, Transition, transition)
-
-std::shared_ptr<Trip> AgentTripTimeTableQuery::GetTrip() {
-    return engine::copy_of(state_of<engine::AgentTripTimeTableQueryState>(*this).trip);
-}
-void AgentTripTimeTableQuery::SetTrip(std::shared_ptr<Trip> trip) {
-    using State = engine::AgentTripTimeTableQueryState;
-    set_part<State>(*this, &State::trip, engine::copy_of(trip));
-}
+PEDFLUX_VALUE(OriginDestinationMatrixTableQuery, AgentCountIfInRangeType, CountIfInRangeType, counted)
 
 // Areas and servers, a list of them or one alone.
 #define ONE_OR_SEVERAL(Query, Names, Name, member)                                   \
@@ -109,11 +43,6 @@ void AgentTripTimeTableQuery::SetTrip(std::shared_ptr<Trip> trip) {
         set_part<engine::Query##State>(*this, &engine::Query##State::member, ids);   \
     }                                                                                \
     void Query::Set##Name(GlobalId const id) { Set##Names({id}); }
-ONE_OR_SEVERAL(AgentAreaTimeTableQuery, Areas, Area, areas)
-ONE_OR_SEVERAL(ServerSummaryTableQuery, Servers, Server, servers)
-#undef ONE_OR_SEVERAL
-
-PEDFLUX_SEVERAL_RUNS(ServerSummaryTableQuery)
 
 // Stops: the restricted ones, or all.
 #define STOPS(Query, Which, member)                                                                   \
@@ -129,13 +58,45 @@ PEDFLUX_SEVERAL_RUNS(ServerSummaryTableQuery)
     void Query::SetUseAll##Which##Stops() {                                                           \
         set_part<engine::Query##State>(*this, &engine::Query##State::member, std::nullopt);           \
     }
-STOPS(AgentElevatorTripTimeTableQuery, Origin, origin_stops)
-STOPS(AgentElevatorTripTimeTableQuery, Destination, destination_stops)
-STOPS(AgentElevatorWaitTimeTableQuery, , stops)
-#undef STOPS
 
-// The two tables of social cost are set in the same way.
-#define SOCIAL_COST(Query)                                                               \
+// The operations of the parts of table queries.
+#define PEDFLUX_OPERATIONS_InAreas(Query) ONE_OR_SEVERAL(Query, Areas, Area, areas)
+#define PEDFLUX_OPERATIONS_OfServers(Query) ONE_OR_SEVERAL(Query, Servers, Server, servers)
+#define PEDFLUX_OPERATIONS_OfElevators(Query) PEDFLUX_LIST(Query, Elevators, elevators)
+#define PEDFLUX_OPERATIONS_AtStops(Query) STOPS(Query, , stops)
+#define PEDFLUX_OPERATIONS_FromStops(Query) STOPS(Query, Origin, origin_stops)
+#define PEDFLUX_OPERATIONS_ToStops(Query) STOPS(Query, Destination, destination_stops)
+#define PEDFLUX_OPERATIONS_ViewedByElevator(Query) PEDFLUX_VALUE(Query, ElevatorQueryViewType, TableViewType, view)
+#define PEDFLUX_OPERATIONS_CountedIfInRange(Query) \
+    PEDFLUX_VALUE(Query, AgentCountIfInRangeType, CountIfInRangeType, counted)
+#define PEDFLUX_OPERATIONS_WrittenAs(Query) PEDFLUX_VALUE(Query, OriginDestinationMatrixTableOutput, ViewType, output)
+#define PEDFLUX_OPERATIONS_ShownAs(Query) PEDFLUX_VALUE(Query, SocialCostDisplayType, SocialCostDisplayType, display)
+#define PEDFLUX_OPERATIONS_WithTokens(Query) PEDFLUX_SETTER(Query, std::vector<GlobalId> const&, Tokens, tokens)
+#define PEDFLUX_OPERATIONS_AtTransition(Query) PEDFLUX_COPIED(Query, Transition, Transition, transition)
+#define PEDFLUX_OPERATIONS_OnTrip(Query)                                                            \
+    std::shared_ptr<Trip> Query::GetTrip() {                                                        \
+        return engine::copy_of(get_part<engine::Query##State>(*this, &engine::Query##State::trip)); \
+    }                                                                                               \
+    void Query::SetTrip(std::shared_ptr<Trip> trip) {                                               \
+        set_part<engine::Query##State>(*this, &engine::Query##State::trip, engine::copy_of(trip));  \
+    }
+#define PEDFLUX_OPERATIONS_BetweenServers(Query)           \
+    PEDFLUX_LIST(Query, StartingServers, starting_servers) \
+    PEDFLUX_LIST(Query, EndingServers, ending_servers)
+#define PEDFLUX_OPERATIONS_OfExpectedDemand(Query)             \
+    PEDFLUX_LIST(Query, Events, events)                        \
+    PEDFLUX_FLAG(Query, ExpandCollections, expand_collections) \
+    PEDFLUX_FLAG(Query, HideEmptyRowsAndColumns, hide_empty)
+#define PEDFLUX_OPERATIONS_OfTimetable(Query)                                                               \
+    GlobalId Query::GetTimetable() {                                                                        \
+        return engine::or_none(get_part<engine::Query##State>(*this, &engine::Query##State::timetable));    \
+    }                                                                                                       \
+    PEDFLUX_SETTER(Query, GlobalId const&, Timetable, timetable)                                            \
+    PEDFLUX_PROPERTY(Query, std::vector<std::string>, std::vector<std::string> const&, ReferenceEventNames, \
+                     reference_events)                                                                      \
+    void Query::ClearReferenceEventNames() { SetReferenceEventNames({}); }                                  \
+    PEDFLUX_FLAG(Query, FilterByReferenceEvents, filter_by_reference_events)
+#define PEDFLUX_OPERATIONS_SocialCost(Query)                                             \
     PEDFLUX_SETTER(Query, double, CostPerHour, cost_per_hour)                            \
     PEDFLUX_SETTER(Query, int, DaysPerYear, days_per_year)                               \
     PEDFLUX_SETTER(Query, double, WalkingWeight, walking)                                \
@@ -154,61 +115,7 @@ STOPS(AgentElevatorWaitTimeTableQuery, , stops)
         using State = engine::Query##State;                                              \
         set_part<State>(*this, &State::uses_custom, true);                               \
     }
-SOCIAL_COST(AgentSocialCostTableQuery)
-SOCIAL_COST(SimulationOriginDestinationSocialCostTableQuery)
-#undef SOCIAL_COST
-
-PEDFLUX_VALUE(AgentProximityTableQuery, double, ProximityDistance, distance)
-PEDFLUX_VALUE(AgentProximityTableQuery, double, MinInteractionDurationInSeconds, min_duration)
-PEDFLUX_VALUE(AgentProximityTableQuery, double, MaxGapDurationInSeconds, max_gap)
-PEDFLUX_VALUE(AgentProximityTableQuery, AgentProximityTableViewType, ViewType, view)
-PEDFLUX_FLAG(AgentProximityTableQuery, IgnoreObstacles, ignore_obstacles)
-bool AgentProximityTableQuery::IsOneWayInteractionView() {
-    return GetViewType() == AgentProximityTableViewType::ONE_WAY_INTERACTIONS;
-}
-std::shared_ptr<AgentFilter> AgentProximityTableQuery::GetOneWayInteractionSubjectAgentFilter() {
-    return engine::copy_of(state_of<engine::AgentProximityTableQueryState>(*this).subjects);
-}
-std::shared_ptr<AgentFilter> AgentProximityTableQuery::GetOneWayInteractionTargetAgentFilter() {
-    return engine::copy_of(state_of<engine::AgentProximityTableQueryState>(*this).targets);
-}
-void AgentProximityTableQuery::SetOneWayInteractionViewAgentFilters(std::shared_ptr<AgentFilter> const& subject,
-                                                                    std::shared_ptr<AgentFilter> const& target) {
-    using State = engine::AgentProximityTableQueryState;
-    auto& state = state_of<State>(*this);
-    auto targets = engine::copy_of(target);
-    engine::check_value(owner_of(state), "oneWayInteractionTargetAgentFilter", targets, engine::NoRule{});
-    set_part<State>(*this, &State::subjects, engine::copy_of(subject));
-    state.targets = std::move(targets);
-    state.view = AgentProximityTableViewType::ONE_WAY_INTERACTIONS;
-}
-
-GlobalId AgentTimetableSummaryTableQuery::GetTimetable() {
-    return engine::or_none(state_of<engine::AgentTimetableSummaryTableQueryState>(*this).timetable);
-}
-PEDFLUX_SETTER(AgentTimetableSummaryTableQuery, GlobalId const&, Timetable, timetable)
-PEDFLUX_PROPERTY(AgentTimetableSummaryTableQuery, std::vector<std::string>, std::vector<std::string> const&,
-                 ReferenceEventNames, reference_events)
-void AgentTimetableSummaryTableQuery::ClearReferenceEventNames() { SetReferenceEventNames({}); }
-PEDFLUX_FLAG(AgentTimetableSummaryTableQuery, FilterByReferenceEvents, filter_by_reference_events)
-
-// The area of a table of origins and destinations: of one kind or the other.
-#define AREA(Kind)                                                                                              \
-    void AreaOriginDestinationCountTableQuery::Set##Kind(GlobalId const& id) {                                  \
-        using State = engine::AreaOriginDestinationCountTableQueryState;                                        \
-        auto const& state = state_of<State>(*this);                                                             \
-        engine::check_value(owner_of(state), "area", id, engine::refers_to<engine::Kind##State>("a " #Kind));   \
-        set_part<State>(*this, &State::area, id);                                                               \
-    }                                                                                                           \
-    void AreaOriginDestinationCountTableQuery::Set##Kind(std::shared_ptr<Kind> const& object) {                 \
-        if (!object) engine::refuse_empty(engine::Subject{owner_of(state_of<TableQueryState>(*this)), "area"}); \
-        Set##Kind(object->GetId());                                                                             \
-    }
-AREA(Floor)
-AREA(Zone)
-#undef AREA
-
-#define PORTALS(Query)                                                                        \
+#define PEDFLUX_OPERATIONS_BetweenPortals(Query)                                              \
     std::vector<GlobalId> Query::GetAllPortals() {                                            \
         auto& state = state_of<engine::Query##State>(*this);                                  \
         return engine::portals_of(document_of(state), state);                                 \
@@ -235,8 +142,54 @@ AREA(Zone)
     }                                                                                         \
     bool Query::ArePortalsSorted() { return state_of<engine::Query##State>(*this).sorted; }   \
     bool Query::UsesAllPortalsInProject() { return !state_of<engine::Query##State>(*this).portals.has_value(); }
-PORTALS(SimulationOriginDestinationCountTableQuery)
-PORTALS(SimulationOriginDestinationTimeTableQuery)
-#undef PORTALS
+
+// The parts of one query alone; their operations follow the table.
+#define PEDFLUX_OPERATIONS_OfEncounters(Query)
+#define PEDFLUX_OPERATIONS_AcrossArea(Query)
+
+#define HANDLE(Query, Queries, TYPE, made, evaluation, State, ...) \
+    PEDFLUX_QUERY_HANDLE(TableQuery, Query, TYPE __VA_OPT__(, ) __VA_ARGS__)
+PEDFLUX_TABLE_QUERIES(HANDLE)
+
+PEDFLUX_VALUE(AgentProximityTableQuery, double, ProximityDistance, distance)
+PEDFLUX_VALUE(AgentProximityTableQuery, double, MinInteractionDurationInSeconds, min_duration)
+PEDFLUX_VALUE(AgentProximityTableQuery, double, MaxGapDurationInSeconds, max_gap)
+PEDFLUX_VALUE(AgentProximityTableQuery, AgentProximityTableViewType, ViewType, view)
+PEDFLUX_FLAG(AgentProximityTableQuery, IgnoreObstacles, ignore_obstacles)
+bool AgentProximityTableQuery::IsOneWayInteractionView() {
+    return GetViewType() == AgentProximityTableViewType::ONE_WAY_INTERACTIONS;
+}
+std::shared_ptr<AgentFilter> AgentProximityTableQuery::GetOneWayInteractionSubjectAgentFilter() {
+    return engine::copy_of(state_of<engine::AgentProximityTableQueryState>(*this).subjects);
+}
+std::shared_ptr<AgentFilter> AgentProximityTableQuery::GetOneWayInteractionTargetAgentFilter() {
+    return engine::copy_of(state_of<engine::AgentProximityTableQueryState>(*this).targets);
+}
+void AgentProximityTableQuery::SetOneWayInteractionViewAgentFilters(std::shared_ptr<AgentFilter> const& subject,
+                                                                    std::shared_ptr<AgentFilter> const& target) {
+    using State = engine::AgentProximityTableQueryState;
+    auto& state = state_of<State>(*this);
+    auto targets = engine::copy_of(target);
+    engine::check_value(owner_of(state), "oneWayInteractionTargetAgentFilter", targets, engine::NoRule{});
+    set_part<State>(*this, &State::subjects, engine::copy_of(subject));
+    state.targets = std::move(targets);
+    state.view = AgentProximityTableViewType::ONE_WAY_INTERACTIONS;
+}
+
+// The area of a table of origins and destinations: of one kind or the other.
+#define AREA(Kind)                                                                                              \
+    void AreaOriginDestinationCountTableQuery::Set##Kind(GlobalId const& id) {                                  \
+        using State = engine::AreaOriginDestinationCountTableQueryState;                                        \
+        auto const& state = state_of<State>(*this);                                                             \
+        engine::check_value(owner_of(state), "area", id, engine::refers_to<engine::Kind##State>("a " #Kind));   \
+        set_part<State>(*this, &State::area, id);                                                               \
+    }                                                                                                           \
+    void AreaOriginDestinationCountTableQuery::Set##Kind(std::shared_ptr<Kind> const& object) {                 \
+        if (!object) engine::refuse_empty(engine::Subject{owner_of(state_of<TableQueryState>(*this)), "area"}); \
+        Set##Kind(object->GetId());                                                                             \
+    }
+AREA(Floor)
+AREA(Zone)
+#undef AREA
 
 }  // namespace pedflux

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/analysis/query_states.h"
+#include "engine/analysis/table_query_list.h"
 #include "engine/behaviour/population/trip.h"
 
 #include <pedflux/table_queries.h>
@@ -34,24 +35,24 @@ struct TableQueryState : MadeOf<QueryState, Timed> {
     static constexpr ObjectType TYPE = ObjectType::TABLE_QUERY;
 };
 
-inline constexpr RefersTo AN_ELEVATOR = refers_to_kind<ObjectType::ELEVATOR>("an elevator");
-inline constexpr RefersTo A_STOP = refers_to<FloorState>("a floor at which an elevator stops");
+inline constexpr RefersTo an_elevator = refers_to_kind<ObjectType::ELEVATOR>("an elevator");
+inline constexpr RefersTo a_stop = refers_to<FloorState>("a floor at which an elevator stops");
 
-PEDFLUX_QUERY_PART(InAreas, std::vector<GlobalId>, areas, {}, "areas", self.areas, WALKABLE_AREAS)
-PEDFLUX_QUERY_PART(AcrossArea, std::optional<GlobalId>, area, {}, "area", self.area, WALKABLE_AREAS)
-/// Never changed; empty: the whole stay.
+PEDFLUX_QUERY_PART(InAreas, std::vector<GlobalId>, areas, {}, "areas", self.areas, walkable_areas)
+PEDFLUX_QUERY_PART(AcrossArea, std::optional<GlobalId>, area, {}, "area", self.area, walkable_areas)
+/// Immutable; empty: the whole stay in the simulation.
 PEDFLUX_QUERY_PART(OnTrip, std::shared_ptr<Trip>, trip, {}, "trip", self.trip)
-/// Never changed, replaced.
+/// Immutable; setters replace it.
 PEDFLUX_QUERY_PART(AtTransition, std::shared_ptr<Transition>, transition, {}, "transition", self.transition)
 PEDFLUX_QUERY_PART(WithTokens, std::vector<GlobalId>, tokens, {}, "tokens", self.tokens, A_TOKEN)
 PEDFLUX_QUERY_PART(OfServers, std::vector<GlobalId>, servers, {}, "servers", self.servers, A_SERVER)
-PEDFLUX_QUERY_PART(OfElevators, std::vector<GlobalId>, elevators, {}, "elevators", self.elevators, AN_ELEVATOR)
+PEDFLUX_QUERY_PART(OfElevators, std::vector<GlobalId>, elevators, {}, "elevators", self.elevators, an_elevator)
 /// The floors of the stops that count; none: all.
-PEDFLUX_QUERY_PART(AtStops, std::optional<std::vector<GlobalId>>, stops, {}, "restrictedStops", self.stops, A_STOP)
+PEDFLUX_QUERY_PART(AtStops, std::optional<std::vector<GlobalId>>, stops, {}, "restrictedStops", self.stops, a_stop)
 PEDFLUX_QUERY_PART(FromStops, std::optional<std::vector<GlobalId>>, origin_stops, {}, "restrictedOriginStops",
-                   self.origin_stops, A_STOP)
+                   self.origin_stops, a_stop)
 PEDFLUX_QUERY_PART(ToStops, std::optional<std::vector<GlobalId>>, destination_stops, {}, "restrictedDestinationStops",
-                   self.destination_stops, A_STOP)
+                   self.destination_stops, a_stop)
 PEDFLUX_QUERY_PART(ViewedByElevator, ElevatorQueryViewType, view, = ElevatorQueryViewType::EACH, "tableViewType",
                    self.view)
 PEDFLUX_QUERY_PART(CountedIfInRange, AgentCountIfInRangeType, counted, = AgentCountIfInRangeType::START_IN_RANGE,
@@ -115,16 +116,16 @@ struct OfEncounters {
     double max_gap = 0;       ///< seconds
     bool ignore_obstacles = false;
     AgentProximityTableViewType view = AgentProximityTableViewType::INTERACTIONS;
-    // Never changed, replaced; empty: everybody.
+    // Immutable; setters replace them. Empty: everybody.
     std::shared_ptr<AgentFilter> subjects;
     std::shared_ptr<AgentFilter> targets;
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        constexpr Range SECONDS{0, WITHOUT_END, "s"};
-        field("proximityDistance", self.distance, Range{0, WITHOUT_END, "m", true});
-        field("minInteractionDurationInSeconds", self.min_duration, SECONDS);
-        field("maxGapDurationInSeconds", self.max_gap, SECONDS);
+        constexpr Range seconds{0, unlimited, "s"};
+        field("proximityDistance", self.distance, Range{0, unlimited, "m", true});
+        field("minInteractionDurationInSeconds", self.min_duration, seconds);
+        field("maxGapDurationInSeconds", self.max_gap, seconds);
         field("ignoreObstacles", self.ignore_obstacles);
         field("viewType", self.view);
         field("oneWayInteractionSubjectAgentFilter", self.subjects);
@@ -143,21 +144,21 @@ struct SocialCost {
     double stair_down = 1;
     double escalator = 1;
     double custom = 1;
-    std::shared_ptr<AgentFilter> custom_filter;  ///< never changed, replaced; empty: nobody
+    std::shared_ptr<AgentFilter> custom_filter;  ///< immutable; empty: nobody
     bool uses_custom = false;
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("costPerHour", self.cost_per_hour, NOT_NEGATIVE);
+        field("costPerHour", self.cost_per_hour, not_negative);
         field("daysPerYear", self.days_per_year, Range{1, 366, "days"});
-        field("walkingWeight", self.walking, NOT_NEGATIVE);
-        field("waitingWeight", self.waiting, NOT_NEGATIVE);
-        field("queuingWeight", self.queuing, NOT_NEGATIVE);
-        field("processingWeight", self.processing, NOT_NEGATIVE);
-        field("stairUpWeight", self.stair_up, NOT_NEGATIVE);
-        field("stairDownWeight", self.stair_down, NOT_NEGATIVE);
-        field("escalatorWeight", self.escalator, NOT_NEGATIVE);
-        field("customWeight", self.custom, NOT_NEGATIVE);
+        field("walkingWeight", self.walking, not_negative);
+        field("waitingWeight", self.waiting, not_negative);
+        field("queuingWeight", self.queuing, not_negative);
+        field("processingWeight", self.processing, not_negative);
+        field("stairUpWeight", self.stair_up, not_negative);
+        field("stairDownWeight", self.stair_down, not_negative);
+        field("escalatorWeight", self.escalator, not_negative);
+        field("customWeight", self.custom, not_negative);
         field("customWeightAgentFilter", self.custom_filter);
         field("customWeightEnabled", self.uses_custom);
     }
@@ -165,28 +166,6 @@ struct SocialCost {
 
 struct OriginDestinationMatrixTableQueryState : MadeOf<TableQueryState, Filtered, WrittenAs, CountedIfInRange> {};
 
-PEDFLUX_QUERY(AgentAreaTimeTableQuery, TableQueryState, Filtered, InAreas)
-PEDFLUX_QUERY(AgentElevatorTripTimeTableQuery, TableQueryState, Filtered, OfElevators, FromStops, ToStops,
-              ViewedByElevator, CountedIfInRange)
-PEDFLUX_QUERY(AgentElevatorWaitTimeTableQuery, TableQueryState, Filtered, OfElevators, AtStops, ViewedByElevator,
-              CountedIfInRange)
-PEDFLUX_QUERY(AgentLevelOfServiceTimeTableQuery, TableQueryState, Filtered)
-PEDFLUX_QUERY(AgentProcessChainTimeTableQuery, TableQueryState, Filtered, BetweenServers)
-PEDFLUX_QUERY(AgentProximityTableQuery, TableQueryState, Filtered, OfEncounters)
-PEDFLUX_QUERY(AgentSocialCostTableQuery, TableQueryState, Filtered, SocialCost)
-PEDFLUX_QUERY(AgentSummaryTableQuery, TableQueryState, Filtered)
-PEDFLUX_QUERY(AgentTimetableSummaryTableQuery, TableQueryState, Filtered, OfTimetable)
-PEDFLUX_QUERY(AgentTokenTimeTableQuery, TableQueryState, Filtered, WithTokens)
-PEDFLUX_QUERY(AgentTransitionTableQuery, TableQueryState, Filtered, AtTransition)
-PEDFLUX_QUERY(AgentTripTimeTableQuery, TableQueryState, Filtered, OnTrip)
-PEDFLUX_QUERY(AreaOriginDestinationCountTableQuery, OriginDestinationMatrixTableQueryState, AcrossArea)
-PEDFLUX_QUERY(ElevatorTimeWithoutServiceTableQuery, TableQueryState, OfElevators, ViewedByElevator, CountedIfInRange)
-PEDFLUX_QUERY(ExpectedDemandODCountTableQuery, TableQueryState, OfExpectedDemand, WrittenAs)
-PEDFLUX_QUERY(ServerSummaryTableQuery, TableQueryState, SeveralRuns, Filtered, OfServers, Aggregated)
-PEDFLUX_QUERY(SimulationOriginDestinationCountTableQuery, OriginDestinationMatrixTableQueryState, BetweenPortals)
-PEDFLUX_QUERY(SimulationOriginDestinationSocialCostTableQuery, OriginDestinationMatrixTableQueryState, SocialCost,
-              Aggregated, ShownAs)
-PEDFLUX_QUERY(SimulationOriginDestinationTimeTableQuery, OriginDestinationMatrixTableQueryState, BetweenPortals,
-              Aggregated)
+PEDFLUX_TABLE_QUERIES(PEDFLUX_QUERY_STATE)
 
 }  // namespace pedflux::engine

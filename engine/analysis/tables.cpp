@@ -7,6 +7,8 @@
 #include <cmath>
 #include <limits>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 namespace {
@@ -30,7 +32,7 @@ struct AsDouble {
     double operator()(int value) const { return value; }
     double operator()(double value) const { return value; }
     double operator()(std::string const& text) const {
-        engine::refuse("The cell holds the text '" + text + "', which is no number");
+        engine::refuse(fmt::format("The cell holds the text '{}', which is no number", text));
     }
 };
 
@@ -50,7 +52,8 @@ std::string Table::GetColumnLabel(int column) {
 int Table::GetIntValue(int row, int column) {
     double const rounded = std::round(GetDoubleValue(row, column));
     if (!(std::abs(rounded) <= std::numeric_limits<int>::max())) {
-        engine::refuse("The number " + engine::text_of(rounded) + " is too large for a whole number of 32 bits");
+        engine::refuse(
+            fmt::format("The number {} is too large for a whole number of 32 bits", engine::text_of(rounded)));
     }
     return static_cast<int>(rounded);
 }

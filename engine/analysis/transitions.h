@@ -5,25 +5,23 @@
 #include <pedflux/transitions.h>
 
 #include <cstdint>
-#include <memory>
-#include <optional>
 #include <vector>
 
 namespace pedflux::engine {
 
-/// A person goes from one surface to another; the outside is none.
-struct Passage {
+/// A person goes from one surface to another, into the simulation or out of it.
+struct RecordedCrossing {
     int frame = 0;  ///< the first that shows it
     std::uint32_t agent = 0;
-    std::optional<std::uint16_t> from;
-    std::optional<std::uint16_t> to;
+    SurfaceIndex from = no_surface;
+    SurfaceIndex to = no_surface;
 };
 
-/// Every passage of the run, in the order of time and then of persons.
-std::vector<Passage> passages_of(RunReader const& reader, Visits const& visits);
+/// The crossings that make a transition, in the order of time and then of persons. Throws Exception for one of which a
+/// stored run does not tell.
+std::vector<RecordedCrossing> crossings_at(Transition const& transition, RunPlaces const& places, Visits const& visits);
 
-/// Those at which a transition happens. Throws Exception for one of which a stored run does not tell.
-std::vector<Passage> passages_at(Transition const& transition, Document const& document, RunReader const& reader,
-                                 std::vector<Passage> const& passages);
+/// Those of everybody who arrived and left, in the same order.
+std::vector<RecordedCrossing> exits_of(RunPlaces const& places, Visits const& visits);
 
 }  // namespace pedflux::engine

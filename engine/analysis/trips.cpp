@@ -14,7 +14,7 @@ std::optional<int> moment_of(Visit const& visit, TripBoundaryMethod boundary) {
 /// The visits of each place of a path, by one person.
 using VisitsOfPath = std::vector<std::vector<Visit>>;
 
-/// The first trip whose start lies not before a frame.
+/// The first trip that starts at a frame or later.
 std::optional<TripMade> next_trip(TripPath const& path, VisitsOfPath const& visits, int not_before) {
     auto const& starts = visits.front();
     auto const start = std::ranges::find_if(starts, [&](Visit const& visit) {
@@ -42,18 +42,17 @@ std::optional<TripMade> next_trip(TripPath const& path, VisitsOfPath const& visi
 
 }  // namespace
 
-std::vector<TripMade> trips_of(TripPath const& path, Document const& document, RunReader const& reader,
-                               Visits const& visits) {
-    std::vector<RunPlace> places;
-    for (auto const& node : path.nodes) places.push_back(place_of(document, reader, node.place));
+std::vector<TripMade> trips_of(TripPath const& path, RunPlaces const& places, Visits const& visits) {
+    std::vector<Area> areas;
+    for (auto const& node : path.nodes) areas.push_back(places[node.place].area);
     std::vector<TripMade> trips;
     for (std::uint32_t agent = 0; agent < visits.size(); ++agent) {
-        VisitsOfPath visits;
-        for (auto const& place : places) {
-            visits.push_back(visits_of(reader, reader.agents()[agent], visits[agent], place));
+        VisitsOfPath of_path;
+        for (auto const& area : areas) {
+            of_path.push_back(visits_of(places, places.reader().agents()[agent], visits[agent], area));
         }
         int not_before = 0;
-        while (auto trip = next_trip(path, visits, not_before)) {
+        while (auto trip = next_trip(path, of_path, not_before)) {
             trip->agent = agent;
             trips.push_back(*trip);
             not_before = trip->end;

@@ -1,6 +1,6 @@
 #include "engine/analysis/visits.h"
 
-#include <algorithm>
+#include "engine/behaviour/triggers/transition_program.h"
 
 namespace pedflux::engine {
 
@@ -24,25 +24,20 @@ std::optional<int> departure_of(RunReader const& reader, AgentRecord const& pers
     return stayed ? std::nullopt : std::optional(person.last_frame + 1);
 }
 
-std::vector<Visit> visits_of(RunReader const& reader, AgentRecord const& person, std::vector<Visit> const& visits,
-                             RunPlace const& place) {
+std::vector<Visit> visits_of(RunPlaces const& places, AgentRecord const& person,
+                             std::vector<SurfaceVisit> const& surface_visits, Area const& area) {
     std::vector<Visit> visits;
-    bool const is_portal = std::ranges::find(place.surfaces, true) == place.surfaces.end();
-    if (is_portal && person.origin.InternalEquals(place.id)) visits.push_back({person.first_frame, person.first_frame});
-    auto const departure = departure_of(reader, person);
-    for (auto const& visit : visits) {
-        if (!place.has(visit.surface)) continue;
-        bool const is_last = &visit == &visits.back();
-        auto const exit = is_last ? departure : std::optional(visit.last + 1);
-        if (!visits.empty() && visits.back().exit == visit.first) {
-            visits.back().exit = exit;
-        } else {
-            visits.push_back({visit.first, exit});
+    follow(places, person, surface_visits, [&](int frame, Crossing const& crossing) {
+        bool const comes = enters(area, crossing);
+        bool const goes = exits(area, crossing);
+        if (area.portal) {
+            if (comes || goes) visits.push_back({frame, frame});
+        } else if (comes) {
+            visits.push_back({frame, std::nullopt});
+        } else if (goes) {
+            visits.back().exit = frame;
         }
-    }
-    if (is_portal && person.arrived && person.destination.InternalEquals(place.id)) {
-        visits.push_back({*departure, departure});
-    }
+    });
     return visits;
 }
 

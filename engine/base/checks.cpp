@@ -7,6 +7,8 @@
 #include <cmath>
 #include <string>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 std::string text_of(double value) {
@@ -18,7 +20,7 @@ std::string text_of(double value) {
 void refuse(std::string const& message) { throw Exception(message); }
 
 void refuse_value(std::string_view what, std::string const& value, std::string_view right) {
-    refuse(std::string(what) + " is " + value + "; it must be " + std::string(right));
+    refuse(fmt::format("{} is {}; it must be {}", what, value, right));
 }
 
 double require_finite(std::string_view what, double value) {
@@ -38,9 +40,8 @@ double require_positive(std::string_view what, double value) {
 
 std::size_t require_index(std::string_view element, int index, std::size_t count) {
     if (index < 0 || static_cast<std::size_t>(index) >= count) {
-        if (count == 0)
-            refuse("There is no " + std::string(element) + " " + std::to_string(index) + ", there are none");
-        refuse_value(std::string(element) + " index", std::to_string(index), "from 0 to " + std::to_string(count - 1));
+        if (count == 0) refuse(fmt::format("There is no {} {}, there are none", element, index));
+        refuse_value(fmt::format("{} index", element), std::to_string(index), fmt::format("from 0 to {}", count - 1));
     }
     return static_cast<std::size_t>(index);
 }

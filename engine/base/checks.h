@@ -4,11 +4,11 @@
 #include <string>
 #include <string_view>
 
-/// The refusals that whoever takes numbers from a user has in common. Each throws Exception with a sentence that begins
-/// with `what`, the name of the checked thing.
+/// Checks of numbers that come from a caller. Each throws Exception with a message that begins with `what`, the name of
+/// the checked value.
 namespace pedflux::engine {
 
-/// The shortest text that reads back as the same number.
+/// The shortest decimal text that parses to the same number.
 std::string text_of(double value);
 
 [[noreturn]] void refuse(std::string const& message);
@@ -18,7 +18,7 @@ std::string text_of(double value);
 double require_finite(std::string_view what, double value);
 double require_not_negative(std::string_view what, double value);
 double require_positive(std::string_view what, double value);
-/// The index as a position in something that has `count` elements; `element` names one of them.
+/// The index, checked to be from 0 to `count` - 1; `element` names one element.
 std::size_t require_index(std::string_view element, int index, std::size_t count);
 
 }  // namespace pedflux::engine

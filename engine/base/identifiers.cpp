@@ -8,6 +8,7 @@
 #include <cstring>
 #include <utility>
 
+#include <fmt/format.h>
 #include <sys/random.h>
 
 namespace pedflux {
@@ -31,9 +32,10 @@ constexpr unsigned digit_value(char digit) {
 }
 
 [[noreturn]] void refuse_text(std::string const& text) {
-    refuse("\"" + text +
-           "\" is no identifier; an identifier is 32 hexadecimal digits, not all 0, in groups of 8-4-4-4-12, such as "
-           "8f14e45f-ceea-467f-a0e5-95c0d4a5c7d2");
+    refuse(
+        fmt::format("\"{}\" is no identifier; an identifier is 32 hexadecimal digits, not all 0, in groups of "
+                    "8-4-4-4-12, such as 8f14e45f-ceea-467f-a0e5-95c0d4a5c7d2",
+                    text));
 }
 
 Identifier parsed(std::string const& text) {
@@ -56,7 +58,7 @@ Identifier parsed(std::string const& text) {
 Identifier random_identifier() {
     std::array<std::uint64_t, 2> bits;
     if (getentropy(bits.data(), sizeof bits) != 0)
-        refuse("the operating system gave no random bits for an identifier: " + std::string(std::strerror(errno)));
+        refuse(fmt::format("the operating system gave no random bits for an identifier: {}", std::strerror(errno)));
     constexpr std::uint64_t version_mask = 0xF000;
     constexpr std::uint64_t variant_mask = std::uint64_t{3} << 62;
     return {(bits[0] & ~version_mask) | 0x4000, (bits[1] & ~variant_mask) | std::uint64_t{2} << 62};

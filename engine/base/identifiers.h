@@ -7,7 +7,7 @@
 #include <string>
 #include <tuple>
 
-/// What the engine needs of identifiers beyond their public operations, many of which are not const.
+/// Access to identifiers beyond their public operations, many of which are not const.
 namespace pedflux::engine {
 
 /// The 128 bits, most significant first.

@@ -5,12 +5,12 @@
 #include <algorithm>
 #include <set>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 namespace {
 
-std::string numbered(std::string_view element, std::size_t index) {
-    return std::string(element) + " " + std::to_string(index);
-}
+std::string numbered(std::string_view element, std::size_t index) { return fmt::format("{} {}", element, index); }
 
 struct BeforeInText {
     bool operator()(GlobalId const& left, GlobalId const& right) const { return left.InternalCompare(right) < 0; }
@@ -30,14 +30,14 @@ void require_none_negative(std::string_view element, std::vector<double> const& 
 void require_weights(std::string_view element, std::vector<double> const& weights) {
     require_none_negative(element, weights);
     auto const all_zero = std::all_of(weights.begin(), weights.end(), [](double weight) { return weight == 0; });
-    if (!weights.empty() && all_zero) refuse(std::string(element) + "s are all 0; at least one must be above 0");
+    if (!weights.empty() && all_zero) refuse(fmt::format("{}s are all 0; at least one must be above 0", element));
 }
 
 void require_equal_lengths(std::string_view list, std::size_t length, std::string_view other_list,
                            std::size_t other_length) {
     if (length == other_length) return;
-    refuse(std::string(list) + " number " + std::to_string(length) + ", " + std::string(other_list) + " " +
-           std::to_string(other_length) + "; there must be as many of one as of the other");
+    refuse(fmt::format("{} number {}, {} {}; there must be as many of one as of the other", list, length, other_list,
+                       other_length));
 }
 
 void require_distinct(std::string_view element, std::vector<GlobalId> const& identifiers) {
@@ -45,10 +45,10 @@ void require_distinct(std::string_view element, std::vector<GlobalId> const& ide
     for (std::size_t index = 0; index < identifiers.size(); ++index) {
         auto identifier = identifiers[index];
         if (!identifier.IsValid())
-            refuse(numbered(element, index) + " is the invalid identifier; it must be that of an object");
+            refuse(fmt::format("{} {} is the invalid identifier; it must be that of an object", element, index));
         if (!seen.insert(identifier).second)
-            refuse(numbered(element, index) + " is " + identifier.GetString() +
-                   ", which the list holds already; each may occur once");
+            refuse(fmt::format("{} {} is {}, which the list holds already; each may occur once", element, index,
+                               identifier.GetString()));
     }
 }
 

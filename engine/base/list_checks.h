@@ -11,9 +11,8 @@ namespace pedflux {
 class GlobalId;
 }
 
-// Checks of the lists that distributions and population sources are made of. Each throws an Exception that names the
-// list
-// ("DiscreteDistribution: weight"), the first element that is wrong by its index, and what would be right.
+// Checks of the lists in distributions and population sources. Each throws an Exception that names the list
+// ("DiscreteDistribution: weight"), the index of the first invalid element, and what is allowed.
 namespace pedflux::engine {
 
 void require_all_finite(std::string_view element, std::vector<double> const& values);

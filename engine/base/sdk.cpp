@@ -9,6 +9,8 @@
 #include <mutex>
 #include <system_error>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 namespace {
@@ -82,8 +84,8 @@ void Sdk::SetFeatureLoggingEnabled(bool enabled) { feature_logging = enabled; }
 
 void Sdk::SetOutputLevel(LogOutputLevel level) {
     if (level < LogOutputLevel::NONE || level > LogOutputLevel::DETAILS)
-        engine::refuse("output level is " + std::to_string(static_cast<int>(level)) +
-                       "; it must be from 0 (NONE) to 4 (DETAILS)");
+        engine::refuse(
+            fmt::format("output level is {}; it must be from 0 (NONE) to 4 (DETAILS)", static_cast<int>(level)));
     output_level = level;
 }
 

@@ -20,6 +20,7 @@ inline constexpr RefersTo AN_AREA{"a portal, floor, connection, zone or volume",
 inline constexpr RefersTo A_GATE = refers_to<ConnectionState>("a connection");
 inline constexpr RefersTo A_PORTAL = refers_to_kind<ObjectType::PORTAL>("a portal");
 inline constexpr RefersTo A_SERVER = refers_to_kind<ObjectType::SERVER>("a server");
+inline constexpr RefersTo A_TALLY_OBJECT = refers_to_kind<ObjectType::TALLY_OBJECT>("a tally object");
 inline constexpr RefersTo A_TOKEN = refers_to_kind<ObjectType::TOKEN>("a token");
 inline constexpr RefersTo A_PROFILE = refers_to_kind<ObjectType::PROFILE>("a profile");
 inline constexpr RefersTo A_FILTER_OBJECT = refers_to_kind<ObjectType::AGENT_FILTER_OBJECT>("an agent filter object");

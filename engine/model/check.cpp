@@ -1,14 +1,15 @@
 #include "engine/model/check.h"
 
-#include "engine/geometry/checks.h"
+#include "engine/base/checks.h"
 #include "engine/model/document.h"
-#include "engine/model/names.h"
-#include "engine/model/properties.h"
+#include "engine/model/node.h"
 
 #include <pedflux/exception.h>
 
 #include <cmath>
 #include <unordered_set>
+
+#include <fmt/format.h>
 
 namespace pedflux::engine {
 
@@ -34,73 +35,48 @@ bool contains(Range const& range, double value) {
 std::string described(Range const& range) {
     std::string text;
     if (std::isfinite(range.least)) {
-        text = (range.without_least ? "greater than " : "at least ") + text_of(range.least);
+        text = fmt::format("{} {}", range.without_least ? "greater than" : "at least", text_of(range.least));
     }
     if (std::isfinite(range.most)) {
-        text.append(text.empty() ? "" : " and ").append("at most " + text_of(range.most));
+        text += fmt::format("{}at most {}", text.empty() ? "" : " and ", text_of(range.most));
     }
     return with_unit(text.empty() ? "finite" : text, range);
 }
 
 void Subject::refuse(std::string const& allowed, std::string const& found) const {
-    throw Exception(title_of(owner) + ": " + property + " must be " + allowed + ", not " + found);
+    throw Exception(fmt::format("{}: {} must be {}, not {}", title_of(owner), property, allowed, found));
 }
 
 void refuse_empty(Subject const& subject) { subject.refuse("given", "empty"); }
 
-void require(Subject const& subject, double value, NoRule) {
-    if (!std::isfinite(value)) subject.refuse("finite", text_of(value));
-}
-
-void require(Subject const& subject, double value, Range const& range) {
-    if (!contains(range, value)) subject.refuse(described(range), text_of(value));
-}
-
-void require(Subject const& subject, int value, Range const& range) {
-    if (!contains(range, value)) subject.refuse(described(range), std::to_string(value));
-}
-
-void require(Subject const& subject, std::string const& text, NoRule) {
-    if (!is_utf8(text)) subject.refuse("text in UTF-8", "bytes that are none");
-}
-
-void require(Subject const& subject, Vec3d const& vector, NoRule) {
-    if (!Vec3d(vector).IsValid()) subject.refuse("a vector of finite components", text_of(vector_of(vector)));
-}
-
-void require(Subject const& subject, GlobalId const& id, RefersTo const& rule) {
-    auto const expected = "the identifier of " + std::string(rule.what);
+void check_reference(Subject const& subject, GlobalId const& id, RefersTo const& rule) {
+    auto const expected = fmt::format("the identifier of {}", rule.what);
     if (!id.IsValid()) subject.refuse(expected, "the invalid identifier");
     if (subject.owner.node != nullptr) return;
     Document const* const document = subject.owner.document;
-    if (document == nullptr) throw Exception(title_of(subject.owner) + " is no longer part of a project");
+    if (document == nullptr) throw Exception(fmt::format("{} is no longer part of a project", title_of(subject.owner)));
     ObjectState const* const object = document->find(id);
     if (object == nullptr) {
         if (document->keeps_unknown(id)) return;
-        subject.refuse(expected, GlobalId(id).GetString() + ", which no object of the project has");
+        subject.refuse(expected, fmt::format("{}, which no object of the project has", GlobalId(id).GetString()));
     }
     if (!rule.allows(*object)) subject.refuse(expected, "that of " + title_of(*object));
 }
 
-void require(Subject const& subject, std::vector<GlobalId> const& ids, RefersTo const&) {
+void check_different(Subject const& subject, std::vector<GlobalId> const& ids) {
     std::unordered_set<GlobalId, IdentifierHash, IdentifierEqual> seen;
     for (GlobalId id : ids) {
         if (!seen.insert(id).second)
-            subject.refuse("a list of different objects", "one with " + id.GetString() + " twice");
+            subject.refuse("a list of different objects", fmt::format("one with {} twice", id.GetString()));
     }
 }
 
-void require(Subject const& subject, std::shared_ptr<Geometry> const& geometry, GeometryRule const& rule) {
-    if (!geometry) subject.refuse(std::string(rule.what), "empty");
-    if (!rule.allows(*geometry)) subject.refuse(std::string(rule.what), "another kind of geometry");
-}
-
 void refuse_unset(Owner const& owner, std::string_view property) {
-    throw Exception(title_of(owner) + " has no " + std::string(property));
+    throw Exception(fmt::format("{} has no {}", title_of(owner), property));
 }
 
 Document& document_of(ObjectState& object) {
-    if (object.document == nullptr) throw Exception(title_of(object) + " is no longer part of a project");
+    if (object.document == nullptr) throw Exception(fmt::format("{} is no longer part of a project", title_of(object)));
     return *object.document;
 }
 

@@ -1,16 +1,27 @@
 #include "engine/model/codec.h"
 
-#include <array>
-#include <cstdint>
-#include <limits>
+#include "engine/model/node.h"
+
+#include <pedflux/exception.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 namespace pedflux::engine {
 
 void Reading::refuse(std::string_view expected, Json const& found) const {
     std::string text = found.dump(-1, ' ', false, Json::error_handler_t::replace);
-    constexpr std::size_t SHOWN = 60;
-    if (text.size() > SHOWN) text = text.substr(0, SHOWN) + "...";
-    throw Exception(where + " must be " + std::string(expected) + ", not " + text);
+    constexpr std::size_t shown = 60;
+    if (text.size() > shown) text = text.substr(0, shown) + "...";
+    throw Exception(fmt::format("{} must be {}, not {}", where, expected, text));
 }
 
 void Reading::warn(std::string const& summary) {
@@ -19,74 +30,157 @@ void Reading::warn(std::string const& summary) {
 
 namespace {
 
-double read_number(Json const& json, Reading const& reading) {
-    if (!json.is_number()) reading.refuse("a number", json);
-    return json.get<double>();
+Json write(PlainType const& type, void const* value) { return type.write(value); }
+
+Json write(EnumerationType const& type, void const* value) { return name_of_number(type.names, type.get(value)); }
+
+Json write(OptionalType const& type, void const* value) {
+    void const* const held = type.get(value);
+    return held == nullptr ? Json() : write_value(type.held(), held);
 }
 
-template <std::size_t count>
-std::array<double, count> read_numbers(Json const& json, Reading const& reading) {
-    if (!json.is_array() || json.size() != count) {
-        reading.refuse("a list of " + std::to_string(count) + " numbers", json);
+Json write(ListType const& type, void const* value) {
+    Json json = Json::array();
+    for (std::size_t i = 0, count = type.size(value); i < count; ++i) {
+        json.push_back(write_value(type.element(), type.at(value, i)));
     }
-    std::array<double, count> numbers{};
-    for (std::size_t i = 0; i < count; ++i) numbers[i] = read_number(json[i], reading);
-    return numbers;
+    return json;
+}
+
+Json write(VariantType const& type, void const* value) {
+    auto const& kind = type.alternatives[type.index(value)];
+    Json json = {{"kind", kind.name}};
+    write_fields({kind.fields(), type.get(value)}, json);
+    return json;
+}
+
+Json write(RecordType const& type, void const* value) {
+    Json json = Json::object();
+    write_fields({type.fields(), value}, json);
+    return json;
+}
+
+Json write(SharedValueType const& type, void const* pointer) {
+    auto const value = type.get(pointer);
+    return value ? write_value(type.held(), value.get()) : Json();
+}
+
+Json write(NodeType const& type, void const* pointer) {
+    NodeState const* const node = type.get(pointer);
+    if (node == nullptr) return {};
+    Json json = {{"kind", node->kind->name}};
+    write_fields(fields_in(*node), json);
+    return json;
+}
+
+/// Reads the fields and warns of members that are not known.
+void read_all(FieldTable table, void* origin, Json const& json, Reading& reading) {
+    Json unknown;
+    read_fields(table, origin, json, reading, unknown);
+    for (auto const& [name, member] : unknown.items())
+        reading.warn(fmt::format("'{}' is not known and is left out", name));
+}
+
+std::string with_comma(std::string names, std::string_view name) {
+    return names.append(names.empty() ? "" : ", ").append(name);
+}
+
+void read(PlainType const& type, void* value, Json const& json, Reading& reading) { type.read(value, json, reading); }
+
+void read(EnumerationType const& type, void* value, Json const& json, Reading& reading) {
+    auto const number =
+        json.is_string() ? number_of_name(type.names, json.get_ref<std::string const&>()) : std::nullopt;
+    if (!number) reading.refuse("one of " + names_of(type.names), json);
+    type.set(value, *number);
+}
+
+void read(OptionalType const& type, void* value, Json const& json, Reading& reading) {
+    type.reset(value);
+    if (!json.is_null()) read_value(type.held(), type.emplace(value), json, reading);
+}
+
+void read(ListType const& type, void* value, Json const& json, Reading& reading) {
+    if (!json.is_array()) reading.refuse("a list", json);
+    type.clear(value);
+    for (auto const& element : json) {
+        Step const step(reading, std::to_string(type.size(value)));
+        read_value(type.element(), type.append(value), element, reading);
+    }
+}
+
+void read(VariantType const& type, void* value, Json const& json, Reading& reading) {
+    auto const name = json.is_object() ? json.find("kind") : json.end();
+    std::string names;
+    for (auto const& kind : type.alternatives) {
+        if (name != json.end() && *name == kind.name) {
+            return read_all(kind.fields(), kind.emplace(value), json, reading);
+        }
+        names = with_comma(std::move(names), kind.name);
+    }
+    reading.refuse("an object whose kind is one of " + names, json);
+}
+
+void read(RecordType const& type, void* value, Json const& json, Reading& reading) {
+    read_all(type.fields(), value, json, reading);
+}
+
+void read(SharedValueType const& type, void* pointer, Json const& json, Reading& reading) {
+    auto const value = type.make();
+    read_value(type.held(), value.get(), json, reading);
+    type.assign(pointer, value.get());
+}
+
+void read(NodeType const& type, void* pointer, Json const& json, Reading& reading) {
+    auto const name = json.is_object() ? json.find("kind") : json.end();
+    std::string names;
+    for (std::size_t i = 0; auto const* const kind = type.kind(i); ++i) {
+        if (name != json.end() && *name == kind->name) {
+            NodePointer node = kind->make();
+            read_all(kind->fields(), node.get(), json, reading);
+            return type.assign(pointer, std::move(node));
+        }
+        names = with_comma(std::move(names), kind->name);
+    }
+    reading.refuse("an object whose kind is one of " + names, json);
 }
 
 }  // namespace
 
-Json Codec<bool>::write(bool const& value) { return value; }
-void Codec<bool>::read(bool& value, Json const& json, Reading& reading) {
-    if (!json.is_boolean()) reading.refuse("true or false", json);
-    value = json.get<bool>();
+Json write_value(FieldType const& type, void const* value) {
+    return std::visit([&](auto const& shape) { return write(shape, value); }, type.shape);
 }
 
-Json Codec<int>::write(int const& value) { return value; }
-void Codec<int>::read(int& value, Json const& json, Reading& reading) {
-    using Limits = std::numeric_limits<int>;
-    bool const fits = json.is_number_unsigned() ? json.get<std::uint64_t>() <= std::uint64_t{Limits::max()}
-                                                : json.is_number_integer() && json.get<std::int64_t>() >= Limits::min();
-    if (!fits) reading.refuse("a whole number of 32 bits", json);
-    value = json.get<int>();
+void read_value(FieldType const& type, void* value, Json const& json, Reading& reading) {
+    std::visit([&](auto const& shape) { read(shape, value, json, reading); }, type.shape);
 }
 
-Json Codec<double>::write(double const& value) { return value; }
-void Codec<double>::read(double& value, Json const& json, Reading& reading) { value = read_number(json, reading); }
-
-Json Codec<std::string>::write(std::string const& value) { return value; }
-void Codec<std::string>::read(std::string& value, Json const& json, Reading& reading) {
-    if (!json.is_string()) reading.refuse("a text", json);
-    value = json.get<std::string>();
-}
-
-Json Codec<GlobalId>::write(GlobalId const& value) { return GlobalId(value).GetString(); }
-void Codec<GlobalId>::read(GlobalId& value, Json const& json, Reading& reading) {
-    if (!json.is_string()) reading.refuse("an identifier", json);
-    try {
-        value = GlobalId(json.get<std::string>());
-    } catch (Exception const& failure) {
-        throw Exception(reading.where + ": " + failure.GetMessage());
+void write_fields(Fields const& fields, Json& json) {
+    for (Field const& field : fields.table) {
+        Json written = write_value(*field.type, field.in(fields.origin));
+        if (!written.is_null()) json[std::string(field.name)] = std::move(written);
     }
 }
 
-Json Codec<Vec3d>::write(Vec3d const& value) { return {value.GetX(), value.GetY(), value.GetZ()}; }
-void Codec<Vec3d>::read(Vec3d& value, Json const& json, Reading& reading) {
-    auto const [x, y, z] = read_numbers<3>(json, reading);
-    value = Vec3d(x, y, z);
+void read_fields(FieldTable table, void* origin, Json const& json, Reading& reading, Json& unknown) {
+    if (!json.is_object()) reading.refuse("an object", json);
+    for (Field const& field : table) {
+        auto const member = json.find(std::string(field.name));
+        if (member == json.end()) continue;
+        Step const step(reading, field.name);
+        read_value(*field.type, field.in(origin), *member, reading);
+    }
+    for (auto const& [name, member] : json.items()) {
+        if (name != "kind" && std::ranges::find(table, name, &Field::name) == table.end()) unknown[name] = member;
+    }
 }
 
-Json Codec<Color>::write(Color const& value) {
-    Color color = value;
-    return {color.GetRed(), color.GetGreen(), color.GetBlue(), color.GetAlpha()};
-}
-void Codec<Color>::read(Color& value, Json const& json, Reading& reading) {
-    auto const [red, green, blue, alpha] = read_numbers<4>(json, reading);
-    try {
-        value = Color(red, green, blue, alpha);
-    } catch (Exception const& failure) {
-        throw Exception(reading.where + ": " + failure.GetMessage());
-    }
+void read_object_fields(ObjectState& object, Json const& json, Reading& reading) {
+    Json unknown;
+    read_fields(object.kind->fields(), &object, json, reading, unknown);
+    for (auto const* const name : {"id", "name"}) unknown.erase(name);
+    for (auto const& [name, value] : unknown.items())
+        reading.warn(fmt::format("'{}' is not known; it is kept in the file", name));
+    if (!unknown.empty()) object.unknown = std::make_shared<Json const>(std::move(unknown));
 }
 
 }  // namespace pedflux::engine

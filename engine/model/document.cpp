@@ -1,6 +1,7 @@
 #include "engine/model/document.h"
 
 #include "engine/model/check.h"
+#include "engine/model/field_values.h"
 #include "engine/model/names.h"
 
 #include <pedflux/exception.h>
@@ -9,9 +10,12 @@
 #include <algorithm>
 #include <charconv>
 
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
 namespace pedflux::engine {
 
-std::string title_of(ObjectState const& state) { return std::string(state.kind->name) + " '" + state.name + "'"; }
+std::string title_of(ObjectState const& state) { return fmt::format("{} '{}'", state.kind->name, state.name); }
 
 Document::Document() = default;
 
@@ -20,7 +24,7 @@ Document::~Document() { close(); }
 ObjectState& Document::add(std::shared_ptr<ObjectState> object, GlobalId const& id, std::string const& name) {
     require_free(name);
     if (by_id_.contains(id)) {
-        throw Exception("there is already an object with the identifier " + GlobalId(id).GetString());
+        throw Exception(fmt::format("there is already an object with the identifier {}", GlobalId(id).GetString()));
     }
     object->document = this;
     object->id = id;
@@ -30,10 +34,10 @@ ObjectState& Document::add(std::shared_ptr<ObjectState> object, GlobalId const& 
     return *objects_.emplace_back(std::move(object));
 }
 
-void Document::keep_unknown(Json object, GlobalId const& id, std::string const& name) {
+void Document::keep_unknown(std::shared_ptr<Json const> object, GlobalId const& id, std::string const& name) {
     require_free(name);
     if (!by_id_.emplace(id, nullptr).second) {
-        throw Exception("there is already an object with the identifier " + GlobalId(id).GetString());
+        throw Exception(fmt::format("there is already an object with the identifier {}", GlobalId(id).GetString()));
     }
     by_name_.emplace(name, nullptr);
     unknown_objects_.push_back(std::move(object));
@@ -59,7 +63,7 @@ void Document::require_free(std::string const& name) const {
     auto const found = by_name_.find(name);
     if (found == by_name_.end()) return;
     auto const owner = found->second == nullptr ? "an object of a kind that is not known" : title_of(*found->second);
-    throw Exception("the name '" + name + "' is taken by " + owner + ": each object needs a name of its own");
+    throw Exception(fmt::format("the name '{}' is taken by {}: each object needs a name of its own", name, owner));
 }
 
 void Document::rename(ObjectState& object, std::string const& name) {
@@ -98,7 +102,7 @@ std::string Document::next_unique_name(std::string const& base) const {
 std::vector<Reference> Document::references_to(GlobalId const& id) const {
     std::vector<Reference> found;
     collect_references(nullptr, settings, found);
-    for (auto const& object : objects_) object->kind->references(*object, found);
+    for (auto const& object : objects_) collect_references(object.get(), fields_in(*object), found);
     std::erase_if(found, [&](Reference const& reference) { return !reference.to.InternalEquals(id); });
     return found;
 }
@@ -113,34 +117,33 @@ void Document::remove(ObjectState& object) {
     }
     auto const id_text = object.id.GetString();
     for (auto const& stranger : unknown_objects_) {
-        if (stranger.dump().find(id_text) != std::string::npos) {
-            referrers.push_back(stranger.at("kind").get<std::string>() + " '" + stranger.at("name").get<std::string>() +
-                                "'");
+        if (stranger->dump().find(id_text) != std::string::npos) {
+            referrers.push_back(fmt::format("{} '{}'", stranger->at("kind").get<std::string>(),
+                                            stranger->at("name").get<std::string>()));
         }
     }
     if (!referrers.empty()) {
-        std::string list;
-        for (auto const& title : referrers) list += (list.empty() ? "" : ", ") + title;
-        throw Exception(title_of(object) + " cannot be removed while others refer to it: " + list);
+        throw Exception(fmt::format("{} cannot be removed while others refer to it: {}", title_of(object),
+                                    fmt::join(referrers, ", ")));
     }
 
     std::erase_if(selection_, [&](GlobalId const& id) { return id.InternalEquals(object.id); });
     by_id_.erase(object.id);
     by_name_.erase(object.name);
-    faces_.erase(&object);
+    handles_.erase(&object);
     object.document = nullptr;
     std::erase_if(objects_, [&](auto const& held) { return held.get() == &object; });
 }
 
 std::shared_ptr<SimObject> Document::handle_of(ObjectState& object) {
-    auto& handle = faces_[&object];
+    auto& handle = handles_[&object];
     if (!handle) handle = object.kind->handle(object.shared_from_this());
     return handle;
 }
 
 void Document::close() {
     for (auto const& object : objects_) object->document = nullptr;
-    faces_.clear();
+    handles_.clear();
     by_id_.clear();
     by_name_.clear();
     selection_.clear();
@@ -156,7 +159,8 @@ std::unique_ptr<Document> Document::copy() const {
     twin->unknown = unknown;
     for (auto const& object : objects_) twin->add(object->kind->copy(*object), object->id, object->name);
     for (auto const& object : unknown_objects_) {
-        twin->keep_unknown(object, GlobalId(object.at("id").get<std::string>()), object.at("name").get<std::string>());
+        twin->keep_unknown(object, GlobalId(object->at("id").get<std::string>()),
+                           object->at("name").get<std::string>());
     }
     twin->selection_ = selection_;
     return twin;

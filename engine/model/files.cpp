@@ -9,6 +9,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <fmt/format.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -16,10 +17,10 @@ namespace pedflux::engine {
 
 namespace {
 
-constexpr off_t LARGEST = off_t{1} << 30;
+constexpr off_t largest_file = off_t{1} << 30;
 
 [[noreturn]] void fail(std::string const& what, std::string const& path, int error = errno) {
-    throw Exception("cannot " + what + " '" + path + "': " + std::generic_category().message(error));
+    throw Exception(fmt::format("cannot {} '{}': {}", what, path, std::generic_category().message(error)));
 }
 
 /// A file descriptor that closes itself.
@@ -39,7 +40,7 @@ class Descriptor {
     int number_;
 };
 
-/// A file that is gone again unless it was put into place.
+/// A temporary file that is deleted unless it was put into place.
 class Draft {
   public:
     explicit Draft(std::string const& target) : path_(target + ".XXXXXX"), file_(::mkostemp(path_.data(), O_CLOEXEC)) {
@@ -72,7 +73,7 @@ class Draft {
     bool placed_ = false;
 };
 
-/// The permissions of the file that is replaced, or those of a new file.
+/// The permissions of the file that is replaced, or the default ones of a new file.
 mode_t mode_for(std::string const& target) {
     struct stat status {};
     if (::stat(target.c_str(), &status) == 0) return status.st_mode & 07777;
@@ -82,8 +83,9 @@ mode_t mode_for(std::string const& target) {
 }
 
 void require_path(std::string const& path, std::string const& what) {
-    if (path.empty()) throw Exception("cannot " + what + ": the file name is empty");
-    if (path.find('\0') != std::string::npos) throw Exception("cannot " + what + ": the file name holds a zero byte");
+    if (path.empty()) throw Exception(fmt::format("cannot {}: the file name is empty", what));
+    if (path.find('\0') != std::string::npos)
+        throw Exception(fmt::format("cannot {}: the file name holds a zero byte", what));
 }
 
 }  // namespace
@@ -94,8 +96,8 @@ std::string read_file(std::string const& path) {
     if (file.number() < 0) fail("read", path);
     struct stat status {};
     if (::fstat(file.number(), &status) != 0) fail("read", path);
-    if (!S_ISREG(status.st_mode)) throw Exception("cannot read '" + path + "': it is not a file");
-    if (status.st_size > LARGEST) throw Exception("cannot read '" + path + "': it is larger than 1 GiB");
+    if (!S_ISREG(status.st_mode)) throw Exception(fmt::format("cannot read '{}': it is not a file", path));
+    if (status.st_size > largest_file) throw Exception(fmt::format("cannot read '{}': it is larger than 1 GiB", path));
 
     std::string contents(static_cast<std::size_t>(status.st_size), '\0');
     std::size_t filled = 0;

@@ -1,12 +1,18 @@
+#include "engine/model/geometry_codec.h"
+
 #include "engine/geometry/access.h"
 #include "engine/geometry/mesh.h"
 #include "engine/model/codec.h"
+
+#include <pedflux/exception.h>
 
 #include <array>
 #include <limits>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include <nlohmann/json.hpp>
 
 /// Geometries in files: their plain data, with all coordinates of a list in one row of numbers.
 namespace pedflux::engine {
@@ -28,7 +34,7 @@ void read_groups(std::vector<Group>& groups, Json const& json, std::string const
     auto const found = json.find(name);
     if (found == json.end()) reading.refuse("given", Json());
     std::vector<Number> numbers;
-    Codec<std::vector<Number>>::read(numbers, *found, reading);
+    read_json(numbers, *found, reading);
     if (numbers.size() % 3 != 0) reading.refuse("a list whose length is a multiple of 3", numbers.size());
     for (std::size_t i = 0; i < numbers.size(); i += 3) groups.push_back({numbers[i], numbers[i + 1], numbers[i + 2]});
 }
@@ -53,7 +59,7 @@ std::shared_ptr<Geometry> read_mesh(Json const& json, Reading& reading) {
     read_groups<int>(faces, json, "faces", reading);
     if (auto const found = json.find("tolerance"); found != json.end()) {
         Step const step(reading, "tolerance");
-        Codec<double>::read(tolerance, *found, reading);
+        read_json(tolerance, *found, reading);
     }
     return geometry_of(make_mesh(std::move(vertices), std::move(faces), tolerance));
 }
@@ -86,14 +92,14 @@ std::shared_ptr<Geometry> read_rectangle(Json const& json, Reading& reading) {
         Step const step(reading, name);
         auto const found = json.find(name);
         if (found == json.end()) reading.refuse("given", Json());
-        Codec<double>::read(sides[i], *found, reading);
+        read_json(sides[i], *found, reading);
     }
     // The directions' rounding is kept as it was written, so that what is opened equals what was saved.
     auto checked = std::make_shared<RectangleGeometry>(value_of(frame[0]), value_of(frame[1]), value_of(frame[2]),
                                                        sides[0], sides[1]);
     Rectangle const& exact = rectangle_of(*checked);
-    constexpr double ROUNDING = 1e-12;
-    if (distance(exact.length_direction, frame[1]) > ROUNDING || distance(exact.width_direction, frame[2]) > ROUNDING) {
+    constexpr double rounding = 1e-12;
+    if (distance(exact.length_direction, frame[1]) > rounding || distance(exact.width_direction, frame[2]) > rounding) {
         return checked;
     }
     return geometry_of(Rectangle{frame[0], frame[1], frame[2], sides[0], sides[1]});
@@ -101,14 +107,14 @@ std::shared_ptr<Geometry> read_rectangle(Json const& json, Reading& reading) {
 
 }  // namespace
 
-Json Codec<std::shared_ptr<Geometry>>::write(std::shared_ptr<Geometry> const& geometry) {
+Json write_geometry(std::shared_ptr<Geometry> const& geometry) {
     if (!geometry) return {};
     if (auto const rectangle = geometry->AsRectangleGeometry()) return write_rectangle(*rectangle);
     if (auto const polyline = geometry->AsPolylineGeometry()) return write_polyline(*polyline);
     return write_mesh(*geometry->AsMeshGeometry());
 }
 
-void Codec<std::shared_ptr<Geometry>>::read(std::shared_ptr<Geometry>& geometry, Json const& json, Reading& reading) {
+void read_geometry(std::shared_ptr<Geometry>& geometry, Json const& json, Reading& reading) {
     auto const kind = json.is_object() ? json.value("kind", Json()) : Json();
     try {
         if (kind == "mesh") {

@@ -4,43 +4,30 @@
 
 #include <pedflux/identifiers.h>
 
-#include <algorithm>
-#include <string>
-#include <string_view>
+#include <cstddef>
 #include <vector>
 
 /// Fields that list other objects, each of them once, in the order in which they were added.
 namespace pedflux::engine {
 
-inline bool lists(std::vector<GlobalId> const& list, GlobalId const& id) {
-    return std::ranges::any_of(list, [&](GlobalId const& other) { return other.InternalEquals(id); });
-}
+bool lists(std::vector<GlobalId> const& list, GlobalId const& id);
+
+// The same functions for a list in the object's state.
+void add_to_list(ObjectState const& state, std::vector<GlobalId>& list, std::vector<GlobalId> const& ids);
+std::ptrdiff_t index_in_list(ObjectState const& state, std::vector<GlobalId> const& list, GlobalId const& id);
 
 /// Adds what is not in the list yet, after all of it has passed the field's rule.
 template <class State>
 void add_to_list(SimObject& handle, std::vector<GlobalId> State::*member, std::vector<GlobalId> const& ids) {
     auto& state = state_of<State>(handle);
-    with_field(state, member, [&](std::string_view name, std::vector<GlobalId>& list, auto const& rule) {
-        for (auto const& id : ids) check_value(owner_of(state), std::string(name), id, rule);
-        for (auto const& id : ids) {
-            if (!lists(list, id)) list.push_back(id);
-        }
-    });
+    add_to_list(state, state.*member, ids);
 }
 
 /// Throws Exception when the object is not in the list.
 template <class State>
 std::ptrdiff_t index_in_list(SimObject& handle, std::vector<GlobalId> State::*member, GlobalId const& id) {
-    auto& state = state_of<State>(handle);
-    auto const& list = state.*member;
-    auto const found = std::ranges::find_if(list, [&](GlobalId const& other) { return other.InternalEquals(id); });
-    if (found == list.end()) {
-        with_field(state, member, [&](std::string_view name, auto const&...) {
-            Subject{owner_of(state), std::string(name)}.refuse("a list that has " + GlobalId(id).GetString(),
-                                                               "one without it");
-        });
-    }
-    return found - list.begin();
+    auto const& state = state_of<State>(handle);
+    return index_in_list(state, state.*member, id);
 }
 
 template <class State>

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <optional>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -18,10 +20,10 @@ std::optional<char32_t> next_code_point(std::string_view& text) {
         char32_t least;
         unsigned char mask, lead;
     };
-    constexpr Form FORMS[] = {
+    constexpr Form forms[] = {
         {1, 0, 0x80, 0x00}, {2, 0x80, 0xe0, 0xc0}, {3, 0x800, 0xf0, 0xe0}, {4, 0x10000, 0xf8, 0xf0}};
     auto const lead = static_cast<unsigned char>(text.front());
-    for (auto const& [length, least, mask, bits] : FORMS) {
+    for (auto const& [length, least, mask, bits] : forms) {
         if ((lead & mask) != bits) continue;
         if (text.size() < length) return std::nullopt;
         char32_t code = lead & static_cast<unsigned char>(~mask);
@@ -66,9 +68,10 @@ bool is_valid_name(std::string_view name) { return fault_of_name(name).empty(); 
 void require_valid_name(std::string_view name) {
     auto const fault = fault_of_name(name);
     if (fault.empty()) return;
-    std::string const quoted = is_utf8(name) && name.size() <= 255 ? " '" + std::string(name) + "'" : "";
-    throw Exception("the name" + quoted + " " + std::string(fault) +
-                    ": a name has 1 to 255 bytes of UTF-8, not only spaces, and no control characters");
+    std::string const quoted = is_utf8(name) && name.size() <= 255 ? fmt::format(" '{}'", name) : "";
+    throw Exception(
+        fmt::format("the name{} {}: a name has 1 to 255 bytes of UTF-8, not only spaces, and no control characters",
+                    quoted, fault));
 }
 
 }  // namespace pedflux::engine

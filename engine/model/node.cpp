@@ -1,9 +1,13 @@
 #include "engine/model/node.h"
 
+#include "engine/model/node_kind.h"
+
 #include <pedflux/exception.h>
 
 #include <algorithm>
 #include <string>
+
+#include <fmt/format.h>
 
 namespace pedflux::engine {
 
@@ -29,15 +33,15 @@ namespace {
 struct Extent {
     int levels = 0;
     int nodes = 0;
-    bool is_allowed() const { return levels <= DEEPEST_NODE && nodes <= MOST_NODES; }
+    bool is_allowed() const { return levels <= deepest_node && nodes <= most_nodes; }
 };
 
 /// Counts no further than what is allowed.
 void measure(NodeState const& state, int level, Extent& extent) {
     extent.levels = std::max(extent.levels, level);
     ++extent.nodes;
-    state.kind->inner(state, [&](NodeState const& inner) {
-        if (extent.is_allowed()) measure(inner, level + 1, extent);
+    visit_nodes(fields_in(state), [&](HeldNode const& held) {
+        if (extent.is_allowed()) measure(held.node, level + 1, extent);
     });
 }
 
@@ -49,20 +53,22 @@ bool fits(NodeState const& state, int level) {
 
 bool holds(NodeState const& state, NodeState const& wanted) {
     bool found = &state == &wanted;
-    state.kind->inner(state, [&](NodeState const& inner) { found = found || holds(inner, wanted); });
+    visit_nodes(fields_in(state), [&](HeldNode const& held) { found = found || holds(held.node, wanted); });
     return found;
 }
 
 [[noreturn]] void refuse_extent(NodeState const& state) {
-    throw Exception(std::string(state.kind->name) + ": nested deeper than " + std::to_string(DEEPEST_NODE) +
-                    " levels or with more than " + std::to_string(MOST_NODES) + " parts");
+    throw Exception(fmt::format("{}: nested deeper than {} levels or with more than {} parts", state.kind->name,
+                                deepest_node, most_nodes));
 }
 
 }  // namespace
 
 NodePointer copy_of(NodeState const& state) {
     require_shallow(state);
-    return state.kind->copy(state);
+    NodePointer copied = state.kind->copy(state);
+    take_copies(state.kind->fields(), copied.get());
+    return copied;
 }
 
 void require_shallow(NodeState const& state) {
@@ -71,8 +77,7 @@ void require_shallow(NodeState const& state) {
 
 std::size_t checked_index(NodeState const& state, std::string_view what, int index, std::size_t count) {
     if (index < 0 || static_cast<std::size_t>(index) >= count) {
-        throw Exception(std::string(state.kind->name) + ": there is no " + std::string(what) + " " +
-                        std::to_string(index) + ", it has " + std::to_string(count));
+        throw Exception(fmt::format("{}: there is no {} {}, it has {}", state.kind->name, what, index, count));
     }
     return static_cast<std::size_t>(index);
 }
@@ -82,9 +87,17 @@ bool may_hold_node(NodeState const& parent, NodeState const& child) { return fit
 void require_may_hold(NodeState const& parent, std::string_view property, NodeState const& child) {
     if (!fits(child, 2)) refuse_extent(parent);
     if (holds(child, parent)) {
-        throw Exception(std::string(parent.kind->name) + ": " + std::string(property) + " must not be or hold the " +
-                        std::string(parent.kind->name) + " itself");
+        throw Exception(fmt::format("{0}: {1} must not be or hold the {0} itself", parent.kind->name, property));
     }
+}
+
+void check_new_node(NodeState const& node) {
+    require_may_hold_all(node, node);
+    check_node(owner_of(node), "", node);
+}
+
+void require_may_hold_all(NodeState const& parent, NodeState const& changed) {
+    visit_nodes(fields_in(changed), [&](HeldNode const& held) { require_may_hold(parent, held.name, held.node); });
 }
 
 }  // namespace pedflux::engine

@@ -2,6 +2,7 @@
 
 #include "engine/model/check.h"
 #include "engine/model/codec.h"
+#include "engine/model/field_values.h"
 #include "engine/model/pretty.h"
 
 #include <pedflux/exception.h>
@@ -10,44 +11,48 @@
 #include <unordered_set>
 #include <utility>
 
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
 namespace pedflux::engine {
 
 namespace {
 
-constexpr std::size_t DEEPEST = 64;
+constexpr std::size_t deepest_nesting = 64;
 
 Json to_json(ObjectState const& object) {
     Json json = {{"kind", object.kind->name}, {"id", GlobalId(object.id).GetString()}, {"name", object.name}};
-    object.kind->write(object, json);
-    if (object.unknown.is_object()) json.update(object.unknown);
+    write_fields(fields_in(object), json);
+    if (object.unknown) json.update(*object.unknown);
     return json;
 }
 
 Json to_json(Document const& document) {
-    Json json = {{"format", FILE_FORMAT}, {"version", FILE_VERSION}};
-    json["settings"] = Codec<Settings>::write(document.settings);
+    Json json = {{"format", file_format}, {"version", file_version}};
+    json["settings"] = json_of(document.settings);
     Json& objects = json["objects"] = Json::array();
     for (auto const& object : document.objects()) objects.push_back(to_json(*object));
-    for (auto const& object : document.unknown_objects()) objects.push_back(object);
-    if (document.unknown.is_object()) json.update(document.unknown);
+    for (auto const& object : document.unknown_objects()) objects.push_back(*object);
+    if (document.unknown) json.update(*document.unknown);
     return json;
 }
 
-/// Refuses what a well-formed text can still do to a reader: nest without end, and say one thing twice.
+/// Refuses well-formed texts that nest too deep or have a member twice.
 class Watch {
   public:
     bool operator()(int, Json::parse_event_t event, Json& parsed) {
         using Event = Json::parse_event_t;
         if (event == Event::object_start || event == Event::array_start) {
-            if (members_.size() == DEEPEST) {
-                throw Exception("the file nests deeper than " + std::to_string(DEEPEST) + " levels");
+            if (members_.size() == deepest_nesting) {
+                throw Exception(fmt::format("the file nests deeper than {} levels", deepest_nesting));
             }
             members_.emplace_back();
         } else if (event == Event::object_end || event == Event::array_end) {
             members_.pop_back();
         } else if (event == Event::key) {
             auto const& name = parsed.get_ref<std::string const&>();
-            if (!members_.back().insert(name).second) throw Exception("the member '" + name + "' occurs twice");
+            if (!members_.back().insert(name).second)
+                throw Exception(fmt::format("the member '{}' occurs twice", name));
         }
         return true;
     }
@@ -65,15 +70,16 @@ Json parse(std::string_view text) {
         // What the parser says, without its own numbering: [json.exception.parse_error.101] parse error at line 1 ...
         std::string_view const message = failure.what();
         auto const bracket = message.find("] ");
-        throw Exception("the file is not JSON: " +
-                        std::string(bracket == std::string_view::npos ? message : message.substr(bracket + 2)));
+        throw Exception(fmt::format("the file is not JSON: {}",
+                                    bracket == std::string_view::npos ? message : message.substr(bracket + 2)));
     }
 }
 
 Json const& member(Json const& json, char const* name, Reading const& reading) {
     auto const found = json.find(name);
     if (found == json.end()) {
-        throw Exception((reading.where.empty() ? "the file" : reading.where) + " lacks the member '" + name + "'");
+        throw Exception(
+            fmt::format("{} lacks the member '{}'", reading.where.empty() ? "the file" : reading.where, name));
     }
     return *found;
 }
@@ -82,23 +88,24 @@ std::string text_member(Json const& json, char const* name, Reading& reading) {
     Json const& found = member(json, name, reading);
     Step const step(reading, name);
     std::string text;
-    Codec<std::string>::read(text, found, reading);
+    read_json(text, found, reading);
     return text;
 }
 
 void require_format(Json const& json) {
     auto const format = json.is_object() ? json.find("format") : json.end();
-    if (format == json.end() || *format != FILE_FORMAT) {
-        throw Exception(R"(the file is not a pedflux project: it does not begin with "format": ")" +
-                        std::string(FILE_FORMAT) + "\"");
+    if (format == json.end() || *format != file_format) {
+        throw Exception(
+            fmt::format(R"(the file is not a pedflux project: it does not begin with "format": "{}")", file_format));
     }
     auto const version = json.find("version");
     if (version == json.end() || !version->is_number_unsigned() || *version == 0) {
         throw Exception("the file has no version number");
     }
-    if (*version > FILE_VERSION) {
-        throw Exception("the file has version " + version->dump() +
-                        ", made by a newer release; this one reads versions up to " + std::to_string(FILE_VERSION));
+    if (*version > file_version) {
+        throw Exception(
+            fmt::format("the file has version {}, made by a newer release; this one reads versions up to {}",
+                        version->dump(), file_version));
     }
 }
 
@@ -110,22 +117,17 @@ void read_object(Document& document, Json const& json, Kinds kinds, Reading& rea
     GlobalId id;
     {
         Step const step(reading, "id");
-        Codec<GlobalId>::read(id, id_text, reading);
+        read_json(id, id_text, reading);
     }
-    reading.where = kind_name + " '" + name + "'";
+    reading.where = fmt::format("{} '{}'", kind_name, name);
     auto const kind = std::ranges::find(kinds, kind_name, &Kind::name);
     if (kind == kinds.end()) {
-        document.keep_unknown(json, id, name);
+        document.keep_unknown(std::make_shared<Json const>(json), id, name);
         reading.warn("objects of this kind are not known; it is kept in the file, but takes no part");
         return;
     }
     ObjectState& object = document.add((*kind)->make(), id, name);
-    (*kind)->read(object, json, reading);
-    object.unknown.erase("id");
-    object.unknown.erase("name");
-    for (auto const& [member_name, value] : object.unknown.items()) {
-        reading.warn("'" + member_name + "' is not known; it is kept in the file");
-    }
+    read_object_fields(object, json, reading);
 }
 
 }  // namespace
@@ -134,7 +136,7 @@ std::string to_text(Document const& document) {
     try {
         return pretty(to_json(document));
     } catch (Json::exception const& failure) {
-        throw Exception("the project cannot be written as JSON: " + std::string(failure.what()));
+        throw Exception(fmt::format("the project cannot be written as JSON: {}", failure.what()));
     }
 }
 
@@ -144,25 +146,27 @@ std::unique_ptr<Document> from_text(std::string_view text, Kinds kinds) {
 
     auto document = std::make_unique<Document>();
     Reading reading{document->open_warnings, ""};
+    Json unknown;
     for (auto const& [name, value] : json.items()) {
-        constexpr std::string_view KNOWN[] = {"format", "version", "settings", "objects"};
-        if (std::ranges::find(KNOWN, name) != std::end(KNOWN)) continue;
-        document->unknown[name] = value;
+        constexpr std::string_view known[] = {"format", "version", "settings", "objects"};
+        if (std::ranges::find(known, name) != std::end(known)) continue;
+        unknown[name] = value;
         reading.where = "the file";
-        reading.warn("'" + name + "' is not known; it is kept in the file");
+        reading.warn(fmt::format("'{}' is not known; it is kept in the file", name));
     }
+    if (!unknown.empty()) document->unknown = std::make_shared<Json const>(std::move(unknown));
     reading.where = "settings";
-    Codec<Settings>::read(document->settings, member(json, "settings", reading), reading);
+    read_json(document->settings, member(json, "settings", reading), reading);
 
     Json const& objects = member(json, "objects", reading);
     reading.where = "objects";
     if (!objects.is_array()) reading.refuse("a list", objects);
     for (std::size_t i = 0; i < objects.size(); ++i) {
-        reading.where = "objects." + std::to_string(i);
+        reading.where = fmt::format("objects.{}", i);
         read_object(*document, objects[i], kinds, reading);
     }
-    check_value(Owner{nullptr, document.get()}, "", document->settings, NoRule{});
-    for (auto const& object : document->objects()) object->kind->check(*object);
+    check_fields(Owner{nullptr, document.get()}, "", fields_in(document->settings));
+    for (auto const& object : document->objects()) check_object(*object);
     return document;
 }
 
@@ -170,7 +174,7 @@ std::string to_text(ObjectState const& object) {
     try {
         return to_json(object).dump();
     } catch (Json::exception const& failure) {
-        throw Exception(title_of(object) + " cannot be written as JSON: " + failure.what());
+        throw Exception(fmt::format("{} cannot be written as JSON: {}", title_of(object), failure.what()));
     }
 }
 

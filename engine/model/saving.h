@@ -14,13 +14,13 @@
 ///     "format": "pedflux project", "version": 1,
 ///     "settings": { ... }, "objects": [ { "kind": "Floor", "id": "...", "name": "...", ... }, ... ]
 ///
-/// Objects stand in the order of their creation. Members that are missing have their defaults. Members, and kinds of
+/// Objects are in the order of their creation. Missing members have their defaults. Members, and kinds of
 /// objects, that this version does not know are kept and written back, with a warning. A higher version number means
 /// that older versions would misread the file; they refuse it.
 namespace pedflux::engine {
 
-inline constexpr std::string_view FILE_FORMAT = "pedflux project";
-inline constexpr int FILE_VERSION = 1;
+inline constexpr std::string_view file_format = "pedflux project";
+inline constexpr int file_version = 1;
 
 /// The kinds of objects that a file may hold.
 using Kinds = std::span<Kind const* const>;
@@ -38,7 +38,7 @@ std::string to_text(ObjectState const& object);
 /// Exception when the text makes no sense.
 void add_from_text(Document& document, std::string_view text, Kinds kinds);
 
-/// Where two projects differ, one line for each place; none when they are equal in every field.
+/// The differences of two projects, one line for each place; empty when all fields are equal.
 std::vector<std::string> differences(Document const& a, Document const& b);
 
 }  // namespace pedflux::engine

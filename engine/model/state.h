@@ -7,16 +7,15 @@
 #include <pedflux/objects.h>
 
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace pedflux::engine {
 
 class Document;
+struct Field;
 struct Kind;
-struct Reading;
-struct Reference;
 
 /// What every object has. The state of a kind of object is a struct that derives from this one, or from the state of
 /// its base class, and lists its fields once:
@@ -35,9 +34,9 @@ struct Reference;
 ///         }
 ///     };
 ///
-/// Copying, saving, opening, comparing, finding references and checking values all come from that list. A field may
-/// have a rule (rules.h), which its setter, opening and the message of a refusal share; how a type is written is told
-/// once (codec.h). The names are those of the file, so they stay.
+/// From that list comes one table of fields for each kind (fields.h): saving, opening, comparing, finding references
+/// and checking values work on the table. A field may have a rule (rules.h), which its setter, opening and the message
+/// of a refusal share. The names are those of the file, so they stay.
 struct ObjectState : std::enable_shared_from_this<ObjectState> {
     ObjectState() = default;
     ObjectState(ObjectState const&) = default;
@@ -51,7 +50,7 @@ struct ObjectState : std::enable_shared_from_this<ObjectState> {
     Color color{0.75, 0.75, 0.75};
     bool visible = true;
     bool enabled = true;
-    Json unknown;  ///< fields of the file that this version does not know; they are written back
+    std::shared_ptr<Json const> unknown;  ///< members of the file that this version does not know; written back
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
@@ -61,17 +60,14 @@ struct ObjectState : std::enable_shared_from_this<ObjectState> {
     }
 };
 
-/// What can be done with the states of one kind of object without knowing their type. `kind_of` makes it from the list
-/// of fields.
+/// What can be done with the states of one kind of object without knowing their type.
 struct Kind {
     ObjectType type;
     std::string_view name;
     std::shared_ptr<ObjectState> (*make)();
     std::shared_ptr<ObjectState> (*copy)(ObjectState const& state);
-    void (*write)(ObjectState const& state, Json& json);
-    void (*read)(ObjectState& state, Json const& json, Reading& reading);
-    void (*check)(ObjectState const& state);
-    void (*references)(ObjectState const& state, std::vector<Reference>& found);
+    std::span<Field const> (*fields)();
+    void (*check)(ObjectState const& state);  ///< a rule that binds several fields together; often none
     std::shared_ptr<SimObject> (*handle)(std::shared_ptr<ObjectState> state);
 };
 
@@ -84,14 +80,14 @@ Kind const& kind_of();
 /// The object as messages name it: Floor 'Hall'.
 std::string title_of(ObjectState const& state);
 
-/// The way from a face of the SDK to the state behind it.
+/// The way from a handle to the state behind it.
 struct ObjectAccess {
-    static std::shared_ptr<ObjectState> const& state(SimObject& handle) { return handle.state_; }
+    static std::shared_ptr<ObjectState> const& state(SimObject const& handle) { return handle.state_; }
 };
 
-/// The state behind a face, by the type that belongs to the face's class.
+/// The state behind a handle, by the type that belongs to the handle's class.
 template <class State>
-State& state_of(SimObject& handle) {
+State& state_of(SimObject const& handle) {
     return static_cast<State&>(*ObjectAccess::state(handle));
 }
 

@@ -1,5 +1,6 @@
 #include "engine/project/avatar_presets.h"
 
+#include "engine/model/codec.h"
 #include "engine/scene/avatar_state.h"
 
 #include <pedflux/project.h>
@@ -83,8 +84,8 @@ constexpr Figure FIGURES[] = {
 };
 
 void add_part(FigurePart const& part, std::vector<Tri3d>& triangles) {
-    constexpr int SIDES = 12;
-    auto const mesh = part.radius > 0 ? MeshGeometry::CreateCylinder(part.radius, part.from, part.to, SIDES)
+    constexpr int sides = 12;
+    auto const mesh = part.radius > 0 ? MeshGeometry::CreateCylinder(part.radius, part.from, part.to, sides)
                                       : MeshGeometry::CreateBox(part.from, part.to);
     std::ranges::copy(mesh->GetFaces(), std::back_inserter(triangles));
 }
@@ -123,15 +124,26 @@ std::shared_ptr<MeshGeometry> figure_mesh_of(AvatarPreset const& preset) {
     return meshes[static_cast<std::size_t>(&FigureAccess::figure(preset) - FIGURES)];
 }
 
-Json Codec<std::shared_ptr<AvatarPreset>>::write(std::shared_ptr<AvatarPreset> const& preset) {
-    return preset ? Json(preset->GetId().GetString()) : Json();
-}
-void Codec<std::shared_ptr<AvatarPreset>>::read(std::shared_ptr<AvatarPreset>& preset, Json const& json,
-                                                Reading& reading) {
-    GlobalId id;
-    Codec<GlobalId>::read(id, json, reading);
-    preset = avatar_preset(id);
-    if (!preset) reading.refuse("the identifier of an avatar preset", json);
+/// Presets are written by identifier.
+template <>
+FieldType const& field_type<std::shared_ptr<AvatarPreset>>() {
+    using Preset = std::shared_ptr<AvatarPreset>;
+    static constexpr FieldType type{&typeid(Preset),
+                                    PlainType{[](void const* value) {
+                                                  auto const& preset = *static_cast<Preset const*>(value);
+                                                  return preset ? Json(preset->GetId().GetString()) : Json();
+                                              },
+                                              [](void* value, Json const& json, Reading& reading) {
+                                                  GlobalId id;
+                                                  read_json(id, json, reading);
+                                                  auto const preset = avatar_preset(id);
+                                                  if (!preset) {
+                                                      reading.refuse("the identifier of an avatar preset", json);
+                                                  }
+                                                  *static_cast<Preset*>(value) = preset;
+                                              },
+                                              nullptr}};
+    return type;
 }
 
 }  // namespace pedflux::engine

@@ -25,7 +25,7 @@ struct Figure {
     char const* name;
     char const* description;
     std::span<FigurePart const> person;
-    std::span<FigurePart const> things;  ///< what the person has along
+    std::span<FigurePart const> things;  ///< what the person carries
 };
 
 struct FigureAccess {

@@ -60,11 +60,11 @@ void add_connection(ConnectionState const& connection, std::vector<Level> const&
     if (connection.direction != ConnectionObjectDirection::BALL_TO_BOX) add_way(at_box, at_ball);
 }
 
-/// What lies on a floor joins the one that is nearest in height.
+/// An object on several floors joins the one that is nearest in height.
 void add_place(NetworkObjectState const& place, LineSeg3d line, std::vector<Level> const& levels,
                std::vector<Way>& ways) {
     FloorState const* nearest = nullptr;
-    double least_offset = PORTAL_HEIGHT_TOLERANCE;
+    double least_offset = portal_height_tolerance;
     for (auto const& level : levels) {
         auto const contact = contact_of(line, level.area, level.ground);
         if (!contact || contact->height_offset > least_offset) continue;
@@ -76,7 +76,7 @@ void add_place(NetworkObjectState const& place, LineSeg3d line, std::vector<Leve
     ways.emplace_back(&place, nearest);
 }
 
-/// Elevators say which floors they serve.
+/// Elevators join the floors that they serve.
 void add_elevator(Document const& document, ElevatorState const& elevator, std::vector<Way>& ways) {
     auto const each_floor = [&](std::vector<GlobalId> const& ids, auto const& add) {
         for (auto const& id : ids) {
@@ -111,8 +111,8 @@ std::vector<Way> ways_of(Document const& document) {
 /// The objects at the other ends of the ways that leave the object, or that come to it, or both: each once, in the
 /// order of creation.
 std::vector<GlobalId> connected(Document const& document, GlobalId const& id, bool from, bool to) {
-    constexpr auto NETWORK_OBJECTS = refers_to<NetworkObjectState>("a floor, connection, portal, server or elevator");
-    check_value({nullptr, &document}, "object", id, NETWORK_OBJECTS);
+    constexpr auto network_objects = refers_to<NetworkObjectState>("a floor, connection, portal, server or elevator");
+    check_value({nullptr, &document}, "object", id, network_objects);
     auto const* const object = document.find<NetworkObjectState>(id);
     std::vector<NetworkObjectState const*> found;
     for (auto const& [start, end] : ways_of(document)) {

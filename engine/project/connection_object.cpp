@@ -1,8 +1,7 @@
 #include "engine/behaviour/distributions/distribution_handle.h"
+#include "engine/model/accessors.h"
 #include "engine/model/document.h"
 #include "engine/model/lists.h"
-#include "engine/model/properties.h"
-#include "engine/project/actions.h"
 #include "engine/scene/banks.h"
 #include "engine/scene/goal_lines.h"
 #include "engine/scene/group_states.h"
@@ -25,21 +24,16 @@ using engine::set;
 using engine::set_copy;
 using engine::state_of;
 
-// A plain property: the getter and the setter of a field.
-#define PROPERTY(Type, Getter, Setter, field)                                       \
-    Type ConnectionObject::Getter() { return get(*this, &ConnectionState::field); } \
-    void ConnectionObject::Setter(Type value) { set(*this, &ConnectionState::field, value); }
+VALUE_PROPERTY_OF(ConnectionObject, ConnectionState, AgentTraversalType, AgentTraversalType, traversal)
+VALUE_PROPERTY_OF(ConnectionObject, ConnectionState, ConnectionObjectDirection, Direction, direction)
+FLAG_PROPERTY_OF(ConnectionObject, ConnectionState, IsGated, SetGated, gated)
+FLAG_PROPERTY_OF(ConnectionObject, ConnectionState, IsIgnoreBarriers, SetIgnoreBarriers, ignore_barriers)
+FLAG_PROPERTY_OF(ConnectionObject, ConnectionState, IsIgnoreNeighbors, SetIgnoreNeighbors, ignore_neighbors)
+FLAG_PROPERTY_OF(ConnectionObject, ConnectionState, HasQueuingForceOnApproach, SetQueuingForceOnApproach,
+                 queuing_on_approach)
+VALUE_PROPERTY_OF(ConnectionObject, ConnectionState, double, LocalAgentBodyRadius, body_radius)
 
-PROPERTY(AgentTraversalType, GetAgentTraversalType, SetAgentTraversalType, traversal)
-PROPERTY(ConnectionObjectDirection, GetDirection, SetDirection, direction)
-PROPERTY(bool, IsGated, SetGated, gated)
-PROPERTY(bool, IsIgnoreBarriers, SetIgnoreBarriers, ignore_barriers)
-PROPERTY(bool, IsIgnoreNeighbors, SetIgnoreNeighbors, ignore_neighbors)
-PROPERTY(bool, HasQueuingForceOnApproach, SetQueuingForceOnApproach, queuing_on_approach)
-PROPERTY(double, GetLocalAgentBodyRadius, SetLocalAgentBodyRadius, body_radius)
-
-bool ConnectionObject::HasLocalAgentBodyRadius() { return has(*this, &ConnectionState::body_radius); }
-void ConnectionObject::ClearLocalAgentBodyRadius() { clear(*this, &ConnectionState::body_radius); }
+OPTIONAL_PROPERTY_OF(ConnectionObject, ConnectionState, LocalAgentBodyRadius, body_radius)
 
 bool ConnectionObject::HasLocalAgentMaxSpeed() { return has(*this, &ConnectionState::speed_limit); }
 bool ConnectionObject::HasLocalDirectionBias() { return has(*this, &ConnectionState::direction_bias); }
@@ -49,10 +43,10 @@ SpeedDensityStandard ConnectionObject::GetLocalSpeedDensityStandard() {
     return get(*this, &ConnectionState::speed_density_standard);
 }
 
-ACTION(ConnectionObject, ConnectionState, BallEnter, ball_enter_action)
-ACTION(ConnectionObject, ConnectionState, BallExit, ball_exit_action)
-ACTION(ConnectionObject, ConnectionState, BoxEnter, box_enter_action)
-ACTION(ConnectionObject, ConnectionState, BoxExit, box_exit_action)
+ACTION_PROPERTY_OF(ConnectionObject, ConnectionState, BallEnterAction, ball_enter_action)
+ACTION_PROPERTY_OF(ConnectionObject, ConnectionState, BallExitAction, ball_exit_action)
+ACTION_PROPERTY_OF(ConnectionObject, ConnectionState, BoxEnterAction, box_enter_action)
+ACTION_PROPERTY_OF(ConnectionObject, ConnectionState, BoxExitAction, box_exit_action)
 
 LineSeg3d ConnectionObject::GetBallGoalLine() { return engine::end_goal_lines(*GetGeometry()).ball; }
 LineSeg3d ConnectionObject::GetBoxGoalLine() { return engine::end_goal_lines(*GetGeometry()).box; }
@@ -65,25 +59,11 @@ void ConnectionObject::SetEnteringFlowCap(FlowRateType type, double value) {
 }
 void ConnectionObject::ClearEnteringFlowCap() { clear(*this, &ConnectionState::flow_cap); }
 
-bool ConnectionObject::HasEntranceDelayDistribution() {
-    return get(*this, &ConnectionState::entrance_delay) != nullptr;
-}
-std::shared_ptr<Distribution> ConnectionObject::GetEntranceDelayDistribution() {
-    return get_copy(*this, &ConnectionState::entrance_delay);
-}
-void ConnectionObject::SetEntranceDelayDistribution(std::shared_ptr<Distribution> const& delay) {
-    set_copy(*this, &ConnectionState::entrance_delay, delay);
-}
-void ConnectionObject::ClearEntranceDelayDistribution() { state_of<ConnectionState>(*this).entrance_delay.reset(); }
+COPIED_PROPERTY_OF(ConnectionObject, ConnectionState, Distribution, EntranceDelayDistribution, entrance_delay)
+OPTIONAL_PROPERTY_OF(ConnectionObject, ConnectionState, EntranceDelayDistribution, entrance_delay)
 
-bool ConnectionObject::HasExitDelayDistribution() { return get(*this, &ConnectionState::exit_delay) != nullptr; }
-std::shared_ptr<Distribution> ConnectionObject::GetExitDelayDistribution() {
-    return get_copy(*this, &ConnectionState::exit_delay);
-}
-void ConnectionObject::SetExitDelayDistribution(std::shared_ptr<Distribution> const& delay) {
-    set_copy(*this, &ConnectionState::exit_delay, delay);
-}
-void ConnectionObject::ClearExitDelayDistribution() { state_of<ConnectionState>(*this).exit_delay.reset(); }
+COPIED_PROPERTY_OF(ConnectionObject, ConnectionState, Distribution, ExitDelayDistribution, exit_delay)
+OPTIONAL_PROPERTY_OF(ConnectionObject, ConnectionState, ExitDelayDistribution, exit_delay)
 
 bool ConnectionObject::HasPriority() { return has(*this, &ConnectionState::priority); }
 ConnectionObjectDirection ConnectionObject::GetPriorityDirection() {
@@ -120,8 +100,8 @@ GlobalId ConnectionObject::GetBank() {
 void ConnectionObject::SetBank(GlobalId const& bank) {
     auto& state = state_of<ConnectionState>(*this);
     if (bank.IsValid()) {
-        constexpr auto BANKS = engine::refers_to<engine::RouteBankState>("a route bank");
-        engine::check_value(owner_of(state), "bank", bank, BANKS);
+        constexpr auto route_banks = engine::refers_to<engine::RouteBankState>("a route bank");
+        engine::check_value(owner_of(state), "bank", bank, route_banks);
         engine::join_bank(*document_of(state).find<engine::RouteBankState>(bank), state.id);
     } else {
         engine::leave_bank<engine::RouteBankState>(state);

@@ -11,7 +11,8 @@
 #include <mutex>
 #include <string>
 
-/// The questions to a database that pick agents with a filter. A run knows the zones and named filters of its project.
+/// The operations of a database that select agents with a filter. A run records the zones and named filters of its
+/// project.
 namespace pedflux {
 
 namespace {
@@ -19,7 +20,7 @@ namespace {
 using engine::RunReader;
 using engine::Selection;
 
-/// What was made of a run's filters. Programs ask frame by frame, and some filters look at the whole run.
+/// A cache of compiled filters. Programs ask frame by frame, and some filters scan the whole run when compiled.
 struct FilterMemory : RunReader::Memory {
     explicit FilterMemory(RunReader const& reader) {
         for (auto const& text : reader.project().objects) {
@@ -33,11 +34,11 @@ struct FilterMemory : RunReader::Memory {
 
 constexpr std::size_t most_remembered = 32;
 
-/// The reader's lock is held.
+/// Requires the lock on the reader's memory.
 Selection const& selection_of(RunReader& reader, std::shared_ptr<AgentFilter> const& filter) {
     if (!reader.memory) reader.memory = std::make_unique<FilterMemory>(reader);
     auto& memory = static_cast<FilterMemory&>(*reader.memory);
-    auto const key = engine::Codec<std::shared_ptr<AgentFilter>>::write(filter).dump();
+    auto const key = engine::json_of(filter).dump();
     if (auto const known = memory.selections.find(key); known != memory.selections.end()) return known->second;
     Selection selection(filter, memory.project, reader);
     if (memory.selections.size() == most_remembered) memory.selections.clear();

@@ -10,6 +10,8 @@
 #include <filesystem>
 #include <string_view>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
@@ -26,7 +28,7 @@ Format const& format_of(std::string const& path) {
                            [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
     auto const* const found = std::ranges::find(FORMATS, extension, &Format::extension);
     if (found == std::end(FORMATS)) {
-        throw Exception("cannot export geometry to '" + path + "': its extension must be .obj, .stl or .wkt");
+        throw Exception(fmt::format("cannot export geometry to '{}': its extension must be .obj, .stl or .wkt", path));
     }
     return *found;
 }
@@ -37,7 +39,9 @@ SceneObjects scene_objects(Document const& document, std::vector<std::shared_ptr
     for (auto const& face : objects) {
         if (!face) throw Exception("the list of objects to export has an empty pointer");
         auto const& state = state_of<ObjectState>(*face);
-        if (state.document != &document) throw Exception(title_of(state) + " is not an object of this project");
+        if (state.document != &document) {
+            throw Exception(fmt::format("{} is not an object of this project", title_of(state)));
+        }
         if (auto const* const object = dynamic_cast<SceneState const*>(&state)) found.push_back(object);
     }
     return found;

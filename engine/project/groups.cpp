@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 using engine::CollectionState;
@@ -31,7 +33,7 @@ std::vector<double> weights_of(CollectionState const& state) {
 
 }  // namespace
 
-// Each change is judged on a copy of the lists, since items and weights only fit together.
+// Items and weights are checked together, on copies of both lists.
 
 void Collection::SetItems(std::vector<GlobalId> const& items) {
     set(*this, &CollectionState::items, items);
@@ -43,8 +45,8 @@ void Collection::SetItemsWithWeights(std::vector<GlobalId> const& items, std::ve
     auto& state = state_of<CollectionState>(*this);
     if (items.size() != weights.size()) {
         engine::Subject{owner_of(state), "weights"}.refuse(
-            "a list of " + std::to_string(items.size()) + " weights, one for each item",
-            "one of " + std::to_string(weights.size()));
+            fmt::format("a list of {} weights, one for each item", items.size()),
+            fmt::format("one of {}", weights.size()));
     }
     auto const before = state.items;
     set(*this, &CollectionState::items, items);

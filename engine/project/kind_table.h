@@ -10,23 +10,26 @@
 #include <pedflux/project.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
-/// The words of the tables of kinds, one line for each kind of object: the kind of its state, its factory, its lookups
-/// and its list. A table stands in namespace pedflux, and each of its kinds also in kind_list.h.
+/// Defines the lines of the lists of kinds (kind_list.h, engine/analysis/map_query_list.h and its like): the kind of
+/// the state, and the factory, lookups and list of the project. Used in namespace pedflux. The forms of factories:
 ///
-///     KIND(Transform, Transforms)                       a factory that takes a name
-///     KIND_WITH_MESH(Floor, Floors)                     a name and the mesh that becomes its geometry
-///     KIND_WITH_GEOMETRY(Path, Paths, PolylineGeometry) the same with another shape
-///     KIND_WITH(Zone, Zones, std::vector<GlobalId>, base_members)
-///                                                       a name and the value of one field of its state
-///     KIND_OF_RUN(AgentCountMapQuery, AgentCountMapQueries)
-///                                                       a name and the run that it asks about
+///     KIND(Token, Tokens, NAMED)                             takes a name
+///     KIND(Floor, Floors, FROM_MESH)                         a name and the mesh that becomes its geometry
+///     KIND(Path, Paths, FROM_GEOMETRY, PolylineGeometry)     the same with another shape
+///     KIND(Dispatch, Dispatches, FROM_FIELD, Vec3d, position)
+///                                                            a name and the value of one field of its state
+///     KIND(Avatar, Avatars, BY_HAND)                         is written beside the table
+///
+/// Factories of queries take, besides the name, the run that is evaluated (OF_RUN), one or several runs (OF_RUNS), the
+/// object that is measured (OF_OBJECT) or nothing (NAMED).
 namespace pedflux::engine {
 
-/// The face of an object, if it is of the class or of one derived from it.
+/// The handle of an object, if it is of the class or of one derived from it.
 template <class Handle>
 std::shared_ptr<Handle> handle_as(Document& document, ObjectState* object) {
     return object == nullptr ? nullptr : std::dynamic_pointer_cast<Handle>(document.handle_of(*object));
@@ -48,7 +51,7 @@ std::vector<std::shared_ptr<Handle>> list_of(Project const& project) {
     return handles;
 }
 
-/// A new object of a kind with some fields set. A refused value leaves nothing behind.
+/// A new object with some fields set. If a value is refused, no object remains.
 template <class State, class... Member, class... Value>
 std::shared_ptr<typename State::Handle> create(Project const& project, std::string const& name,
                                                std::pair<Member, Value>... fields) {
@@ -70,32 +73,36 @@ std::shared_ptr<typename State::Handle> create(Project const& project, std::stri
     std::shared_ptr<Class> Project::Get##Name(std::string const& name) { return engine::look_up<Class>(*this, name); } \
     std::vector<std::shared_ptr<Class>> Project::Get##Names() { return engine::list_of<Class>(*this); }
 
-/// All of a kind except its factory.
-#define KIND_MADE_ELSEWHERE(Class, Names)         \
+#define OBJECT_KIND(Class, Names, made, ...)      \
     namespace engine {                            \
     template Kind const& kind_of<Class##State>(); \
     }                                             \
-    LOOKUPS(Class, Class, Names)
+    FACTORY_##made(Class __VA_OPT__(, ) __VA_ARGS__) LOOKUPS(Class, Class, Names)
+#define QUERY_KIND(Class, Names, TYPE, made, ...) OBJECT_KIND(Class, Names, made)
 
-#define KIND(Class, Names)                                                   \
+#define FACTORY_BY_HAND(Class)
+#define FACTORY_NAMED(Class)                                                 \
     std::shared_ptr<Class> Project::Create##Class(std::string const& name) { \
         return engine::create<engine::Class##State>(*this, name);            \
-    }                                                                        \
-    KIND_MADE_ELSEWHERE(Class, Names)
-
-#define KIND_WITH(Class, Names, Type, field)                                                                      \
+    }
+#define FACTORY_FROM_FIELD(Class, Type, field)                                                                    \
     std::shared_ptr<Class> Project::Create##Class(std::string const& name, Type const& value) {                   \
         return engine::create<engine::Class##State>(*this, name, std::pair(&engine::Class##State::field, value)); \
-    }                                                                                                             \
-    KIND_MADE_ELSEWHERE(Class, Names)
-
-#define KIND_WITH_GEOMETRY(Class, Names, Shape)                                                                   \
+    }
+#define FACTORY_FROM_GEOMETRY(Class, Shape)                                                                       \
     std::shared_ptr<Class> Project::Create##Class(std::string const& name, std::shared_ptr<Shape> const& shape) { \
         return engine::create<engine::Class##State>(                                                              \
             *this, name, std::pair(&engine::SceneState::geometry, std::shared_ptr<Geometry>(shape)));             \
-    }                                                                                                             \
-    KIND_MADE_ELSEWHERE(Class, Names)
-
-#define KIND_WITH_MESH(Class, Names) KIND_WITH_GEOMETRY(Class, Names, MeshGeometry)
-
-#define KIND_OF_RUN(Class, Names) KIND_WITH(Class, Names, GlobalId, run)
+    }
+#define FACTORY_FROM_MESH(Class) FACTORY_FROM_GEOMETRY(Class, MeshGeometry)
+#define FACTORY_OF_RUN(Class) FACTORY_FROM_FIELD(Class, GlobalId, run)
+#define FACTORY_OF_OBJECT(Class) FACTORY_FROM_FIELD(Class, GlobalId, object)
+#define FACTORY_OF_RUNS(Class)                                                                                   \
+    std::shared_ptr<Class> Project::Create##Class(std::string const& name, std::vector<GlobalId> const& runs) {  \
+        using State = engine::Class##State;                                                                      \
+        auto const first = runs.empty() ? std::nullopt : std::optional(runs.front());                            \
+        return engine::create<State>(*this, name, std::pair(&State::runs, runs), std::pair(&State::run, first)); \
+    }                                                                                                            \
+    std::shared_ptr<Class> Project::Create##Class(std::string const& name, GlobalId const& run) {                \
+        return Create##Class(name, std::vector{run});                                                            \
+    }

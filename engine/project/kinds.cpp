@@ -1,16 +1,15 @@
 #include "engine/project/kinds.h"
 
 #include "engine/model/state.h"
-#include "engine/project/kind_list.h"
+#include "engine/project/all_kinds.h"
 
 namespace pedflux::engine {
 
-// kind_list.h has the list.
-#define DECLARE(Name) struct Name##State;
+#define DECLARE(Class, ...) struct Class##State;
 PEDFLUX_KINDS(DECLARE)
 
 Kinds object_kinds() {
-#define ENTRY(Name) &kind_of<Name##State>(),
+#define ENTRY(Class, ...) &kind_of<Class##State>(),
     static Kind const* const table[] = {PEDFLUX_KINDS(ENTRY)};
     return table;
 }

@@ -3,25 +3,6 @@
 
 namespace pedflux {
 
-KIND_OF_RUN(AverageDensityMapQuery, AverageDensityMapQueries)
-KIND_OF_RUN(MaxDensityMapQuery, MaxDensityMapQueries)
-KIND_OF_RUN(NonZeroAverageDensityMapQuery, NonZeroAverageDensityMapQueries)
-KIND_OF_RUN(ExperiencedDensityMapQuery, ExperiencedDensityMapQueries)
-KIND_OF_RUN(InstantaneousDensityMapQuery, InstantaneousDensityMapQueries)
-KIND_OF_RUN(AgentCountMapQuery, AgentCountMapQueries)
-KIND_OF_RUN(AgentTimeToExitMapQuery, AgentTimeToExitMapQueries)
-KIND_OF_RUN(TimeOccupiedMapQuery, TimeOccupiedMapQueries)
-KIND_OF_RUN(TimeUntilClearMapQuery, TimeUntilClearMapQueries)
-KIND_OF_RUN(TimeAboveDensityMapQuery, TimeAboveDensityMapQueries)
-KIND_OF_RUN(AgentPathMapQuery, AgentPathMapQueries)
-KIND_OF_RUN(InstantaneousProximityMapQuery, InstantaneousProximityMapQueries)
-KIND_OF_RUN(TimeInProximityMapQuery, TimeInProximityMapQueries)
-KIND_OF_RUN(MaximumProximityMapQuery, MaximumProximityMapQueries)
-KIND_OF_RUN(DynamicPathMapQuery, DynamicPathMapQueries)
-KIND_OF_RUN(VisionCountMapQuery, VisionCountMapQueries)
-KIND_OF_RUN(VisionTimeMapQuery, VisionTimeMapQueries)
-KIND_OF_RUN(VisionTimeAboveCountMapQuery, VisionTimeAboveCountMapQueries)
-KIND_WITH(StaticCostMapQuery, StaticCostMapQueries, GlobalId, object)
-KIND_WITH(StaticDistanceMapQuery, StaticDistanceMapQueries, GlobalId, object)
+PEDFLUX_MAP_QUERIES(QUERY_KIND)
 
 }  // namespace pedflux

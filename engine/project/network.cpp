@@ -9,6 +9,8 @@
 #include <utility>
 #include <variant>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 using engine::AllMembers;
@@ -94,8 +96,8 @@ std::shared_ptr<NetworkDefinition> Network::GetNetworkDefinition() {
 }
 void Network::SetByNetworkDefinition(std::shared_ptr<NetworkDefinition> const& definition) {
     if (!definition) {
-        engine::refuse(title_of(engine::state_of<NetworkState>(*this)) +
-                       ": the network definition must be given, not empty");
+        engine::refuse(fmt::format("{}: the network definition must be given, not empty",
+                                   title_of(engine::state_of<NetworkState>(*this))));
     }
     set_members(*this, members_of(*definition));
 }

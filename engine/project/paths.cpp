@@ -7,6 +7,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace fs = std::filesystem;
@@ -16,7 +18,7 @@ namespace {
 fs::path absolute(fs::path const& path) {
     std::error_code error;
     auto const whole = fs::absolute(path, error);
-    if (error) throw Exception("cannot tell where '" + path.string() + "' is: " + error.message());
+    if (error) throw Exception(fmt::format("cannot tell where '{}' is: {}", path.string(), error.message()));
     return whole.lexically_normal();
 }
 
@@ -35,7 +37,7 @@ std::string directory_of(std::string const& path) { return absolute(path).parent
 std::string require_directory(std::string const& path) {
     std::error_code error;
     if (!fs::is_directory(path, error)) {
-        throw Exception("the project: workingDirectory must be an existing directory, not '" + path + "'");
+        throw Exception(fmt::format("the project: workingDirectory must be an existing directory, not '{}'", path));
     }
     auto whole = absolute(path);
     return (whole.has_filename() ? whole : whole.parent_path()).string();

@@ -1,5 +1,5 @@
+#include "engine/model/accessors.h"
 #include "engine/model/check.h"
-#include "engine/model/properties.h"
 #include "engine/scene/presentation_states.h"
 
 #include <pedflux/presentation.h>
@@ -15,17 +15,13 @@ using engine::get;
 using engine::set;
 using engine::state_of;
 
-#define PROPERTY(Type, Name, field)                                            \
-    Type Billboard::Get##Name() { return get(*this, &BillboardState::field); } \
-    void Billboard::Set##Name(Type value) { set(*this, &BillboardState::field, value); }
-
-PROPERTY(Color, TextColor, text_color)
-PROPERTY(TextHorizontalAlign, TextHorizontalAlignment, horizontal_alignment)
-PROPERTY(TextVerticalAlign, TextVerticalAlignment, vertical_alignment)
-PROPERTY(double, FixedTextSize, text_size)
-PROPERTY(double, MarginSize, margin)
-PROPERTY(BillboardBackDisplayType, BackSideDisplayType, back_side)
-PROPERTY(BillboardTallyUpdateInterval, TallyUpdateIntervalType, tally_interval)
+VALUE_PROPERTY(Billboard, Color, TextColor, text_color)
+VALUE_PROPERTY(Billboard, TextHorizontalAlign, TextHorizontalAlignment, horizontal_alignment)
+VALUE_PROPERTY(Billboard, TextVerticalAlign, TextVerticalAlignment, vertical_alignment)
+VALUE_PROPERTY(Billboard, double, FixedTextSize, text_size)
+VALUE_PROPERTY(Billboard, double, MarginSize, margin)
+VALUE_PROPERTY(Billboard, BillboardBackDisplayType, BackSideDisplayType, back_side)
+VALUE_PROPERTY(Billboard, BillboardTallyUpdateInterval, TallyUpdateIntervalType, tally_interval)
 
 std::string Billboard::GetText() { return get(*this, &BillboardState::text); }
 void Billboard::SetText(std::string const& text) { set(*this, &BillboardState::text, text); }
@@ -94,7 +90,7 @@ void Bookmark::SetSimulationTime(int time) { set(*this, &BookmarkState::simulati
 
 namespace {
 
-/// Sets a field of a part of the bookmark's display.
+/// Sets a field of a part of the bookmark's display settings.
 template <class Part, class Member>
 void set_shown(Bookmark& bookmark, Part engine::Display::*part, Member Part::*member, Member const& value) {
     auto& state = state_of<BookmarkState>(bookmark);

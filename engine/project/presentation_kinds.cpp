@@ -1,4 +1,5 @@
 #include "engine/behaviour/distributions/distribution_handle.h"
+#include "engine/project/kind_list.h"
 #include "engine/project/kind_table.h"
 #include "engine/scene/presentation_states.h"
 
@@ -6,8 +7,6 @@
 
 namespace pedflux {
 
-KIND_WITH_MESH(Visual, Visuals)
-KIND_WITH_GEOMETRY(Billboard, Billboards, RectangleGeometry)
-KIND(Bookmark, Bookmarks)
+PEDFLUX_PRESENTATION_KINDS(OBJECT_KIND)
 
 }  // namespace pedflux

@@ -1,6 +1,5 @@
 #include "engine/behaviour/distributions/distribution_handle.h"
-#include "engine/model/properties.h"
-#include "engine/project/actions.h"
+#include "engine/model/accessors.h"
 #include "engine/scene/profile_state.h"
 
 #include <pedflux/profiles.h>
@@ -38,36 +37,22 @@ void ProfileState::check(ProfileState const& self) {
 
 }  // namespace engine
 
-#define DISTRIBUTION(Name, field)                                                              \
-    std::shared_ptr<Distribution> Profile::Get##Name##Distribution() {                         \
-        return engine::get_copy(*this, &ProfileState::field);                                  \
-    }                                                                                          \
-    void Profile::Set##Name##Distribution(std::shared_ptr<Distribution> const& distribution) { \
-        engine::set_copy(*this, &ProfileState::field, distribution);                           \
-    }
-#define PROPERTY(Type, Name, field)                                        \
-    Type Profile::Get##Name() { return get(*this, &ProfileState::field); } \
-    void Profile::Set##Name(Type value) { set(*this, &ProfileState::field, value); }
-#define OPTIONAL_REFERENCE(Name, field)                                                   \
-    bool Profile::Has##Name() { return has(*this, &ProfileState::field); }                \
-    GlobalId Profile::Get##Name() { return get(*this, &ProfileState::field); }            \
-    void Profile::Set##Name(GlobalId const& id) { set(*this, &ProfileState::field, id); } \
-    void Profile::Clear##Name() { clear(*this, &ProfileState::field); }
-
-DISTRIBUTION(Speed, speed)
-DISTRIBUTION(Radius, radius)
-DISTRIBUTION(PersonalSpace, personal_space)
-DISTRIBUTION(HorizontalCost, horizontal_cost)
-DISTRIBUTION(VerticalCost, vertical_cost)
-DISTRIBUTION(QueueCost, queue_cost)
-DISTRIBUTION(ProcessingCost, processing_cost)
-PROPERTY(AgentDirectionBias, AgentDirectionBias, direction_bias)
-PROPERTY(double, AccelerationForwardMax, acceleration_forward_max)
-PROPERTY(double, SpeedShuffleFactor, speed_shuffle_factor)
-PROPERTY(double, TurnRateCapInDegreesAtMaxSpeed, turn_rate_cap)
-OPTIONAL_REFERENCE(Avatar, avatar)
-OPTIONAL_REFERENCE(Network, network)
-ACTION(Profile, ProfileState, Initial, initial_action)
+COPIED_PROPERTY(Profile, Distribution, SpeedDistribution, speed)
+COPIED_PROPERTY(Profile, Distribution, RadiusDistribution, radius)
+COPIED_PROPERTY(Profile, Distribution, PersonalSpaceDistribution, personal_space)
+COPIED_PROPERTY(Profile, Distribution, HorizontalCostDistribution, horizontal_cost)
+COPIED_PROPERTY(Profile, Distribution, VerticalCostDistribution, vertical_cost)
+COPIED_PROPERTY(Profile, Distribution, QueueCostDistribution, queue_cost)
+COPIED_PROPERTY(Profile, Distribution, ProcessingCostDistribution, processing_cost)
+VALUE_PROPERTY(Profile, AgentDirectionBias, AgentDirectionBias, direction_bias)
+VALUE_PROPERTY(Profile, double, AccelerationForwardMax, acceleration_forward_max)
+VALUE_PROPERTY(Profile, double, SpeedShuffleFactor, speed_shuffle_factor)
+VALUE_PROPERTY(Profile, double, TurnRateCapInDegreesAtMaxSpeed, turn_rate_cap)
+PROPERTY(Profile, GlobalId, Avatar, avatar)
+OPTIONAL_PROPERTY(Profile, Avatar, avatar)
+PROPERTY(Profile, GlobalId, Network, network)
+OPTIONAL_PROPERTY(Profile, Network, network)
+ACTION_PROPERTY(Profile, InitialAction, initial_action)
 
 void Profile::SetRadius(double radius) { SetRadiusDistribution(Distribution::CreateConstant(radius)); }
 void Profile::SetPersonalSpace(double distance) {

@@ -16,6 +16,8 @@
 #include <mutex>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 using engine::Document;
@@ -36,7 +38,7 @@ Current& current() {
 }
 
 std::shared_ptr<Project> made_current(std::shared_ptr<Project> project) {
-    // The project before may end here, which must not happen under the lock.
+    // The previous project may be destroyed here, which must not happen under the lock.
     auto before = project;
     {
         std::scoped_lock const lock(current().mutex);
@@ -60,7 +62,7 @@ std::shared_ptr<Project> Project::Open(std::string const& path) {
         document->working_directory = engine::directory_of(path);
         return made_current(std::make_shared<Project>(std::move(document)));
     } catch (Exception const& failure) {
-        throw Exception("cannot open the project '" + path + "': " + failure.GetMessage());
+        throw Exception(fmt::format("cannot open the project '{}': {}", path, failure.GetMessage()));
     }
 }
 
@@ -145,7 +147,7 @@ namespace {
 template <class Key>
 engine::ObjectState& required(Document const& document, Key const& key, std::string const& shown) {
     if (auto* const object = document.find(key)) return *object;
-    throw Exception("no object of the project has the " + shown);
+    throw Exception(fmt::format("no object of the project has the {}", shown));
 }
 
 }  // namespace
@@ -165,7 +167,9 @@ void Project::RemoveAndDeleteObject(std::shared_ptr<SimObject> const& object) {
     if (!object) throw Exception("there is no object to remove: the pointer is empty");
     auto& document = document_of(*this);
     auto& state = engine::state_of<engine::ObjectState>(*object);
-    if (state.document != &document) throw Exception(title_of(state) + " is not an object of this project");
+    if (state.document != &document) {
+        throw Exception(fmt::format("{} is not an object of this project", title_of(state)));
+    }
     document.remove(state);
 }
 

@@ -1,9 +1,8 @@
 #include "engine/behaviour/distributions/distribution_handle.h"
 #include "engine/geometry/vector.h"
+#include "engine/model/accessors.h"
 #include "engine/model/document.h"
 #include "engine/model/lists.h"
-#include "engine/model/properties.h"
-#include "engine/project/actions.h"
 #include "engine/scene/cordon_direction.h"
 #include "engine/scene/goal_lines.h"
 #include "engine/scene/scene_states.h"
@@ -42,12 +41,12 @@ bool is_mentioned(Portal& portal, Role role) {
 
 }  // namespace
 
-ACTION(Floor, FloorState, Enter, enter_action)
-ACTION(Floor, FloorState, Exit, exit_action)
-ACTION(Portal, PortalState, Enter, enter_action)
-ACTION(Portal, PortalState, Waypoint, waypoint_action)
-ACTION(Zone, ZoneState, Enter, enter_action)
-ACTION(Zone, ZoneState, Exit, exit_action)
+ACTION_PROPERTY(Floor, EnterAction, enter_action)
+ACTION_PROPERTY(Floor, ExitAction, exit_action)
+ACTION_PROPERTY(Portal, EnterAction, enter_action)
+ACTION_PROPERTY(Portal, WaypointAction, waypoint_action)
+ACTION_PROPERTY(Zone, EnterAction, enter_action)
+ACTION_PROPERTY(Zone, ExitAction, exit_action)
 
 LineSeg3d Portal::GetGoalLine() { return engine::centre_goal_line(*GetGeometry()); }
 AgentInitialPlacement Portal::GetAgentInitialPlacement() { return get(*this, &PortalState::placement); }
@@ -157,8 +156,8 @@ bool Cordon::WillCountInDirection(Vec3d const& direction) {
     auto const across = engine::vector_of(GetDirectionVector());
     auto const moved = engine::vector_of(direction);
     double const crossed = across.x * moved.x + across.z * moved.z;
-    constexpr double ALONG = 1e-9;
-    if (std::abs(crossed) <= ALONG * std::hypot(moved.x, moved.z)) return false;
+    constexpr double tolerance = 1e-9;
+    if (std::abs(crossed) <= tolerance * std::hypot(moved.x, moved.z)) return false;
     return crossed > 0 || GetCordonDirection() == CordonDirection::BOTH_WAYS;
 }
 

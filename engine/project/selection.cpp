@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 using engine::Document;
@@ -17,8 +19,8 @@ namespace {
 void require_known(Document const& document, GlobalId const& id) {
     if (document.is_closed()) throw Exception("the project is closed");
     if (document.find(id) == nullptr) {
-        throw Exception("the selection cannot have " + GlobalId(id).GetString() +
-                        ", which no object of the project has");
+        throw Exception(
+            fmt::format("the selection cannot have {}, which no object of the project has", GlobalId(id).GetString()));
     }
 }
 

@@ -1,7 +1,6 @@
 #include "engine/base/list_checks.h"
 #include "engine/behaviour/distributions/distribution_handle.h"
-#include "engine/model/properties.h"
-#include "engine/project/actions.h"
+#include "engine/model/accessors.h"
 #include "engine/scene/server_states.h"
 
 #include <pedflux/servers.h>
@@ -21,10 +20,10 @@ using engine::set;
 using engine::set_copy;
 using engine::state_of;
 
-ACTION(Server, ServerState, Processed, processed_action)
-ACTION(Server, ServerState, Release, release_action)
+ACTION_PROPERTY(Server, ProcessedAction, processed_action)
+ACTION_PROPERTY(Server, ReleaseAction, release_action)
 
-// A part that can be set and cleared.
+// An optional property.
 #define PART(Type, Name, field)                                                                               \
     bool Server::Has##Name() { return has(*this, &ServerState::field); }                                      \
     std::shared_ptr<Type> Server::Get##Name() { return get_copy(*this, &ServerState::field); }                \

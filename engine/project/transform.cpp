@@ -30,7 +30,7 @@ using Shape = std::shared_ptr<Geometry>;
 
 Placement placement_of(TransformState const& state) { return {state.translation, state.rotation, state.scale}; }
 
-// Steps that change nothing are left out, since each costs rounding.
+// Identity steps are left out, since each adds rounding errors.
 
 Shape turned(Shape const& shape, Vec3d const& direction, double angle) {
     return angle == 0 ? shape : shape->RotatedAbout(Axis3d(Vec3d::ZERO, direction), angle);
@@ -59,7 +59,7 @@ Shape put_back(Shape shape, Placement const& placement) {
     return scaled(shape, 1 / placement.scale);
 }
 
-/// Gives the transform its next state. Only when all its items have found their new places, anything changes.
+/// Sets the next state of the transform. Nothing changes unless all items can be moved.
 void change(TransformState& state, TransformState next) {
     check_value(owner_of(state), "", next, engine::NoRule{});
     auto const& document = document_of(state);

@@ -1,4 +1,5 @@
 #include "engine/behaviour/distributions/distribution_handle.h"
+#include "engine/project/kind_list.h"
 #include "engine/project/kind_table.h"
 #include "engine/transport/elevator_states.h"
 #include "engine/transport/timetable_states.h"
@@ -10,9 +11,6 @@
 
 namespace pedflux {
 
-KIND_WITH_GEOMETRY(Elevator, Elevators, MeshGeometry)
-KIND(ElevatorBank, ElevatorBanks)
-KIND(Timetable, Timetables)
-KIND(Vehicle, Vehicles)
+PEDFLUX_TRANSPORT_KINDS(OBJECT_KIND)
 
 }  // namespace pedflux

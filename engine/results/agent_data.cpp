@@ -15,15 +15,16 @@ AgentData::~AgentData() = default;
 
 int AgentData::GetAgentId() { return agentId_; }
 AgentMovement AgentData::GetAgentMovement() { return movement_; }
-double AgentData::GetAnimationTime() { return animationTime_; }
-double AgentData::GetDensity() { return density_; }
-double AgentData::GetHeading() { return heading_; }
-double AgentData::GetRadius() { return radius_; }
-double AgentData::GetSpeed() { return speed_; }
 std::string AgentData::GetAvatarName() { return {}; }
 Color AgentData::GetColor() { return color_; }
 LevelOfService AgentData::GetLevelOfService() { return levelOfService_; }
 Vec3d AgentData::GetPosition() { return position_; }
+
+#define VALUE(Type, name, format)
+#define MEASURE(name, Name, member, format) \
+    double AgentData::Get##Name() { return member; }
+PEDFLUX_FRAME_VALUES(VALUE, MEASURE)
+#undef MEASURE
 
 }  // namespace pedflux
 
@@ -34,11 +35,10 @@ struct AgentDataAccess {
         AgentData data;
         data.agentId_ = static_cast<int>(state.agent);
         data.movement_ = static_cast<AgentMovement>(state.movement);
-        data.animationTime_ = static_cast<double>(state.animation_time);
-        data.density_ = static_cast<double>(state.density);
-        data.heading_ = static_cast<double>(state.heading);
-        data.radius_ = static_cast<double>(state.radius);
-        data.speed_ = static_cast<double>(state.speed);
+#define MEASURE(name, Name, member, format) data.member = static_cast<double>(state.name);
+        PEDFLUX_FRAME_VALUES(VALUE, MEASURE)
+#undef MEASURE
+#undef VALUE
         data.color_ = color_of(state.color);
         data.levelOfService_ = level_of_service(data.density_, standard_of(surface));
         data.position_ =
@@ -49,12 +49,12 @@ struct AgentDataAccess {
 
 AgentData agent_data(AgentFrame const& state, SurfaceKind surface) { return AgentDataAccess::make(state, surface); }
 
-std::array<std::uint8_t, 4> color_bytes(Color color) {
+ColorBytes color_bytes(Color color) {
     auto const byte = [](double component) { return static_cast<std::uint8_t>(std::lround(component * 255)); };
     return {byte(color.GetRed()), byte(color.GetGreen()), byte(color.GetBlue()), byte(color.GetAlpha())};
 }
 
-Color color_of(std::array<std::uint8_t, 4> const& bytes) {
+Color color_of(ColorBytes const& bytes) {
     return {bytes[0] / 255.0, bytes[1] / 255.0, bytes[2] / 255.0, bytes[3] / 255.0};
 }
 

@@ -4,19 +4,15 @@
 
 #include <pedflux/agent_data.h>
 
-#include <array>
-#include <cstdint>
-
 namespace pedflux::engine {
 
-/// A stored state as the SDK shows it.
+/// A stored state as the SDK's value.
 AgentData agent_data(AgentFrame const& state, SurfaceKind surface);
 
-/// Red, green, blue and opacity in steps of 1/255, as frames store them.
-std::array<std::uint8_t, 4> color_bytes(Color color);
-Color color_of(std::array<std::uint8_t, 4> const& bytes);
+ColorBytes color_bytes(Color color);
+Color color_of(ColorBytes const& bytes);
 
-/// By which density is judged on a surface.
+/// The standard of levels of service on a surface.
 LevelOfServiceStandard standard_of(SurfaceKind surface);
 
 }  // namespace pedflux::engine

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <numeric>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 namespace {
@@ -18,8 +20,8 @@ using engine::RunReader;
 
 AgentRecord const& require_agent(RunReader const& reader, int agent) {
     if (agent < 0 || static_cast<std::size_t>(agent) >= reader.agents().size()) {
-        engine::refuse("The run '" + reader.path() + "' has the agents 0 to " +
-                       std::to_string(static_cast<int>(reader.agents().size()) - 1) + ", not " + std::to_string(agent));
+        engine::refuse(fmt::format("The run '{}' has the agents 0 to {}, not {}", reader.path(),
+                                   static_cast<int>(reader.agents().size()) - 1, agent));
     }
     return reader.agents()[static_cast<std::size_t>(agent)];
 }
@@ -27,8 +29,8 @@ AgentRecord const& require_agent(RunReader const& reader, int agent) {
 std::uint16_t require_surface(RunReader const& reader, GlobalId const& floor) {
     auto const surface = reader.surface_of(floor);
     if (!surface) {
-        engine::refuse("The run '" + reader.path() + "' has no walkable object with the identifier '" +
-                       GlobalId(floor).GetString() + "'");
+        engine::refuse(fmt::format("The run '{}' has no walkable object with the identifier '{}'", reader.path(),
+                                   GlobalId(floor).GetString()));
     }
     return *surface;
 }
@@ -41,7 +43,7 @@ std::vector<AgentData> data_of(RunReader& reader, int frame) {
     return data;
 }
 
-/// Where the agent's state stands in a frame; the end when the frame does not show it.
+/// The state of an agent in a frame; the end if the frame does not show the agent.
 std::vector<AgentFrame>::const_iterator find_agent(std::vector<AgentFrame> const& states, int agent) {
     auto const number = static_cast<std::uint32_t>(agent);
     auto const found = std::ranges::lower_bound(states, number, {}, &AgentFrame::agent);
@@ -82,9 +84,8 @@ GlobalId Database::GetAgentCurrentFloor(int agent, int frame) {
     auto const states = reader.frame(frame);
     auto const state = find_agent(states, agent);
     if (state == states.end()) {
-        engine::refuse("Frame " + std::to_string(frame) + " does not show agent " + std::to_string(agent) +
-                       ", which is there in the frames " + std::to_string(GetAgentFirstFrame(agent)) + " to " +
-                       std::to_string(GetAgentLastFrame(agent)));
+        engine::refuse(fmt::format("Frame {} does not show agent {}, which is there in the frames {} to {}", frame,
+                                   agent, GetAgentFirstFrame(agent), GetAgentLastFrame(agent)));
     }
     return reader.surfaces()[state->surface].id;
 }
@@ -124,9 +125,8 @@ std::vector<AgentData> Database::GetFrameData(double time) {
     double const frame = reader.frame_at(engine::require_not_negative("A time in seconds", time));
     if (frame < engine::first_frame) return {};
     if (frame > reader.last_frame()) {
-        engine::refuse("The run '" + reader.path() + "' ends after " +
-                       engine::text_of(reader.seconds_at(reader.last_frame())) + " s, before " + engine::text_of(time) +
-                       " s");
+        engine::refuse(fmt::format("The run '{}' ends after {} s, before {} s", reader.path(),
+                                   engine::text_of(reader.seconds_at(reader.last_frame())), engine::text_of(time)));
     }
     return data_of(reader, static_cast<int>(frame));
 }

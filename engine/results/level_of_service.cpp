@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <string>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 float LevelOfService::GetDensity() { return density_; }
@@ -56,7 +58,7 @@ LevelBounds const& bounds_of(LevelOfServiceStandard standard) {
         case LevelOfServiceStandard::NONE:
             break;
     }
-    refuse("A standard of levels of service must be one of 1 to 4, not " + std::to_string(static_cast<int>(standard)));
+    refuse(fmt::format("A standard of levels of service must be one of 1 to 4, not {}", static_cast<int>(standard)));
 }
 
 LevelOfService level_of_service(double density, LevelOfServiceStandard standard) {

@@ -7,6 +7,8 @@
 
 #include <filesystem>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 std::string file_of(Document const& document, std::string const& name) {
@@ -17,7 +19,9 @@ std::shared_ptr<RunReader> results_of(Document const& document, GlobalId const& 
     auto const* const state = document.find<SimulationRunState>(run);
     if (!state) refuse("The query names no simulation run of the project");
     if (state->database) return DatabaseAccess::shared_reader(*state->database);
-    if (state->database_file_name.empty()) refuse(title_of(*state) + " has no results: it was not simulated");
+    if (state->database_file_name.empty()) {
+        refuse(fmt::format("{} has no results: it was not simulated", title_of(*state)));
+    }
     return std::make_shared<RunReader>(file_of(document, state->database_file_name));
 }
 

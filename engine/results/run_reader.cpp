@@ -8,18 +8,22 @@
 #include <cmath>
 #include <cstring>
 #include <filesystem>
+#include <limits>
+#include <type_traits>
+
+#include <fmt/format.h>
 
 namespace pedflux::engine {
 
 namespace {
 
 std::string const& require_file(std::string const& path) {
-    if (!std::filesystem::is_regular_file(path)) refuse("There is no database of results '" + path + "'");
+    if (!std::filesystem::is_regular_file(path)) refuse(fmt::format("There is no database of results '{}'", path));
     return path;
 }
 
 [[noreturn]] void refuse_damaged(std::string const& path, std::string const& what) {
-    refuse("The database of results '" + path + "' is damaged: " + what);
+    refuse(fmt::format("The database of results '{}' is damaged: {}", path, what));
 }
 
 std::int64_t pragma(sqlite::Connection& connection, std::string const& name) {
@@ -29,12 +33,13 @@ std::int64_t pragma(sqlite::Connection& connection, std::string const& name) {
 
 std::int64_t require_format(sqlite::Connection& connection) {
     if (pragma(connection, "application_id") != application_id) {
-        refuse("The file '" + connection.path() + "' is not a database of results");
+        refuse(fmt::format("The file '{}' is not a database of results", connection.path()));
     }
     auto const version = pragma(connection, "user_version");
     if (version < 1 || version > format_version) {
-        refuse("The database of results '" + connection.path() + "' has the format " + std::to_string(version) +
-               ", which is newer than " + std::to_string(format_version) + ", the newest that can be read");
+        refuse(fmt::format(
+            "The database of results '{}' has the format {}, which is newer than {}, the newest that can be read",
+            connection.path(), version, format_version));
     }
     return version;
 }
@@ -44,8 +49,7 @@ void require_whole(sqlite::Connection& connection) {
     auto const bytes = pragma(connection, "page_count") * pragma(connection, "page_size");
     auto const found = static_cast<std::int64_t>(std::filesystem::file_size(connection.path()));
     if (found < bytes) {
-        refuse_damaged(connection.path(),
-                       "it has " + std::to_string(found) + " of " + std::to_string(bytes) + " bytes");
+        refuse_damaged(connection.path(), fmt::format("it has {} of {} bytes", found, bytes));
     }
 }
 
@@ -53,10 +57,11 @@ GlobalId id_of(std::string const& text) { return text.empty() ? GlobalId() : Glo
 
 int require_int(std::string const& path, std::string const& what, std::int64_t value, std::int64_t least,
                 std::int64_t most) {
-    if (value < least || value > most) refuse_damaged(path, what + " is " + std::to_string(value));
+    if (value < least || value > most) refuse_damaged(path, fmt::format("{} is {}", what, value));
     return static_cast<int>(value);
 }
 
+constexpr std::int64_t smallest_int = std::numeric_limits<int>::min();
 constexpr std::int64_t largest_int = std::numeric_limits<int>::max();
 constexpr auto last_episode_kind = static_cast<std::int64_t>(EpisodeKind::AT_SERVER);
 
@@ -78,7 +83,7 @@ RunReader::RunReader(std::string const& path) : connection_(require_file(path), 
 void RunReader::read_meta() {
     sqlite::Statement meta(connection_, "SELECT value FROM meta WHERE name = ?");
     auto const read = [&](std::string const& name, std::int64_t least, std::int64_t most) {
-        if (!meta.bind(name).step()) refuse_damaged(path(), "it has no " + name);
+        if (!meta.bind(name).step()) refuse_damaged(path(), fmt::format("it has no {}", name));
         return require_int(path(), name, meta.integer(0), least, most);
     };
     info_.frame_rate = read("frame_rate", 1, largest_int);
@@ -92,8 +97,8 @@ void RunReader::read_meta() {
     bool const gapless =
         last_frame_ < first_frame || (count.integer(1) == first_frame && count.integer(2) == last_frame_);
     if (count.integer(0) != last_frame_ - first_frame + 1 || !gapless) {
-        refuse_damaged(path(), "it has " + std::to_string(count.integer(0)) + " frames instead of " +
-                                   std::to_string(last_frame_ - first_frame + 1));
+        refuse_damaged(path(),
+                       fmt::format("it has {} frames instead of {}", count.integer(0), last_frame_ - first_frame + 1));
     }
 }
 
@@ -101,7 +106,7 @@ void RunReader::read_surfaces() {
     sqlite::Statement select(connection_, "SELECT number, id, name, kind, shape FROM surfaces ORDER BY number");
     while (select.step()) {
         if (select.integer(0) != static_cast<std::int64_t>(surfaces_.size())) {
-            refuse_damaged(path(), "surface " + std::to_string(surfaces_.size()) + " is missing");
+            refuse_damaged(path(), fmt::format("surface {} is missing", surfaces_.size()));
         }
         auto& surface = surfaces_.emplace_back();
         surface.id = id_of(select.text(1));
@@ -112,23 +117,36 @@ void RunReader::read_surfaces() {
 }
 
 void RunReader::read_agents() {
-    sqlite::Statement select(connection_,
-                             "SELECT number, profile, origin, destination, first_frame, last_frame, arrived, " +
-                                 std::string(tells_doings() ? "event" : "''") + " FROM agents ORDER BY number");
+    std::string columns;
+#define VALUE(Type, name, format) columns += (format) <= format_ ? ", " #name : ", ''";
+    PEDFLUX_AGENT_VALUES(VALUE)
+#undef VALUE
+    sqlite::Statement select(connection_, "SELECT number" + columns + " FROM agents ORDER BY number");
     while (select.step()) {
         if (select.integer(0) != static_cast<std::int64_t>(agents_.size())) {
-            refuse_damaged(path(), "agent " + std::to_string(agents_.size()) + " is missing");
+            refuse_damaged(path(), fmt::format("agent {} is missing", agents_.size()));
         }
         auto& agent = agents_.emplace_back();
-        agent.profile = id_of(select.text(1));
-        agent.origin = id_of(select.text(2));
-        agent.destination = id_of(select.text(3));
-        agent.first_frame = require_int(path(), "the first frame of an agent", select.integer(4), first_frame,
-                                        std::int64_t{last_frame_} + 1);
-        agent.last_frame = require_int(path(), "the last frame of an agent", select.integer(5),
-                                       std::int64_t{agent.first_frame} - 1, last_frame_);
-        agent.arrived = select.integer(6) != 0;
-        agent.event = id_of(select.text(7));
+        int column = 0;
+        auto const read = [&]<class Value>(Value& value, std::string name) {
+            ++column;
+            if constexpr (std::is_same_v<Value, GlobalId>) {
+                value = id_of(select.text(column));
+            } else if constexpr (std::is_same_v<Value, bool>) {
+                value = select.integer(column) != 0;
+            } else {
+                std::ranges::replace(name, '_', ' ');
+                value = require_int(path(), "the " + name + " of an agent", select.integer(column), smallest_int,
+                                    largest_int);
+            }
+        };
+#define VALUE(Type, name, format) read(agent.name, #name);
+        PEDFLUX_AGENT_VALUES(VALUE)
+#undef VALUE
+        require_int(path(), "the first frame of an agent", agent.first_frame, first_frame,
+                    std::int64_t{last_frame_} + 1);
+        require_int(path(), "the last frame of an agent", agent.last_frame, std::int64_t{agent.first_frame} - 1,
+                    last_frame_);
     }
 }
 
@@ -171,17 +189,17 @@ std::optional<std::uint16_t> RunReader::surface_of(GlobalId const& object) const
 
 std::vector<AgentFrame> RunReader::frame(int number) {
     if (number < first_frame || number > last_frame_) {
-        refuse("The run '" + path() + "' has the frames " + std::to_string(first_frame) + " to " +
-               std::to_string(last_frame_) + ", not " + std::to_string(number));
+        refuse(fmt::format("The run '{}' has the frames {} to {}, not {}", path(), first_frame, last_frame_, number));
     }
     std::scoped_lock const lock(mutex_);
-    if (!select_frame_->bind(number).step()) refuse_damaged(path(), "frame " + std::to_string(number) + " is missing");
+    if (!select_frame_->bind(number).step()) refuse_damaged(path(), fmt::format("frame {} is missing", number));
     auto const bytes = select_frame_->bytes(0);
-    std::vector<AgentFrame> states(bytes.size() / sizeof(AgentFrame));
-    if (bytes.size() % sizeof(AgentFrame) != 0) {
-        refuse_damaged(path(), "frame " + std::to_string(number) + " has " + std::to_string(bytes.size()) + " bytes");
+    auto const size = bytes_of_agent_frame(format_);
+    std::vector<AgentFrame> states(bytes.size() / size);
+    if (bytes.size() % size != 0) {
+        refuse_damaged(path(), fmt::format("frame {} has {} bytes", number, bytes.size()));
     }
-    if (!states.empty()) std::memcpy(states.data(), bytes.data(), bytes.size());
+    for (std::size_t i = 0; i < states.size(); ++i) std::memcpy(&states[i], &bytes[i * size], size);
     select_frame_->reset();
     auto const is_known = [&](AgentFrame const& state) {
         return state.agent < agents_.size() && state.surface < surfaces_.size() && std::isfinite(state.x) &&
@@ -189,16 +207,15 @@ std::vector<AgentFrame> RunReader::frame(int number) {
     };
     auto const is_before = [](AgentFrame const& a, AgentFrame const& b) { return a.agent >= b.agent; };
     if (!std::ranges::all_of(states, is_known) || std::ranges::adjacent_find(states, is_before) != states.end()) {
-        refuse_damaged(path(),
-                       "frame " + std::to_string(number) + " shows agents or places that the run does not have");
+        refuse_damaged(path(), fmt::format("frame {} shows agents or places that the run does not have", number));
     }
     return states;
 }
 
-void require_doings(RunReader const& reader, std::string const& what) {
-    if (reader.tells_doings()) return;
-    refuse("The run '" + reader.path() + "' was recorded by an older release, which did not store " + what +
-           "; simulate it again");
+void require_recorded(RunReader const& reader, std::int64_t format, std::string const& what) {
+    if (reader.format() >= format) return;
+    refuse(fmt::format("The run '{}' was recorded by an older release, which did not store {}; simulate it again",
+                       reader.path(), what));
 }
 
 double RunReader::frame_at(double seconds) const {

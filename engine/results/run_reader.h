@@ -13,10 +13,10 @@
 
 namespace pedflux::engine {
 
-/// A stored run. All but its frames is read when it is opened. May be used from several threads at once.
+/// A stored run. Everything but the frames is read when the file is opened. Thread-safe.
 class RunReader {
   public:
-    /// What analysis keeps of the run from one question to the next. Made and known by it alone.
+    /// What analysis caches with a run.
     struct Memory {
         Memory() = default;
         Memory(Memory const&) = delete;
@@ -35,6 +35,7 @@ class RunReader {
     /// In the order of agents, each agent's in the order of time.
     std::vector<Episode> const& episodes() const { return episodes_; }
     RecordedProject const& project() const { return project_; }
+    std::int64_t format() const { return format_; }
     /// Whether the run was recorded with activities, tokens, servers and the events that agents come from.
     bool tells_doings() const { return format_ >= format_with_doings; }
     /// The number of the object's surface; none if the run has no such object.
@@ -47,7 +48,7 @@ class RunReader {
     double frame_at(double seconds) const;
 
     std::unique_ptr<Memory> memory;
-    std::mutex memory_mutex;  ///< held by whoever uses the memory
+    std::mutex memory_mutex;  ///< guards `memory`
 
   private:
     void read_meta();
@@ -68,8 +69,11 @@ class RunReader {
     std::mutex mutex_;
 };
 
-/// Throws Exception when the run was recorded without it.
-void require_doings(RunReader const& reader, std::string const& what);
+/// Throws Exception if the file has an older format than the one that added `what`.
+void require_recorded(RunReader const& reader, std::int64_t format, std::string const& what);
+inline void require_doings(RunReader const& reader, std::string const& what) {
+    require_recorded(reader, format_with_doings, what);
+}
 
 struct DatabaseAccess {
     /// The open reader. Throws Exception when the database is closed.

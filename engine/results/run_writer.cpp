@@ -8,42 +8,72 @@
 #include <filesystem>
 #include <system_error>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 static_assert(std::endian::native == std::endian::little, "frames are stored as they stand in memory");
 
 namespace {
 
-/// So many frames make one transaction: enough that its cost vanishes, few enough that memory stays small.
+/// Enough that the cost of a transaction vanishes, few enough that memory stays small.
 constexpr int frames_per_transaction = 50;
 
-/// The file is of use only when it is finished, so neither a journal nor waiting for the disk would gain anything.
-/// Large pages suit large frames.
-constexpr auto preparation = R"(
+/// Without journal and synchronisation, since an unfinished file is deleted anyway. Large pages suit large frames.
+constexpr auto settings = R"(
     PRAGMA page_size = 32768;
     PRAGMA journal_mode = OFF;
     PRAGMA synchronous = OFF;
     PRAGMA locking_mode = EXCLUSIVE;
+)";
+constexpr auto tables_before_agents = R"(
     CREATE TABLE meta (name TEXT PRIMARY KEY, value) WITHOUT ROWID;
     CREATE TABLE surfaces (number INTEGER PRIMARY KEY, id TEXT NOT NULL, name TEXT NOT NULL, kind INTEGER NOT NULL,
                            shape TEXT NOT NULL);
-    CREATE TABLE agents (number INTEGER PRIMARY KEY, profile TEXT NOT NULL, origin TEXT NOT NULL,
-                         destination TEXT NOT NULL, first_frame INTEGER NOT NULL, last_frame INTEGER NOT NULL,
-                         arrived INTEGER NOT NULL, event TEXT NOT NULL);
+)";
+constexpr auto tables_after_agents = R"(
     CREATE TABLE frames (number INTEGER PRIMARY KEY, states BLOB NOT NULL);
     CREATE TABLE episodes (agent INTEGER NOT NULL, kind INTEGER NOT NULL, object TEXT NOT NULL,
                            first_frame INTEGER NOT NULL, last_frame INTEGER NOT NULL);
     CREATE TABLE joins (connection INTEGER NOT NULL, floor INTEGER NOT NULL);
     CREATE TABLE objects (text TEXT NOT NULL);
-    BEGIN;
 )";
 
-/// An older run may be replaced, even a damaged one; anything else stays.
+template <class Value>
+constexpr auto column_type = "INTEGER NOT NULL";
+template <>
+inline constexpr auto column_type<GlobalId> = "TEXT NOT NULL";
+
+/// The statement that creates the table of agents. SQLite keeps its text in the file, line breaks included; they have
+/// always been at 120 characters.
+std::string table_of_agents() {
+    constexpr std::size_t longest_line = 120;
+    std::string const start = "    CREATE TABLE agents (";
+    std::string const indent(start.size(), ' ');
+    std::string text;
+    std::string line = start + "number INTEGER PRIMARY KEY";
+    auto const add = [&](std::string_view name, std::string_view type) {
+        auto const column = fmt::format("{} {}", name, type);
+        line += ',';
+        if (line.size() + 1 + column.size() + 1 > longest_line) {
+            text += line + '\n';
+            line = indent + column;
+        } else {
+            line += ' ' + column;
+        }
+    };
+#define VALUE(Type, name, format) add(#name, column_type<Type>);
+    PEDFLUX_AGENT_VALUES(VALUE)
+#undef VALUE
+    return text + line + ");";
+}
+
+/// Only a file of results, damaged or not, may be overwritten.
 void require_results_file(std::string const& path) {
     sqlite::Connection connection(path, sqlite::Connection::Mode::READ);
     sqlite::Statement statement(connection, "PRAGMA application_id");
     if (!statement.step() || statement.integer(0) != application_id) {
-        refuse("The file '" + path + "' is not a database of results and is not overwritten");
+        refuse(fmt::format("The file '{}' is not a database of results and is not overwritten", path));
     }
 }
 
@@ -71,18 +101,17 @@ void write_project(sqlite::Connection& connection, RecordedProject const& projec
     for (auto const& object : project.objects) insert.bind(object).run();
 }
 
+int stored(int value) { return value; }
+std::string stored(GlobalId const& id) { return text_of(id); }
+
 void write_agents(sqlite::Connection& connection, std::vector<AgentRecord> const& agents) {
-    sqlite::Statement insert(connection, "INSERT INTO agents VALUES (?, ?, ?, ?, ?, ?, ?, ?)");
+#define VALUE(Type, name, format) ", ?"
+    sqlite::Statement insert(connection, "INSERT INTO agents VALUES (?" PEDFLUX_AGENT_VALUES(VALUE) ")");
+#undef VALUE
     for (std::size_t i = 0; i < agents.size(); ++i) {
-        AgentRecord const& agent = agents[i];
-        auto const profile = text_of(agent.profile);
-        auto const origin = text_of(agent.origin);
-        auto const destination = text_of(agent.destination);
-        auto const event = text_of(agent.event);
-        insert
-            .bind(static_cast<std::int64_t>(i), profile, origin, destination, agent.first_frame, agent.last_frame,
-                  static_cast<int>(agent.arrived), event)
-            .run();
+#define VALUE(Type, name, format) , stored(agents[i].name)
+        insert.bind(static_cast<std::int64_t>(i) PEDFLUX_AGENT_VALUES(VALUE)).run();
+#undef VALUE
     }
 }
 
@@ -107,7 +136,8 @@ RunWriter::RunWriter(std::string const& path, RunInfo const& info, std::vector<S
     std::error_code ignored;
     std::filesystem::remove(unfinished_path_, ignored);
     connection_.emplace(unfinished_path_, sqlite::Connection::Mode::CREATE);
-    connection_->execute(preparation);
+    connection_->execute(settings);
+    connection_->execute(tables_before_agents + table_of_agents() + tables_after_agents + "BEGIN;");
     write_meta(*connection_, info);
     write_surfaces(*connection_, surfaces);
     write_project(*connection_, project);
@@ -140,7 +170,7 @@ void RunWriter::finish(std::vector<AgentRecord> const& agents, std::vector<Episo
     connection_.reset();
     std::error_code error;
     std::filesystem::rename(unfinished_path_, path_, error);
-    if (error) refuse("The database of results '" + path_ + "' cannot be written: " + error.message());
+    if (error) refuse(fmt::format("The database of results '{}' cannot be written: {}", path_, error.message()));
 }
 
 }  // namespace pedflux::engine

@@ -11,8 +11,8 @@
 
 namespace pedflux::engine {
 
-/// Writes a run while it is simulated. What is written stands in a file of its own beside `path` and takes that name
-/// only when the run is finished, so a program that ends early leaves the former file as it was.
+/// Writes a run while it is simulated. The file has a name of its own beside `path` and is renamed when the run is
+/// finished, so a program that ends early leaves an existing file as it was.
 class RunWriter {
   public:
     /// Throws Exception when the path cannot be written, or names a file that is no database of results.
@@ -20,12 +20,12 @@ class RunWriter {
               RecordedProject const& project = {});
     RunWriter(RunWriter const&) = delete;
     RunWriter& operator=(RunWriter const&) = delete;
-    /// Leaves nothing behind when the run was not finished.
+    /// Deletes the file of a run that was not finished.
     ~RunWriter();
 
-    /// The next frame: its persons in the order of their numbers.
+    /// The next frame, its agents in ascending order.
     void write_frame(std::span<AgentFrame const> states);
-    /// Ends the file; the persons are numbered as they stand.
+    /// Completes the file. The agents are in the order of their numbers.
     void finish(std::vector<AgentRecord> const& agents, std::vector<Episode> const& episodes = {});
 
   private:

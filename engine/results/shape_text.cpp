@@ -2,6 +2,7 @@
 
 #include "engine/base/checks.h"
 
+#include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 namespace pedflux::engine {
@@ -57,7 +58,8 @@ void read_shape(std::string const& text, Surface& surface) try {
         }
     }
 } catch (Json::exception const& exception) {
-    refuse("The shape of surface '" + surface.name + "' in the database of results is damaged: " + exception.what());
+    refuse(fmt::format("The shape of surface '{}' in the database of results is damaged: {}", surface.name,
+                       exception.what()));
 }
 
 }  // namespace pedflux::engine

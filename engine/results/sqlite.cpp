@@ -2,6 +2,7 @@
 
 #include "engine/base/checks.h"
 
+#include <fmt/format.h>
 #include <sqlite3.h>
 
 namespace pedflux::engine::sqlite {
@@ -24,10 +25,10 @@ void Connection::execute(std::string const& statements) {
 
 void Connection::fail(int outcome) const {
     int const kind = outcome & 0xff;
-    if (kind == SQLITE_NOTADB) refuse("The file '" + path_ + "' is not a database of results");
-    if (kind == SQLITE_CORRUPT) refuse("The database of results '" + path_ + "' is damaged");
+    if (kind == SQLITE_NOTADB) refuse(fmt::format("The file '{}' is not a database of results", path_));
+    if (kind == SQLITE_CORRUPT) refuse(fmt::format("The database of results '{}' is damaged", path_));
     char const* const reason = connection_ ? sqlite3_errmsg(connection_.get()) : sqlite3_errstr(outcome);
-    refuse("The database of results '" + path_ + "' cannot be used: " + reason);
+    refuse(fmt::format("The database of results '{}' cannot be used: {}", path_, reason));
 }
 
 Statement::Statement(Connection& connection, std::string_view text) : connection_(&connection) {

@@ -10,7 +10,7 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-/// The little of SQLite that results need. Failures throw pedflux::Exception and name the file.
+/// A thin layer over SQLite. Failures throw pedflux::Exception that names the file.
 namespace pedflux::engine::sqlite {
 
 using Bytes = std::span<std::byte const>;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/model/codec.h"
+#include "engine/model/field_type.h"
 #include "engine/model/rules.h"
 #include "engine/model/state.h"
 #include "engine/scene/scene_states.h"
@@ -15,12 +15,8 @@
 
 namespace pedflux::engine {
 
-/// Presets are written by identifier.
 template <>
-struct Codec<std::shared_ptr<AvatarPreset>> {
-    static Json write(std::shared_ptr<AvatarPreset> const& preset);
-    static void read(std::shared_ptr<AvatarPreset>& preset, Json const& json, Reading& reading);
-};
+FieldType const& field_type<std::shared_ptr<AvatarPreset>>();
 
 /// An avatar with a mesh of its own.
 struct OwnLook {
@@ -30,11 +26,11 @@ struct OwnLook {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("geometry", self.geometry, MESH);
+        field("geometry", self.geometry, mesh_rule);
     }
 };
 
-/// An avatar that looks like a preset.
+/// An avatar with the mesh of a preset.
 struct PresetLook {
     static constexpr std::string_view NAME = "preset";
 

@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-/// Banks are groups that share no items: an object belongs to one bank of a kind at most, and only the banks' lists of
-/// items say to which.
+/// Banks are groups that share no items: an object belongs to at most one bank of a kind. The membership is stored in
+/// the banks' lists of items only.
 namespace pedflux::engine {
 
-/// The bank of the kind that has the object among its items; none if there is none.
+/// The bank of the kind that lists the object; null if there is none.
 template <class Bank>
 Bank* bank_with(ObjectState const& item) {
     if (item.document == nullptr) return nullptr;
@@ -22,7 +22,7 @@ Bank* bank_with(ObjectState const& item) {
     return nullptr;
 }
 
-/// Takes the bank's items out of all other banks of its kind.
+/// Removes the bank's items from all other banks of its kind.
 template <class Bank>
 void claim_items(Bank const& bank) {
     for (auto* const other : bank.document->template objects<Bank>()) {
@@ -31,7 +31,7 @@ void claim_items(Bank const& bank) {
     }
 }
 
-/// Moves an object into a bank, out of the one before.
+/// Moves an object into a bank and out of its previous one.
 template <class Bank>
 void join_bank(Bank& bank, GlobalId const& item) {
     if (!lists(bank.items, item)) bank.items.push_back(item);
@@ -49,7 +49,7 @@ void leave_bank(ObjectState const& item) {
 template <class Bank>
 void require_unshared_items(Bank const& bank, std::string const& items) {
     for (auto const* const other : bank.document->template objects<Bank>()) {
-        if (other == &bank) return;  // those that follow check against this one
+        if (other == &bank) return;  // later banks check against this one
         for (GlobalId item : bank.items) {
             if (!lists(other->items, item)) continue;
             Subject{owner_of(bank), "items"}.refuse(items + " that are in no other bank",

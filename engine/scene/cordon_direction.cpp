@@ -10,8 +10,8 @@ Vector direction_of(CordonState const& cordon) {
     auto line = centre_goal_line(*cordon.geometry);
     auto const along = vector_of(line.GetEndPoint()) - vector_of(line.GetStartPoint());
     Vector const across = (1 / std::hypot(along.x, along.z)) * Vector{-along.z, 0, along.x};
-    constexpr double ROUNDING = 1e-9;
-    bool const points_back = std::abs(across.z) > ROUNDING ? across.z < 0 : across.x < 0;
+    constexpr double rounding = 1e-9;
+    bool const points_back = std::abs(across.z) > rounding ? across.z < 0 : across.x < 0;
     return points_back != cordon.inverted ? -across : across;
 }
 

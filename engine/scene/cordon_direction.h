@@ -5,7 +5,7 @@
 
 namespace pedflux::engine {
 
-/// The level direction of length 1 across a cordon's line, as `Cordon::GetDirectionVector` tells it.
+/// The horizontal unit vector across a cordon's line, as returned by `Cordon::GetDirectionVector`.
 Vector direction_of(CordonState const& cordon);
 
 }  // namespace pedflux::engine

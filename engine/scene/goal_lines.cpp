@@ -47,12 +47,12 @@ Points vertices_of(MeshGeometry& mesh) {
     return points;
 }
 
-/// The corners of the faces that look upwards, by more than the rounding of a wall; of all faces if there is none.
+/// The vertices of the faces that point upwards by more than a rounding error of a wall; of all faces if there is none.
 Points walkable_vertices_of(MeshGeometry& mesh) {
-    constexpr double UPWARDS = 0.01;
+    constexpr double upwards = 0.01;
     Points points;
     for (auto handle : mesh.GetFaces()) {
-        if (handle.GetNormal().GetY() < UPWARDS) continue;
+        if (handle.GetNormal().GetY() < upwards) continue;
         for (auto const& corner : {handle.GetFirstVertex(), handle.GetSecondVertex(), handle.GetThirdVertex()}) {
             points.push_back(vector_of(corner));
         }
@@ -60,7 +60,7 @@ Points walkable_vertices_of(MeshGeometry& mesh) {
     return points.empty() ? vertices_of(mesh) : points;
 }
 
-/// Each point once, however many faces share it, so that the cut of a surface into faces does not matter.
+/// Each point once, so that the result does not depend on how the surface is triangulated.
 Points distinct(Points points) {
     std::ranges::sort(points, [](Vector a, Vector b) { return std::tie(a.x, a.y, a.z) < std::tie(b.x, b.y, b.z); });
     points.erase(std::unique(points.begin(), points.end()), points.end());
@@ -87,9 +87,9 @@ Points hull_of(Points points) {
     return hull.empty() ? Points{points.front()} : hull;
 }
 
-/// The direction of the long side of the smallest rectangle about the points, which has a side on the hull: H. Freeman
-/// and R. Shapira, "Determining the minimum-area encasing rectangle for an arbitrary closed curve" (1975). It points
-/// to larger x, or larger z where x stays.
+/// The direction of the long side of the smallest rectangle around the points, one side of which lies on the hull: H.
+/// Freeman and R. Shapira, "Determining the minimum-area encasing rectangle for an arbitrary closed curve" (1975). It
+/// points to larger x, or larger z where x stays.
 Direction long_direction_of(Points const& points) {
     Points const hull = hull_of(points);
     Direction best;
@@ -108,7 +108,7 @@ Direction long_direction_of(Points const& points) {
         if (across.length() > along.length()) direction = {-direction.z, direction.x};
         double const area = along.length() * across.length();
         double const length = std::max(along.length(), across.length());
-        // Rectangles that differ by rounding only count as equal, so that moving a shape does not swap its ends.
+        // Rectangles that differ only by rounding count as equal, so that moving a shape does not swap its ends.
         double const rounding = 1e-9 * length * length;
         if (area < best_area - rounding || (area < best_area + rounding && length > best_length * (1 + 1e-9))) {
             best = direction;
@@ -116,13 +116,12 @@ Direction long_direction_of(Points const& points) {
             best_length = length;
         }
     }
-    constexpr double UPRIGHT = 1e-12;
-    bool const backwards = best.x < -UPRIGHT || (std::abs(best.x) <= UPRIGHT && best.z < 0);
+    constexpr double upright = 1e-12;
+    bool const backwards = best.x < -upright || (std::abs(best.x) <= upright && best.z < 0);
     return backwards ? Direction{-best.x, -best.z} : best;
 }
 
-/// The direction in which the surface rises: that of the plane nearest to the points, by least squares. None (0, 0)
-/// when it is level.
+/// The direction of ascent of the least-squares plane through the points; (0, 0) when it is level.
 Direction rise_of(Points const& points) {
     Vector mean;
     for (Vector const point : points) mean = mean + (1 / static_cast<double>(points.size())) * point;
@@ -140,14 +139,14 @@ Direction rise_of(Points const& points) {
     double const slope_x = (zz * xy - xz * zy) / determinant;
     double const slope_z = (xx * zy - xz * xy) / determinant;
     double const slope = std::hypot(slope_x, slope_z);
-    constexpr double LEVEL = 0.001;  // a millimetre in a metre
-    return slope < LEVEL ? Direction{0, 0} : Direction{slope_x / slope, slope_z / slope};
+    constexpr double level = 0.001;  // a millimetre in a metre
+    return slope < level ? Direction{0, 0} : Direction{slope_x / slope, slope_z / slope};
 }
 
 LineSeg3d line_between(Vector a, Vector b) { return {value_of(a), value_of(b)}; }
 
-/// The line across a polyline at its first vertex. Parts that stand upright lead nowhere in the plan; a polyline of
-/// nothing else has its lines along z.
+/// The line across a polyline at its first vertex. Vertical segments have no direction in plan and are skipped; a
+/// polyline of vertical segments only has its lines along z.
 LineSeg3d line_at_start(std::vector<Vector> const& vertices) {
     Vector const start = vertices.front();
     Direction direction;
@@ -157,7 +156,7 @@ LineSeg3d line_at_start(std::vector<Vector> const& vertices) {
         direction = {(vertex.x - start.x) / length, (vertex.z - start.z) / length};
         break;
     }
-    Vector const aside{-direction.z * PATH_WIDTH / 2, 0, direction.x * PATH_WIDTH / 2};
+    Vector const aside{-direction.z * path_width / 2, 0, direction.x * path_width / 2};
     return line_between(start - aside, start + aside);
 }
 

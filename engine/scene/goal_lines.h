@@ -14,21 +14,22 @@ namespace pedflux::engine {
 /// the one with the longer side counts.
 LineSeg3d centre_goal_line(Geometry& geometry);
 
-/// The lines at both ends of what agents walk on: the faces that look upwards, or all of them if none does.
+/// The lines at both ends of a walkable surface, which consists of the faces that point upwards, or of all faces if
+/// none does.
 struct EndLines {
     LineSeg3d ball;
     LineSeg3d box;
 };
 
-/// The ends lie across the direction in which the surface rises, the ball at the lower end. A surface that does not
-/// rise has its ends across the longer side of the smallest rectangle that holds it as seen from above, the ball at the
-/// end with the smaller x (or z). A line spans the vertices at its end.
+/// The lines are perpendicular to the direction of ascent, with the ball at the lower end. On a level surface they are
+/// perpendicular to the longer side of its smallest bounding rectangle in plan, with the ball at the end with the
+/// smaller x (or z). A line spans the vertices at its end.
 ///
-/// A polyline has its ball at its first point and its box at its last one; the lines there are PATH_WIDTH long and lie
-/// across the polyline.
+/// A polyline has its ball at its first point and its box at its last one; the lines there are perpendicular to it and
+/// path_width long.
 EndLines end_goal_lines(Geometry& geometry);
 
-/// Metres that agents who go along a polyline need across it.
-inline constexpr double PATH_WIDTH = 0.6;
+/// The width of a path along a polyline (metres).
+inline constexpr double path_width = 0.6;
 
 }  // namespace pedflux::engine

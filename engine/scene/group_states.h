@@ -18,7 +18,7 @@ namespace pedflux::engine {
 struct GroupState : ObjectState {
     std::vector<GlobalId> items;
 
-    /// What the items are.
+    /// The objects that can be items.
     virtual RefersTo item_rule() const = 0;
 
     template <class Self, class Field>
@@ -57,12 +57,12 @@ struct CollectionState : GroupState {
 
     RefersTo item_rule() const override { return refers_to_any("an object of the project"); }
 
-    std::optional<std::vector<double>> weights;  ///< one for each item; automatic when there are none
+    std::optional<std::vector<double>> weights;  ///< one for each item; automatic if not set
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         GroupState::fields(self, field);
-        field("weights", self.weights, NOT_NEGATIVE);
+        field("weights", self.weights, not_negative);
     }
     static void check(CollectionState const& self);
 };
@@ -83,7 +83,7 @@ struct TransformState : GroupState {
         GroupState::fields(self, field);
         field("translation", self.translation);
         field("rotation", self.rotation);
-        field("scale", self.scale, ABOVE_ZERO);
+        field("scale", self.scale, above_zero);
     }
 };
 

@@ -38,7 +38,7 @@ struct OnlyMembers : ListedMembers {
     static constexpr std::string_view NAME = "IncludedObjects";
 };
 
-/// What a network definition says.
+/// The objects of a network definition, and kinds all of whose objects belong to it.
 struct DefinedMembers : ListedMembers {
     static constexpr std::string_view NAME = "Definition";
 
@@ -59,7 +59,7 @@ struct DefinedMembers : ListedMembers {
     }
 };
 
-/// The state of a `Network`. What all objects have that are part of one is the `NetworkObjectState`.
+/// The state of a `Network`. The common state of the objects that can belong to one is `NetworkObjectState`.
 struct NetworkState : ObjectState {
     static constexpr ObjectType TYPE = ObjectType::NETWORK;
     static constexpr std::string_view NAME = "Network";

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "engine/model/codec.h"
 #include "engine/model/enumerations.h"
+#include "engine/model/field_type.h"
 #include "engine/model/rules.h"
 #include "engine/model/state.h"
 #include "engine/scene/scene_states.h"
@@ -20,7 +20,7 @@
 #include <variant>
 #include <vector>
 
-/// The states of what is only looked at, and of how it is looked at.
+/// The states of views, bookmarks, billboards and other objects of presentation.
 namespace pedflux::engine {
 
 PEDFLUX_NAMES(BillboardBackDisplayType, {{BillboardBackDisplayType::BLANK, "BLANK"},
@@ -51,10 +51,10 @@ struct VisualState : SceneState {
     using Handle = Visual;
 };
 
-inline constexpr GeometryRule RECTANGLE{"a rectangle",
-                                        [](Geometry& geometry) { return geometry.AsRectangleGeometry() != nullptr; }};
+inline constexpr GeometryRule rectangle_rule{
+    "a rectangle", [](Geometry& geometry) { return geometry.AsRectangleGeometry() != nullptr; }};
 
-// The clock sources stand in the order of BillboardClockSource.
+// The clock sources are in the order of BillboardClockSource.
 
 struct PlaybackClock {
     static constexpr std::string_view NAME = "PLAYBACK";
@@ -67,7 +67,7 @@ struct PlaybackClock {
     }
 };
 
-inline constexpr RefersTo TALLIES = refers_to_kind<ObjectType::TALLY_OBJECT>("a tally object");
+inline constexpr RefersTo tallies_rule = refers_to_kind<ObjectType::TALLY_OBJECT>("a tally object");
 
 struct TallyClock {
     static constexpr std::string_view NAME = "TALLY_OBJECT";
@@ -76,7 +76,7 @@ struct TallyClock {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("tallyObject", self.tally, TALLIES);
+        field("tallyObject", self.tally, tallies_rule);
     }
 };
 
@@ -87,7 +87,7 @@ struct UserDefinedClock {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("startTime", self.start_time, Range{0, WITHOUT_END, "s"});
+        field("startTime", self.start_time, Range{0, unlimited, "s"});
     }
 };
 
@@ -98,15 +98,15 @@ struct BillboardState : SceneState {
     static constexpr std::string_view NAME = "Billboard";
     using Handle = Billboard;
 
-    GeometryRule geometry_rule() const override { return RECTANGLE; }
+    GeometryRule geometry_rule() const override { return rectangle_rule; }
 
     std::string text;
     Color text_color = Color::BLACK;
     TextHorizontalAlign horizontal_alignment = TextHorizontalAlign::CENTER;
     TextVerticalAlign vertical_alignment = TextVerticalAlign::MIDDLE;
-    std::optional<double> text_size;  ///< metres; as large as fits when there is none
+    std::optional<double> text_size;  ///< metres; fitted to the billboard if not set
     double margin = 0.05;             ///< metres
-    std::optional<Color> background;  ///< the object's colour when there is none
+    std::optional<Color> background;  ///< the object's colour if not set
     BillboardBackDisplayType back_side = BillboardBackDisplayType::BLANK;
     ClockSource clock;
     std::vector<GlobalId> tallies;
@@ -115,26 +115,26 @@ struct BillboardState : SceneState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        constexpr double LARGEST = 1000;
+        constexpr double largest = 1000;
         SceneState::fields(self, field);
         field("text", self.text);
         field("textColor", self.text_color);
         field("textHorizontalAlignment", self.horizontal_alignment);
         field("textVerticalAlignment", self.vertical_alignment);
-        field("fixedTextSize", self.text_size, Range{0, LARGEST, "m", true});
-        field("marginSize", self.margin, Range{0, LARGEST, "m"});
+        field("fixedTextSize", self.text_size, Range{0, largest, "m", true});
+        field("marginSize", self.margin, Range{0, largest, "m"});
         field("backgroundColor", self.background);
         field("backSideDisplayType", self.back_side);
         field("clockSource", self.clock);
-        field("tallyObjects", self.tallies, TALLIES);
+        field("tallyObjects", self.tallies, tallies_rule);
         field("tallyUpdateIntervalType", self.tally_interval);
         field("showTallyDecimals", self.tally_decimals);
     }
 };
 
-/// Where one looks from: see Viewpoint.
+/// The camera of a Viewpoint.
 struct Camera {
-    static constexpr double WIDEST = 179;  ///< degrees
+    static constexpr double widest_angle = 179;  ///< degrees
 
     Vec3d eye;
     Vec3d center;
@@ -146,11 +146,11 @@ struct Camera {
         field("eyePoint", self.eye);
         field("centerPoint", self.center);
         field("upDirection", self.up);
-        field("verticalFov", self.vertical_fov, Range{0, WIDEST, "degrees", true});
+        field("verticalFov", self.vertical_fov, Range{0, widest_angle, "degrees", true});
     }
 };
 
-/// Throws Exception when one cannot look from there: "<what>: the centre point must ...".
+/// Throws Exception when the camera is degenerate: "<what>: the centre point must ...".
 void require_usable(std::string const& what, Camera const& camera);
 
 struct ViewpointAccess {
@@ -164,7 +164,8 @@ struct SharedValue<Viewpoint> {
     static std::shared_ptr<Viewpoint> make(Camera const& camera) { return std::make_shared<Viewpoint>(camera); }
 };
 
-// What is shown and how, in the parts that a bookmark can apply. Bookmarks list them without their structure.
+// The settings of a view, in the groups that a bookmark can apply. In files their fields stand directly in the
+// bookmark.
 
 struct Visibility {
     BookmarkVisibilityControl control = BookmarkVisibilityControl::HIDE_LISTED;
@@ -268,7 +269,7 @@ struct Display {
     }
 };
 
-/// The parts of a view that a bookmark replaces.
+/// The groups of settings that a bookmark applies to a view.
 struct Applied {
     bool viewpoint = true;
     bool simulation_time = false;
@@ -309,7 +310,7 @@ struct BookmarkState : ObjectState {
         ObjectState::fields(self, field);
         Applied::fields(self.applied, field);
         field("viewpoint", self.viewpoint);
-        field("simulationTime", self.simulation_time, Range{0, WITHOUT_END, "s"});
+        field("simulationTime", self.simulation_time, Range{0, unlimited, "s"});
         Display::fields(self.display, field);
     }
     static void check(BookmarkState const& self);

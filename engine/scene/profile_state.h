@@ -22,10 +22,10 @@ struct ProfileState : ObjectState {
 
     ProfileState();
 
-    // The distributions are replaced, never changed, and never empty but for the personal space.
+    // The distributions are immutable and always set, except for the personal space.
     std::shared_ptr<Distribution> speed;           ///< m/s
     std::shared_ptr<Distribution> radius;          ///< m
-    std::shared_ptr<Distribution> personal_space;  ///< m; not kept when there is none
+    std::shared_ptr<Distribution> personal_space;  ///< m; no personal space if not set
     std::shared_ptr<Distribution> horizontal_cost;
     std::shared_ptr<Distribution> vertical_cost;
     std::shared_ptr<Distribution> queue_cost;
@@ -34,7 +34,7 @@ struct ProfileState : ObjectState {
     double acceleration_forward_max = 2;  ///< m/s2
     double speed_shuffle_factor = 0;
     double turn_rate_cap = 360;                   ///< degrees per second
-    std::shared_ptr<AgentAction> initial_action;  ///< none unless set
+    std::shared_ptr<AgentAction> initial_action;  ///< none by default
     std::optional<GlobalId> avatar;
     std::optional<GlobalId> network;
 
@@ -44,10 +44,10 @@ struct ProfileState : ObjectState {
         field("speedDistribution", self.speed, Range{0, 20, "m/s", true});
         field("radiusDistribution", self.radius, Range{0, 2, "m", true});
         field("personalSpaceDistribution", self.personal_space, Range{0, 10, "m"});
-        field("horizontalCostDistribution", self.horizontal_cost, NOT_NEGATIVE);
-        field("verticalCostDistribution", self.vertical_cost, NOT_NEGATIVE);
-        field("queueCostDistribution", self.queue_cost, NOT_NEGATIVE);
-        field("processingCostDistribution", self.processing_cost, NOT_NEGATIVE);
+        field("horizontalCostDistribution", self.horizontal_cost, not_negative);
+        field("verticalCostDistribution", self.vertical_cost, not_negative);
+        field("queueCostDistribution", self.queue_cost, not_negative);
+        field("processingCostDistribution", self.processing_cost, not_negative);
         field("agentDirectionBias", self.direction_bias);
         field("accelerationForwardMax", self.acceleration_forward_max, Range{0, 100, "m/s2", true});
         field("speedShuffleFactor", self.speed_shuffle_factor, Range{0, 1});

@@ -6,6 +6,8 @@
 #include "engine/scene/banks.h"
 #include "engine/scene/group_states.h"
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 RefersTo perimeters() { return refers_to<PerimeterState>("a perimeter"); }
@@ -22,7 +24,7 @@ void require_whole(Subject const& subject, QueueSpacing const& spacing) {
     auto const require_part = [&](std::string const& part, bool is_given, bool is_needed) {
         if (is_given == is_needed) return;
         Subject{subject.owner, subject.property + "." + part}.refuse(
-            (is_needed ? "given for spacing by " : "empty for spacing by ") + std::string(name_of_value(spacing.type)),
+            fmt::format("{} for spacing by {}", is_needed ? "given" : "empty", name_of_value(spacing.type)),
             is_given ? "given" : "empty");
     };
     require_part("distance", spacing.distance != nullptr, by_distance);
@@ -45,8 +47,8 @@ void WaitSpaceState::check(WaitSpaceState const& self) {
 void CollectionState::check(CollectionState const& self) {
     if (self.weights && self.weights->size() != self.items.size()) {
         Subject{owner_of(self), "weights"}.refuse(
-            "a list of " + std::to_string(self.items.size()) + " weights, one for each item",
-            "one of " + std::to_string(self.weights->size()));
+            fmt::format("a list of {} weights, one for each item", self.items.size()),
+            fmt::format("one of {}", self.weights->size()));
     }
 }
 

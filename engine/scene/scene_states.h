@@ -16,7 +16,7 @@
 #include <string_view>
 #include <vector>
 
-/// The states of the objects that have a place: see state.h for how a state lists its fields.
+/// The states of objects with a geometry: see state.h for how a state lists its fields.
 namespace pedflux::engine {
 
 PEDFLUX_NAMES(AgentTraversalType,
@@ -53,15 +53,16 @@ PEDFLUX_NAMES(PersonalSpaceSelection, {{PersonalSpaceSelection::BEHIND, "BEHIND"
 PEDFLUX_NAMES(CordonDirection, {{CordonDirection::BOTH_WAYS, "BOTH_WAYS"}, {CordonDirection::ONE_WAY, "ONE_WAY"}});
 
 /// A mesh, or a rectangle, which is a mesh of two triangles.
-inline constexpr GeometryRule MESH{"a mesh", [](Geometry& geometry) { return geometry.AsMeshGeometry() != nullptr; }};
-inline constexpr GeometryRule POLYLINE{"a polyline",
-                                       [](Geometry& geometry) { return geometry.AsPolylineGeometry() != nullptr; }};
+inline constexpr GeometryRule mesh_rule{"a mesh",
+                                        [](Geometry& geometry) { return geometry.AsMeshGeometry() != nullptr; }};
+inline constexpr GeometryRule polyline_rule{
+    "a polyline", [](Geometry& geometry) { return geometry.AsPolylineGeometry() != nullptr; }};
 
 struct SceneState : ObjectState {
     std::shared_ptr<Geometry> geometry;  ///< replaced, never changed
 
-    /// The shapes that the kind can have.
-    virtual GeometryRule geometry_rule() const { return MESH; }
+    /// The geometries that the kind accepts.
+    virtual GeometryRule geometry_rule() const { return mesh_rule; }
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
@@ -76,7 +77,7 @@ struct NetworkObjectState : SceneState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         SceneState::fields(self, field);
-        field("distanceAdded", self.distance_added, Range{0, WITHOUT_END, "m"});
+        field("distanceAdded", self.distance_added, Range{0, unlimited, "m"});
     }
 };
 
@@ -91,7 +92,7 @@ struct FlowCap {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         field("type", self.type);
-        field("value", self.value, ABOVE_ZERO);
+        field("value", self.value, above_zero);
     }
 };
 
@@ -105,29 +106,29 @@ struct Priority {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         field("direction", self.direction);
-        field("cost", self.cost, Range{0, WITHOUT_END, "s"});
-        field("distance", self.distance, Range{0, WITHOUT_END, "m"});
+        field("cost", self.cost, Range{0, unlimited, "s"});
+        field("distance", self.distance, Range{0, unlimited, "m"});
         field("commitWhenWaiting", self.commit_when_waiting);
         field("primaryYieldToSecondary", self.primary_yields_to_secondary);
     }
 };
 
-/// The greatest speed of agents on a connection, in metres per second along the slope. Level kinds keep both equal.
+/// The maximum speed of agents on a connection, in metres per second along the slope. Both are equal on level kinds.
 struct SpeedLimit {
     double up = 0;
     double down = 0;
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        constexpr Range SPEED{0, 20, "m/s", true};
-        field("up", self.up, SPEED);
-        field("down", self.down, SPEED);
+        constexpr Range speed_range{0, 20, "m/s", true};
+        field("up", self.up, speed_range);
+        field("down", self.down, speed_range);
     }
 };
 
 struct Subject;
 
-/// Objects that are perimeters.
+/// The rule of lists of perimeters.
 RefersTo perimeters();
 
 struct ConnectionState : WalkableState {
@@ -153,13 +154,13 @@ struct ConnectionState : WalkableState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        constexpr Range SECONDS{0, WITHOUT_END, "s"};
+        constexpr Range seconds_range{0, unlimited, "s"};
         WalkableState::fields(self, field);
         field("agentTraversalType", self.traversal);
         field("direction", self.direction);
         field("enteringFlowCap", self.flow_cap);
-        field("entranceDelayDistribution", self.entrance_delay, SECONDS);
-        field("exitDelayDistribution", self.exit_delay, SECONDS);
+        field("entranceDelayDistribution", self.entrance_delay, seconds_range);
+        field("exitDelayDistribution", self.exit_delay, seconds_range);
         field("gated", self.gated);
         field("ignoreBarriers", self.ignore_barriers);
         field("ignoreNeighbors", self.ignore_neighbors);
@@ -219,7 +220,7 @@ struct EscalatorState : ConnectionState {
 
     EscalatorState() { direction = ConnectionObjectDirection::BALL_TO_BOX; }
 
-    double tread_speed = 0.5;  ///< metres per second along the slope, while it runs
+    double tread_speed = 0.5;  ///< metres per second along the slope while running
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
@@ -228,21 +229,21 @@ struct EscalatorState : ConnectionState {
     }
 };
 
-/// The distance between agents who queue.
+/// The spacing of agents in a queue.
 struct QueueSpacing {
     QueueSpacingType type = QueueSpacingType::DISTANCE;
-    std::shared_ptr<Distribution> distance;                ///< metres; none by personal space alone
-    std::optional<PersonalSpaceSelection> personal_space;  ///< none by distance alone
+    std::shared_ptr<Distribution> distance;                ///< metres; not set if only the personal space counts
+    std::optional<PersonalSpaceSelection> personal_space;  ///< not set if only the distance counts
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         field("type", self.type);
-        field("distance", self.distance, Range{0, WITHOUT_END, "m"});
+        field("distance", self.distance, Range{0, unlimited, "m"});
         field("personalSpaceSelection", self.personal_space);
     }
 };
 
-/// Throws Exception unless the spacing has the parts that its type needs, and no other.
+/// Throws Exception unless exactly the parts that the type needs are set.
 void require_whole(Subject const& subject, QueueSpacing const& spacing);
 
 struct PathState : ConnectionState {
@@ -250,7 +251,7 @@ struct PathState : ConnectionState {
     static constexpr std::string_view NAME = "Path";
     using Handle = Path;
 
-    GeometryRule geometry_rule() const override { return POLYLINE; }
+    GeometryRule geometry_rule() const override { return polyline_rule; }
 
     std::optional<QueueSpacing> queue_spacing;
 
@@ -307,7 +308,7 @@ struct WaitSpaceState : SceneState {
     static constexpr std::string_view NAME = "WaitSpace";
     using Handle = WaitSpace;
 
-    std::shared_ptr<WaitStyle> wait_style;  ///< none: agents stand still
+    std::shared_ptr<WaitStyle> wait_style;  ///< agents stand still if not set
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {

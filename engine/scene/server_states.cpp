@@ -23,12 +23,12 @@ double length_of(PolylineGeometry const& line) {
 int capacity_limit_of(ServerState const& server) {
     auto const& capacity = server.capacity.value();
     if (auto const* const fixed = std::get_if<FixedCapacity>(&capacity)) return fixed->limit;
-    // A line that was drawn as a multiple of the spacing has that many, whatever its length was rounded to.
-    constexpr double ROUNDING = 1e-9;
+    // A line drawn as a multiple of the spacing has room for that many agents in spite of rounding.
+    constexpr double rounding = 1e-9;
     double const length = length_of(*server.geometry->AsPolylineGeometry());
     double const spacings = length / std::get<AutoCapacity>(capacity).spacing;
-    constexpr double MOST = 1e9;
-    return static_cast<int>(std::min(spacings * (1 + ROUNDING), MOST)) + 1;
+    constexpr double most = 1e9;
+    return static_cast<int>(std::min(spacings * (1 + rounding), most)) + 1;
 }
 
 }  // namespace pedflux::engine

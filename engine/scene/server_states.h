@@ -24,11 +24,11 @@ struct FixedCapacity {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("limit", self.limit, AT_LEAST_ONE);
+        field("limit", self.limit, at_least_one);
     }
 };
 
-/// As many as fit on the queue's line.
+/// The capacity follows from the length of the queue's line.
 struct AutoCapacity {
     static constexpr std::string_view NAME = "Automatic";
 
@@ -40,15 +40,15 @@ struct AutoCapacity {
     }
 };
 
-/// How long serving takes those who pass a test.
+/// The processing time of agents that pass `test`.
 struct ContactTimeRule {
     std::shared_ptr<AgentTest> test;
     std::shared_ptr<Distribution> duration;  ///< seconds
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("test", self.test, REQUIRED);
-        field("duration", self.duration, RequiredRange{{0, WITHOUT_END, "s"}});
+        field("test", self.test, must_be_given);
+        field("duration", self.duration, RequiredRange{{0, unlimited, "s"}});
     }
 };
 
@@ -57,7 +57,7 @@ struct ServerState : NetworkObjectState {
     static constexpr std::string_view NAME = "Server";
     using Handle = Server;
 
-    GeometryRule geometry_rule() const override { return POLYLINE; }
+    GeometryRule geometry_rule() const override { return polyline_rule; }
 
     std::shared_ptr<AgentTest> access_required;
     std::shared_ptr<AgentTest> access_preferred;
@@ -73,14 +73,14 @@ struct ServerState : NetworkObjectState {
         field("accessRequiredTest", self.access_required);
         field("accessPreferredTest", self.access_preferred);
         field("capacityLimit", self.capacity);
-        field("contactTime", self.contact_time, Range{0, WITHOUT_END, "s"});
+        field("contactTime", self.contact_time, Range{0, unlimited, "s"});
         field("contactTimeRules", self.contact_time_rules);
         field("processedAction", self.processed_action);
         field("releaseAction", self.release_action);
     }
 };
 
-/// The greatest number of agents at a server that has a limit. An automatic one follows from the length of the line.
+/// The capacity of a server with a limit. An automatic one follows from the length of the line.
 int capacity_limit_of(ServerState const& server);
 
 }  // namespace pedflux::engine

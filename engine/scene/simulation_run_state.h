@@ -19,8 +19,8 @@ struct SimulationRunState : ObjectState {
     static constexpr std::string_view NAME = "SimulationRun";
     using Handle = SimulationRun;
 
-    std::string database_file_name;      ///< as it was given: relative names start at the working directory
-    std::shared_ptr<Database> database;  ///< while connected; not part of what is saved or copied as equal
+    std::string database_file_name;      ///< as given; relative to the working directory
+    std::shared_ptr<Database> database;  ///< while connected; neither saved nor compared
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {

@@ -13,10 +13,10 @@ namespace pedflux {
 
 namespace {
 
-/// The face of the first car that fits; throws Exception when there is none.
+/// The handle of the first car that fits; throws Exception when there is none.
 template <class Fits>
-std::shared_ptr<ElevatorCar> car_of(engine::SimulationState const& run, std::string const& sought, Fits const& fits) {
-    for (auto const& controller : run.elevators) {
+std::shared_ptr<ElevatorCar> car_of(engine::SimulationState const& state, std::string const& sought, Fits const& fits) {
+    for (auto const& controller : state.elevators) {
         for (auto const& car : controller->cars) {
             if (fits(*car)) return handle_of(car);
         }
@@ -35,11 +35,11 @@ std::shared_ptr<ElevatorCar> Simulation::GetElevatorCar(std::string const& eleva
 }
 
 bool Agent::HasElevatorTripDestinationStop() {
-    engine::here(run_, id_);
+    engine::present_agent(run_, id_);
     return false;
 }
 ElevatorStop Agent::GetElevatorTripDestinationStop() {
-    engine::here(run_, id_);
+    engine::present_agent(run_, id_);
     engine::refuse("Agent " + std::to_string(id_) + " neither waits for an elevator nor rides in one");
 }
 

@@ -2,19 +2,19 @@
 
 #include "engine/base/checks.h"
 
-#include <string>
+#include <utility>
+
+#include <fmt/format.h>
 
 namespace pedflux::engine {
 
-Here here(std::weak_ptr<SimulationState> const& weak, int id) {
-    std::string const title = "Agent " + std::to_string(id);
-    auto run = weak.lock();
-    if (!run) refuse(title + " belongs to a simulation that is gone");
-    auto const number = static_cast<std::size_t>(id);
-    auto const motion = run->motion_of[number];
-    if (motion == gone) refuse(title + " has left the simulation");
-    auto& world = *run;
-    return {std::move(run), world.infos[number], world.motions[motion]};
+PresentAgent present_agent(std::weak_ptr<SimulationState> const& weak, int id) {
+    auto state = weak.lock();
+    if (!state) refuse(fmt::format("Agent {} belongs to a simulation that is gone", id));
+    auto const number = static_cast<std::uint32_t>(id);
+    auto& agents = state->agents;
+    if (!agents.is_here(number)) refuse(fmt::format("Agent {} has left the simulation", id));
+    return {std::move(state), agents.infos[number], agents.tasks[number], agents.motion(number)};
 }
 
 }  // namespace pedflux::engine

@@ -1,11 +1,9 @@
 #include "engine/simulation/requests.h"
 
 #include "engine/geometry/checks.h"
-#include "engine/model/document.h"
-#include "engine/scene/simulation_run_state.h"
 #include "engine/simulation/agents/placement.h"
-#include "engine/simulation/frame/stepping.h"
-#include "engine/simulation/routing/surroundings.h"
+#include "engine/simulation/frame/entering.h"
+#include "engine/simulation/present_agent.h"
 
 #include <cmath>
 
@@ -26,41 +24,41 @@ struct AgentRequestAccess {
 
 namespace {
 
-/// Requested persons have keys of their own, from the top down.
-std::uint32_t key_of_request(SimulationState const& run) { return ~static_cast<std::uint32_t>(run.infos.size()); }
+/// Requested agents have keys of their own, from the top down.
+std::uint32_t key_of_request(SimulationState const& state) {
+    return ~static_cast<std::uint32_t>(state.agents.infos.size());
+}
 
-SpawnRequest spawn_request_of(SimulationState& run, AgentRequest const& request) {
+SpawnRequest spawn_request_of(SimulationState& state, AgentRequest const& request) {
     GlobalId const& profile = AgentRequestAccess::profile(request);
-    SpawnRequest spawned;
-    if (run.run->document) {
-        spawned = person_of(*run.run->document, profile, run.seed, key_of_request(run));
-    } else if (profile.IsValid()) {
-        refuse("The project is closed, so its profiles cannot be used any more");
-    }
-    spawned.due = run.seconds();
-    spawned.origin = run.places.of(AgentRequestAccess::start(request));
+    auto spawned = person_of(state.spawning.program, profile, state.world.seed, key_of_request(state));
+    spawned.due = state.clock.seconds();
+    spawned.origin = state.world.places.of(AgentRequestAccess::start(request));
     GlobalId const& goal = AgentRequestAccess::goal(request);
-    if (goal.IsValid()) spawned.destination = run.places.of(goal);
+    if (goal.IsValid()) spawned.destination = state.world.places.of(goal);
     spawned.color = AgentRequestAccess::color(request).value_or(Color::BLUE);
     return spawned;
 }
 
-std::optional<Spot> spot_of(SimulationState const& run, SpawnRequest const& spawned, AgentRequest const& request) {
+std::optional<Standpoint> spot_of(SimulationState const& state, SpawnRequest const& spawned,
+                                  AgentRequest const& request) {
     Vec3d position = AgentRequestAccess::position(request);
-    if (!position.IsValid()) return spot_for(run, spawned, Occupancy(run));
-    auto const place = standpoint_of(run, position);
-    if (!is_open(run, place, spawned.radius, gone)) return std::nullopt;
-    return Spot{place.region, place.point};
+    if (!position.IsValid())
+        return spot_for(state.world, state.routes.navigation, state.spawning, state.clock, spawned,
+                        Occupancy(state.agents, state.crowd));
+    auto const place = standpoint_of(surroundings_of(state), position);
+    if (!is_open(surroundings_of(state), place, spawned.radius, gone)) return std::nullopt;
+    return place;
 }
 
 }  // namespace
 
-std::shared_ptr<Agent> request_agent(SimulationState& run, AgentRequest const& request) {
-    if (run.stopped) refuse("The simulation was stopped and takes no more agents");
-    auto const spawned = spawn_request_of(run, request);
-    auto const spot = spot_of(run, spawned, request);
+std::shared_ptr<Agent> request_agent(SimulationState& state, AgentRequest const& request) {
+    if (state.stopped) refuse("The simulation was stopped and takes no more agents");
+    auto const spawned = spawn_request_of(state, request);
+    auto const spot = spot_of(state, spawned, request);
     if (!spot) return nullptr;
-    auto& info = run.infos[enter(run, spawned, spot->region, spot->place)];
+    auto& info = state.agents.infos[enter(state, spawned, *spot)];
     if (auto const heading = AgentRequestAccess::heading(request)) info.heading = *heading;
     return info.object;
 }

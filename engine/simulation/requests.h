@@ -17,6 +17,6 @@ struct SimulationOptionsAccess {
 };
 
 /// The agent that a program asks for; empty when there is no room for it.
-std::shared_ptr<Agent> request_agent(SimulationState& run, AgentRequest const& request);
+std::shared_ptr<Agent> request_agent(SimulationState& state, AgentRequest const& request);
 
 }  // namespace pedflux::engine

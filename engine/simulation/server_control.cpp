@@ -1,5 +1,6 @@
 #include "engine/base/checks.h"
-#include "engine/simulation/events/event_engine.h"
+#include "engine/simulation/events/server_access.h"
+#include "engine/simulation/frame/simulation_state.h"
 
 #include <pedflux/simulation.h>
 
@@ -14,20 +15,20 @@ using engine::entrance_side;
 using engine::exit_side;
 using engine::SimulationState;
 
-std::uint32_t require_server(SimulationState const& run, GlobalId const& id) {
-    auto const server = server_of(run.plan, id);
+std::uint32_t require_server(SimulationState const& state, GlobalId const& id) {
+    auto const server = server_of(state.world.plan, id);
     if (server == engine::no_server) {
         engine::refuse("'" + GlobalId(id).GetString() + "' is no enabled server of the simulated project");
     }
     return server;
 }
 
-void set_open(SimulationState& run, GlobalId const& id, std::size_t side, std::optional<bool> open) {
-    set_server_by_program(run, require_server(run, id), side, open);
+void set_open(SimulationState& state, GlobalId const& id, std::size_t side, std::optional<bool> open) {
+    set_server_by_program(state.events->servers, state.clock, state.servers, require_server(state, id), side, open);
 }
 
-bool is_open(SimulationState const& run, GlobalId const& id, std::size_t side) {
-    return run.servers[require_server(run, id)].open[side];
+bool is_open(SimulationState const& state, GlobalId const& id, std::size_t side) {
+    return state.servers.queues[require_server(state, id)].open[side];
 }
 
 }  // namespace

@@ -2,12 +2,12 @@
 #include "engine/model/document.h"
 #include "engine/results/run_files.h"
 #include "engine/scene/simulation_run_state.h"
-#include "engine/simulation/agents/placement.h"
-#include "engine/simulation/events/event_engine.h"
+#include "engine/simulation/events/gate_access.h"
 #include "engine/simulation/frame/create.h"
-#include "engine/simulation/frame/stepping.h"
+#include "engine/simulation/frame/frame.h"
 #include "engine/simulation/requests.h"
 #include "engine/simulation/routing/path_queries.h"
+#include "engine/simulation/routing/surroundings.h"
 
 #include <pedflux/simulation.h>
 
@@ -45,20 +45,20 @@ std::shared_ptr<SimulationRunState> shared(SimulationRunState& run) {
     return std::static_pointer_cast<SimulationRunState>(*found);
 }
 
-std::size_t require_gate(SimulationState const& run, GlobalId const& gate) {
-    auto const region = run.places.region_of(gate);
-    if (region == engine::navigation::none || region < run.plan.floor_count) {
+std::size_t require_gate(SimulationState const& state, GlobalId const& gate) {
+    auto const region = state.world.places.region_of(gate);
+    if (region == engine::navigation::none || region < state.world.plan.floor_count) {
         refuse(text(gate) + " is no connection of the simulated project");
     }
-    auto const passageway = region - run.plan.floor_count;
-    if (!run.plan.passageways[passageway].gated) {
-        refuse(run.plan.passageways[passageway].title + " is no gate: it is not gated");
+    auto const passageway = region - state.world.plan.floor_count;
+    if (!state.world.plan.passageways[passageway].gated) {
+        refuse(state.world.plan.passageways[passageway].title + " is no gate: it is not gated");
     }
     return passageway;
 }
 
-engine::TallyIndex require_tally(SimulationState const& run, GlobalId const& tally) {
-    auto const found = run.events->tally_plan().find(tally);
+engine::TallyIndex require_tally(SimulationState const& state, GlobalId const& tally) {
+    auto const found = state.events->program.tallies.find(tally);
     if (!found) refuse(text(tally) + " is no tally object of the simulated project");
     return *found;
 }
@@ -73,71 +73,73 @@ bool concerns(Direction direction, Direction way) {
 }
 
 /// Without an answer, the gate is left to the project's rules again.
-void open_or_close(SimulationState& run, GlobalId const& gate, Direction direction, std::optional<bool> open) {
-    auto const passageway = require_gate(run, gate);
+void open_or_close(SimulationState& state, GlobalId const& gate, Direction direction, std::optional<bool> open) {
+    auto const passageway = require_gate(state, gate);
     concerns(direction, Direction::BOTH_WAYS);
-    set_gate_by_program(run, passageway, direction, open);
+    set_gate_by_program(state.events->gates, state.clock, state.world.plan, state.gates, state.routes.navigation,
+                        state.crowd, passageway, direction, open);
 }
 
 /// Whether the gate is open (or closed) to all of the directions that it has among those asked for.
-bool is_gate(SimulationState const& run, GlobalId const& gate, Direction direction, bool open) {
-    auto const passageway = require_gate(run, gate);
-    auto const& directions = run.plan.passageways[passageway];
-    GateState const& state = run.gates[passageway];
-    bool const is_ball = state.ball_to_box == open && !(open && state.ball_to_box_for_some);
-    bool const is_box = state.box_to_ball == open && !(open && state.box_to_ball_for_some);
+bool is_gate(SimulationState const& state, GlobalId const& gate, Direction direction, bool open) {
+    auto const passageway = require_gate(state, gate);
+    auto const& directions = state.world.plan.passageways[passageway];
+    GateState const& gate_state = state.gates.states[passageway];
+    bool const is_ball = gate_state.ball_to_box == open && !(open && gate_state.ball_to_box_for_some);
+    bool const is_box = gate_state.box_to_ball == open && !(open && gate_state.box_to_ball_for_some);
     bool const ball = !concerns(direction, Direction::BALL_TO_BOX) || !directions.ball_to_box || is_ball;
     bool const box = !concerns(direction, Direction::BOX_TO_BALL) || !directions.box_to_ball || is_box;
     return ball && box;
 }
 
-Standpoint require_start(SimulationState const& run, GlobalId const& start, Vec3d const& point) {
-    auto const region = run.places.region_of(start);
+Standpoint require_start(SimulationState const& state, GlobalId const& start, Vec3d const& point) {
+    auto const region = state.world.places.region_of(start);
     if (region == engine::navigation::none) refuse(text(start) + " is no walkable object of the simulated project");
     engine::Vector const place = engine::require_point("A point", point);
     return {region, {place.x, place.z}};
 }
 
-Standpoint require_on(SimulationState const& run, GlobalId const& start, Vec3d const& point) {
-    auto const standpoint = require_start(run, start, point);
-    if (!run.navigation.contains(standpoint.region, standpoint.point)) {
+Standpoint require_on(SimulationState const& state, GlobalId const& start, Vec3d const& point) {
+    auto const standpoint = require_start(state, start, point);
+    if (!state.routes.navigation.contains(standpoint.region, standpoint.point)) {
         refuse("The point " + engine::text_of(standpoint.point) + " does not lie on the walkable area of " +
-               run.plan.surfaces[standpoint.region].name);
+               state.world.plan.surfaces[standpoint.region].name);
     }
     return standpoint;
 }
 
-[[noreturn]] void refuse_way(SimulationState const& run, engine::PlaceIndex goal) {
-    refuse("No way leads from there to " + run.places[goal].title);
+[[noreturn]] void refuse_way(SimulationState const& state, engine::PlaceIndex goal) {
+    refuse("No way leads from there to " + state.world.places[goal].title);
 }
 
-/// The faces of the walkers that a condition holds for.
+/// The present agents for which a condition holds.
 template <class Condition>
-std::vector<std::shared_ptr<Agent>> agents_where(SimulationState const& run, Condition const& condition) {
+std::vector<std::shared_ptr<Agent>> agents_where(SimulationState const& state, Condition const& condition) {
     std::vector<std::shared_ptr<Agent>> agents;
-    for (auto const& motion : run.motions) {
-        if (condition(motion)) agents.push_back(run.infos[motion.agent].object);
+    for (auto const& motion : state.agents.motions) {
+        if (condition(motion)) agents.push_back(state.agents.infos[motion.agent].object);
     }
     return agents;
 }
 
 template <class Condition>
-std::vector<std::shared_ptr<Agent>> agents_on(SimulationState& run, GlobalId const& object,
+std::vector<std::shared_ptr<Agent>> agents_on(SimulationState& state, GlobalId const& object,
                                               Condition const& condition) {
-    auto const& place = run.places[run.places.of(object)];
+    auto const& place = state.world.places[state.world.places.of(object)];
     if (place.is_portal()) refuse(place.title + " is a portal, which nobody is on");
-    std::vector<bool> belongs(run.plan.surfaces.size());
+    std::vector<bool> belongs(state.world.plan.surfaces.size());
     for (auto const region : place.regions) belongs[region] = true;
-    return agents_where(run,
+    return agents_where(state,
                         [&](engine::AgentMotion const& motion) { return belongs[motion.region] && condition(motion); });
 }
 
 std::shared_ptr<SimulationState> begin(engine::Document const& document, SimulationRunState& run,
                                        std::string const& name, SimulationOptions const& options) {
     auto const seed = engine::SimulationOptionsAccess::seed(options).value_or(document.settings.random_seed);
-    return create_run(document, {static_cast<std::uint32_t>(seed), engine::SimulationOptionsAccess::threads(options),
-                                 engine::SimulationOptionsAccess::extra_goals(options), shared(run), name,
-                                 engine::file_of(document, name)});
+    return create_simulation(
+        document,
+        {static_cast<std::uint32_t>(seed), engine::SimulationOptionsAccess::threads(options),
+         engine::SimulationOptionsAccess::extra_goals(options), shared(run), name, engine::file_of(document, name)});
 }
 
 }  // namespace
@@ -160,8 +162,8 @@ void SimulationOptions::AddExtraGoals(std::vector<GlobalId> const& goals) {
 
 namespace {
 
-std::shared_ptr<SimulationState const> run_of(std::weak_ptr<SimulationState const> const& run) {
-    auto found = run.lock();
+std::shared_ptr<SimulationState const> state_of(std::weak_ptr<SimulationState const> const& weak) {
+    auto found = weak.lock();
     if (!found) engine::refuse("The clock belongs to a simulation that is gone");
     return found;
 }
@@ -169,16 +171,16 @@ std::shared_ptr<SimulationState const> run_of(std::weak_ptr<SimulationState cons
 }  // namespace
 
 Clock::Clock(std::weak_ptr<SimulationState const> run) : run_(std::move(run)) {}
-int Clock::GetCurrentFrame() { return run_of(run_)->frame; }
-double Clock::GetCurrentSecond() { return run_of(run_)->seconds(); }
+int Clock::GetCurrentFrame() { return state_of(run_)->clock.frame; }
+double Clock::GetCurrentSecond() { return state_of(run_)->clock.seconds(); }
 int Clock::GetCurrentSecondAsInt() {
-    auto const run = run_of(run_);
-    return run->frame / run->frame_rate;
+    auto const state = state_of(run_);
+    return state->clock.frame / state->clock.frame_rate;
 }
 std::string Clock::GetCurrentTimeString() {
     constexpr long long day = 24LL * 60 * 60 * 10;
-    auto const run = run_of(run_);
-    auto const tenths = (run->start_time * 10LL + run->frame * 10LL / run->frame_rate) % day;
+    auto const state = state_of(run_);
+    auto const tenths = (state->clock.start_time * 10LL + state->clock.frame * 10LL / state->clock.frame_rate) % day;
     std::array<char, 32> text{};
     std::snprintf(text.data(), text.size(), "%02d:%02d:%02d.%d", static_cast<int>(tenths / 36000),
                   static_cast<int>(tenths / 600 % 60), static_cast<int>(tenths / 10 % 60),
@@ -225,22 +227,24 @@ void Simulation::ChooseAgentTargets() { choose_targets(*run_); }
 FrameSummary Simulation::MoveAgents() { return FrameSummary(move_agents(*run_)); }
 void Simulation::Stop() { stop(*run_); }
 bool Simulation::IsDone() {
-    bool const is_empty = run_->waiting_to_enter == 0 && run_->motions.empty() && !run_->events->may_start();
-    return run_->stopped || is_empty || run_->seconds() >= run_->duration;
+    bool const is_empty = run_->spawning.waiting_to_enter == 0 && run_->agents.motions.empty() &&
+                          !may_start(*run_->events, run_->spawning);
+    return run_->stopped || is_empty || run_->clock.seconds() >= run_->clock.duration;
 }
 bool Simulation::IsValid() const { return !run_->stopped; }
 
-int Simulation::GetCurrentFrame() { return run_->frame; }
-double Simulation::GetFrameLength() { return run_->frame_length(); }
-double Simulation::GetFrameRate() { return run_->frame_rate; }
+int Simulation::GetCurrentFrame() { return run_->clock.frame; }
+double Simulation::GetFrameLength() { return run_->clock.frame_length(); }
+double Simulation::GetFrameRate() { return run_->clock.frame_rate; }
 std::shared_ptr<Clock> Simulation::GetClock() { return std::make_shared<Clock>(run_); }
-std::vector<Issue> Simulation::GetIssues() { return run_->issues; }
-void Simulation::ClearIssues() { run_->issues.clear(); }
+std::vector<Issue> Simulation::GetIssues() { return run_->journal.issues; }
+void Simulation::ClearIssues() { run_->journal.issues.clear(); }
 
 std::shared_ptr<Agent> Simulation::GetAgent(int agent) {
     auto const number = static_cast<std::size_t>(agent);
-    bool const is_here = agent >= 0 && number < run_->infos.size() && run_->motion_of[number] != engine::gone;
-    return is_here ? run_->infos[number].object : nullptr;
+    bool const is_here =
+        agent >= 0 && number < run_->agents.infos.size() && run_->agents.motion_of[number] != engine::gone;
+    return is_here ? run_->agents.infos[number].object : nullptr;
 }
 std::vector<std::shared_ptr<Agent>> Simulation::GetAllAgents() {
     return agents_where(*run_, [](engine::AgentMotion const&) { return true; });
@@ -248,7 +252,7 @@ std::vector<std::shared_ptr<Agent>> Simulation::GetAllAgents() {
 std::vector<std::shared_ptr<Agent>> Simulation::GetAgentsInBox(BoundingBox3d const& box) {
     BoundingBox3d bounds = box;
     return agents_where(*run_, [&](engine::AgentMotion const& motion) {
-        return bounds.Contains(position_of(*run_, {motion.region, motion.position}));
+        return bounds.Contains(position_of(run_->world.plan, {motion.region, motion.position}));
     });
 }
 std::vector<std::shared_ptr<Agent>> Simulation::GetAgentsNearPoint(Vec3d const& point, double distance, double height) {
@@ -257,7 +261,7 @@ std::vector<std::shared_ptr<Agent>> Simulation::GetAgentsNearPoint(Vec3d const& 
     engine::require_not_negative("A height", height);
     return agents_where(*run_, [&](engine::AgentMotion const& motion) {
         return engine::distance(motion.position, {place.x, place.z}) <= distance &&
-               std::abs(height_at(*run_, motion.region, motion.position) - place.y) <= height;
+               std::abs(height_at(run_->world.plan, motion.region, motion.position) - place.y) <= height;
     });
 }
 std::vector<std::shared_ptr<Agent>> Simulation::GetAgentsOn(GlobalId const& object) {
@@ -303,19 +307,22 @@ void Simulation::ResetTallyValue(GlobalId const& tally) { run_->events->tallies.
 
 bool Simulation::ExistsPathTo(GlobalId const& start, Vec3d const& point, GlobalId const& goal) {
     auto const from = require_on(*run_, start, point);
-    return run_->navigation.reachable(from.region, from.point, destination_at(*run_, run_->places.of(goal)));
+    return run_->routes.navigation.reachable(from.region, from.point,
+                                             destination_at(run_->routes, run_->world, run_->world.places.of(goal)));
 }
 double Simulation::GetDistanceAlongPathTo(GlobalId const& start, Vec3d const& point, GlobalId const& goal) {
     auto const from = require_on(*run_, start, point);
-    auto const place = run_->places.of(goal);
-    auto const distance = run_->navigation.distance(from.region, from.point, destination_at(*run_, place));
+    auto const place = run_->world.places.of(goal);
+    auto const distance =
+        run_->routes.navigation.distance(from.region, from.point, destination_at(run_->routes, run_->world, place));
     if (!distance) refuse_way(*run_, place);
     return *distance;
 }
 Vec3d Simulation::GetDirectionAlongPathTo(GlobalId const& start, Vec3d const& point, GlobalId const& goal) {
     auto const from = require_on(*run_, start, point);
-    auto const place = run_->places.of(goal);
-    auto const direction = direction_to(*run_, from, destination_at(*run_, place));
+    auto const place = run_->world.places.of(goal);
+    auto const direction =
+        direction_to(run_->routes.navigation, from, destination_at(run_->routes, run_->world, place));
     if (!direction) refuse_way(*run_, place);
     return {direction->x, 0, direction->z};
 }
@@ -323,9 +330,9 @@ Vec3d Simulation::GetClosestPointWithPathTo(GlobalId const& start, Vec3d const& 
                                             GlobalId const& goal) {
     auto const from = require_start(*run_, start, point);
     engine::require_not_negative("A distance", distance);
-    auto const found =
-        nearest_with_way(*run_, from.region, from.point, distance, destination_at(*run_, run_->places.of(goal)));
-    return found ? position_of(*run_, {from.region, *found}) : Vec3d::INVALID;
+    auto const found = nearest_with_way(run_->routes.navigation, from.region, from.point, distance,
+                                        destination_at(run_->routes, run_->world, run_->world.places.of(goal)));
+    return found ? position_of(run_->world.plan, {from.region, *found}) : Vec3d::INVALID;
 }
 
 }  // namespace pedflux

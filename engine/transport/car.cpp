@@ -12,10 +12,12 @@
 #include <limits>
 #include <numbers>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 namespace {
 
-/// The area of a mesh as seen from above, of the faces that look upwards, m².
+/// The area of the upward triangles of a mesh, projected to the plan (m²).
 double plan_area(Mesh const& mesh) {
     double area = 0;
     for (auto const& face : mesh.faces) {
@@ -107,7 +109,7 @@ std::optional<std::size_t> index_of_stop(Car const& car, std::string const& name
 }
 
 void refuse_live(std::string const& who, std::string const& what) {
-    refuse(who + ": " + what + " cannot be told, as elevators do not run in this engine yet");
+    refuse(fmt::format("{}: {} cannot be told, as elevators do not run in this engine yet", who, what));
 }
 
 }  // namespace pedflux::engine

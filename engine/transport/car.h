@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-/// What a simulation knows of the cars of its elevators. Cars do not move yet: this is all of them that stands still.
+/// The elevator cars of a simulation. Cars do not move yet, so this is their static part.
 namespace pedflux::engine {
 
 struct CarStop {
@@ -19,7 +19,7 @@ struct CarStop {
     double elevation;  ///< metres
 };
 
-/// Who may use a car while a program decides it.
+/// The agents that may use a car while a program controls access.
 struct ManualAccess {
     std::vector<std::shared_ptr<Agent>> agents;
     double cost_when_denied;  ///< seconds
@@ -55,13 +55,13 @@ struct CarController {
 /// without a bank. Throws Exception when a rest floor is none of the floors that its elevator serves.
 std::vector<std::shared_ptr<CarController>> make_controllers(Document const& document);
 
-/// The faces of a car and of a controller of `make_controllers`. A car belongs to its controller, which its face keeps.
+/// The handle of a car of `make_controllers`. The controller owns the car and lives as long as the handle.
 std::shared_ptr<ElevatorCar> handle_of(std::shared_ptr<Car> const& car);
 
 /// Up, down, or none between stops of one elevation.
 ElevatorDirection direction_between(CarStop const& from, CarStop const& to);
 
-/// The place of a stop among a car's; none if it is none of them.
+/// The index of a stop of a car; none if the car has no such stop.
 std::optional<std::size_t> index_of_stop(Car const& car, std::string const& name);
 
 /// Throws Exception: ElevatorCar 'Lift': the position is only known while the car moves, ...

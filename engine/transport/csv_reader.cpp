@@ -8,15 +8,16 @@
 #include <utility>
 
 #include <csv.h>
+#include <fmt/format.h>
 
 namespace pedflux::engine {
 namespace {
 
-constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
+constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 
 bool continues_character(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80; }
 
-/// The parser of libcsv, which is given one byte at a time so that every field and fault has a place.
+/// The parser of libcsv. It is fed byte by byte, so that the position of every field and error is known.
 class Parser {
   public:
     Parser(char delimiter, std::string_view file) : file_(file), delimiter_(delimiter) {
@@ -102,13 +103,12 @@ TextPosition first_fault(std::string_view text) {
 }  // namespace
 
 void refuse_at(std::string_view file, TextPosition at, std::string const& what) {
-    refuse("the file '" + std::string(file) + "', line " + std::to_string(at.line) + ", column " +
-           std::to_string(at.column) + ": " + what);
+    refuse(fmt::format("the file '{}', line {}, column {}: {}", file, at.line, at.column, what));
 }
 
 std::vector<CsvLine> read_csv(std::string_view text, char delimiter, std::string_view file) {
     if (!is_utf8(text)) refuse_at(file, first_fault(text), "the bytes must be text in UTF-8");
-    if (text.starts_with(BYTE_ORDER_MARK)) text.remove_prefix(BYTE_ORDER_MARK.size());
+    if (text.starts_with(byte_order_mark)) text.remove_prefix(byte_order_mark.size());
     return Parser(delimiter, file).parse(text);
 }
 

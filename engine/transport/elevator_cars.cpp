@@ -8,6 +8,8 @@
 #include <cmath>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 using engine::Car;
@@ -23,7 +25,7 @@ std::size_t require_stop(Car const& car, ElevatorStop stop) {
     if (!found) {
         std::string names;
         for (auto const& own : car.stops) names += (names.empty() ? "" : ", ") + own.name;
-        engine::refuse(title_of(car) + ": the stop must be one of " + names + ", not '" + stop.GetString() + "'");
+        engine::refuse(fmt::format("{}: the stop must be one of {}, not '{}'", title_of(car), names, stop.GetString()));
     }
     return *found;
 }
@@ -37,15 +39,15 @@ CarStop const* find_floor(Car const& car, GlobalId const& floor) {
 
 CarController& controller_of(Car const& car) {
     auto const controller = car.controller.lock();
-    if (!controller) engine::refuse(title_of(car) + ": its simulation has ended");
+    if (!controller) engine::refuse(fmt::format("{}: its simulation has ended", title_of(car)));
     return *controller;
 }
 
 template <class Enumeration>
 void require_named(std::string const& who, std::string const& what, Enumeration value) {
     if (engine::name_of_value(value).empty()) {
-        engine::refuse(who + ": " + what + " must be one of " + engine::names_of<Enumeration>() + ", not " +
-                       std::to_string(static_cast<int>(value)));
+        engine::refuse(fmt::format("{}: {} must be one of {}, not {}", who, what, engine::names_of<Enumeration>(),
+                                   static_cast<int>(value)));
     }
 }
 
@@ -60,7 +62,7 @@ std::shared_ptr<ElevatorCar> handle_of(std::shared_ptr<Car> const& car) { return
 ElevatorCar::ElevatorCar(std::shared_ptr<Car> car) : car_(std::move(car)) {}
 ElevatorCar::~ElevatorCar() = default;
 
-// What only a moving car has.
+// Properties of a moving car.
 #define LIVE(Type, Name, what) \
     Type ElevatorCar::Name() { engine::refuse_live(title_of(*car_), what); }
 
@@ -117,7 +119,8 @@ bool ElevatorCar::HasStopForFloor(std::string const& floorName) { return HasStop
 ElevatorStop ElevatorCar::GetStopForFloor(GlobalId const& floor) {
     auto const* const stop = find_floor(*car_, floor);
     if (stop == nullptr) {
-        engine::refuse(title_of(*car_) + ": it does not serve the floor '" + GlobalId(floor).GetString() + "'");
+        engine::refuse(
+            fmt::format("{}: it does not serve the floor '{}'", title_of(*car_), GlobalId(floor).GetString()));
     }
     return ElevatorStop(stop->name);
 }
@@ -190,7 +193,7 @@ void ElevatorCar::SetManualAccessAgents(std::vector<std::shared_ptr<Agent>> cons
     engine::require_not_negative(title_of(*car_) + ": the cost when access is denied", costWhenDenied);
     for (std::size_t index = 0; index < agents.size(); ++index) {
         if (!agents[index]) {
-            engine::refuse(title_of(*car_) + ": agent " + std::to_string(index) + " must be given, not empty");
+            engine::refuse(fmt::format("{}: agent {} must be given, not empty", title_of(*car_), index));
         }
     }
     car_->manual_access = engine::ManualAccess{agents, costWhenDenied};
@@ -203,7 +206,7 @@ bool ElevatorCar::IsManualAccessAgent(std::shared_ptr<Agent> const& agent) {
 bool ElevatorCar::HasManualAccess() { return car_->manual_access.has_value(); }
 void ElevatorCar::ClearManualAccess() { car_->manual_access.reset(); }
 double ElevatorCar::GetCostWhenManualAccessDenied() {
-    return car_->manual_access ? car_->manual_access->cost_when_denied : engine::COST_WHEN_DENIED;
+    return car_->manual_access ? car_->manual_access->cost_when_denied : engine::cost_when_denied;
 }
 
 double ElevatorCar::GetEffectiveCycleDuration() {
@@ -249,7 +252,7 @@ void ElevatorController::AssumeControl(ElevatorControlStyle style) {
 }
 void ElevatorController::ReleaseControl() { controller_->manual_style.reset(); }
 
-// What has to do with calls.
+// Calls.
 #define CALLS(Type, Name, ...) \
     Type ElevatorController::Name(__VA_ARGS__) { engine::refuse_live(title_of(*controller_), "who calls"); }
 
@@ -278,7 +281,8 @@ ElevatorDirection ElevatorController::GetDirectionOfTrip(ElevatorStop const& fro
         auto const end = engine::index_of_stop(*car, to_name);
         if (start && end) return engine::direction_between(car->stops[*start], car->stops[*end]);
     }
-    engine::refuse(title_of(*controller_) + ": no car stops both at '" + from_name + "' and at '" + to_name + "'");
+    engine::refuse(
+        fmt::format("{}: no car stops both at '{}' and at '{}'", title_of(*controller_), from_name, to_name));
 }
 bool ElevatorController::IsIgnoreDirectionWhenBoardingForTrip() { return controller_->ignore_direction; }
 void ElevatorController::SetIgnoreDirectionWhenBoardingForTrip(bool ignore) { controller_->ignore_direction = ignore; }

@@ -23,7 +23,7 @@ PEDFLUX_NAMES(ElevatorOperationRepeatType, {{ElevatorOperationRepeatType::ONCE, 
                                             {ElevatorOperationRepeatType::FROM_START, "FROM_START"},
                                             {ElevatorOperationRepeatType::BACK_AND_FORTH, "BACK_AND_FORTH"}});
 
-inline constexpr RefersTo ANY_FLOOR = refers_to_kind<ObjectType::FLOOR>("a floor");
+inline constexpr RefersTo any_floor = refers_to_kind<ObjectType::FLOOR>("a floor");
 
 /// What a car does while nobody wants it.
 struct WhenIdle {
@@ -61,7 +61,7 @@ struct OrderedListElevatorOperationState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("orderedFloors", self.floors, ANY_FLOOR);
+        field("orderedFloors", self.floors, any_floor);
         field("visitingOrder", self.order);
         field("repeatType", self.repeat);
     }
@@ -92,8 +92,8 @@ struct ShuttleElevatorOperationState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("boardingFloors", self.boarding_floors, ANY_FLOOR);
-        field("destinationFloors", self.destination_floors, ANY_FLOOR);
+        field("boardingFloors", self.boarding_floors, any_floor);
+        field("destinationFloors", self.destination_floors, any_floor);
         field("visitingOrder", self.order);
         field("whenIdle", self.when_idle);
     }

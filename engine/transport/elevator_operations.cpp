@@ -1,3 +1,4 @@
+#include "engine/model/accessors.h"
 #include "engine/model/node_kind.h"
 #include "engine/transport/elevator_operation_states.h"
 
@@ -25,8 +26,7 @@ ElevatorOperationTypeId ElevatorOperation::GetElevatorOperationTypeId() {
 CallAnswerElevatorOperation::CallAnswerElevatorOperation()
     : ElevatorOperation(make_node<ElevatorOperation, CallAnswerElevatorOperationState>()) {}
 
-// Which floors there are, only a project knows. An elevator or bank that takes an operation refuses floors that are
-// none.
+// An operation outside of a project cannot check its floors; the elevator or bank that takes it does.
 
 OrderedListElevatorOperation::OrderedListElevatorOperation(std::vector<GlobalId> const& floors,
                                                            ElevatorVisitingOrder order,
@@ -51,9 +51,6 @@ ShuttleElevatorOperation::ShuttleElevatorOperation(std::vector<GlobalId> const& 
     SetDestinationFloors(destinationFloors);
 }
 
-#define PROPERTY(Class, Type, Name, field)                               \
-    Type Class::Get##Name() { return get(*this, &Class##State::field); } \
-    void Class::Set##Name(Type value) { set(*this, &Class##State::field, value); }
 #define LIST(Class, Name, field)                                                          \
     std::vector<GlobalId> Class::Get##Name() { return get(*this, &Class##State::field); } \
     void Class::Set##Name(std::vector<GlobalId> const& floors) { state_of<Class##State>(*this).field = floors; }
@@ -65,14 +62,14 @@ FLAG(CallAnswerElevatorOperation, LeaveDoorsOpenWhenIdle, when_idle.leave_doors_
 FLAG(CallAnswerElevatorOperation, ReturnToRestFloorWhenIdle, when_idle.return_to_rest_floor)
 
 LIST(OrderedListElevatorOperation, OrderedFloors, floors)
-PROPERTY(OrderedListElevatorOperation, ElevatorVisitingOrder, VisitingOrder, order)
-PROPERTY(OrderedListElevatorOperation, ElevatorOperationRepeatType, RepeatType, repeat)
+VALUE_PROPERTY(OrderedListElevatorOperation, ElevatorVisitingOrder, VisitingOrder, order)
+VALUE_PROPERTY(OrderedListElevatorOperation, ElevatorOperationRepeatType, RepeatType, repeat)
 
 FLAG(SabbathElevatorOperation, MovingUpAtStart, moving_up_at_start)
 
 LIST(ShuttleElevatorOperation, BoardingFloors, boarding_floors)
 LIST(ShuttleElevatorOperation, DestinationFloors, destination_floors)
-PROPERTY(ShuttleElevatorOperation, ElevatorVisitingOrder, VisitingOrder, order)
+VALUE_PROPERTY(ShuttleElevatorOperation, ElevatorVisitingOrder, VisitingOrder, order)
 FLAG(ShuttleElevatorOperation, LeaveDoorsOpenWhenIdle, when_idle.leave_doors_open)
 FLAG(ShuttleElevatorOperation, ReturnToRestFloorWhenIdle, when_idle.return_to_rest_floor)
 

@@ -32,7 +32,7 @@ PEDFLUX_NAMES(ElevatorCapacityType, {{ElevatorCapacityType::AGENT_COUNT, "AGENT_
                                      {ElevatorCapacityType::CUSTOM_AREA, "CUSTOM_AREA"}});
 
 /// What it costs to count on an elevator that one may not use: more than any way round.
-inline constexpr double COST_WHEN_DENIED = 1'000'000;  // seconds
+inline constexpr double cost_when_denied = 1'000'000;  // seconds
 
 struct Doors {
     double width = 1.1;                    ///< metres
@@ -44,12 +44,12 @@ struct Doors {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        constexpr Range SECONDS{0, WITHOUT_END, "s"};
-        field("width", self.width, Range{0, WITHOUT_END, "m", true});
-        field("openingDuration", self.opening_duration, SECONDS);
-        field("closingDuration", self.closing_duration, SECONDS);
-        field("openDurationAfterUse", self.open_duration_after_use, SECONDS);
-        field("openDurationWhenUnused", self.open_duration_when_unused, SECONDS);
+        constexpr Range seconds{0, unlimited, "s"};
+        field("width", self.width, Range{0, unlimited, "m", true});
+        field("openingDuration", self.opening_duration, seconds);
+        field("closingDuration", self.closing_duration, seconds);
+        field("openDurationAfterUse", self.open_duration_after_use, seconds);
+        field("openDurationWhenUnused", self.open_duration_when_unused, seconds);
         field("transposed", self.transposed);
     }
 };
@@ -63,9 +63,9 @@ struct Capacity {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         field("type", self.type);
-        field("agentCount", self.agent_count, Range{1, WITHOUT_END, "person"});
+        field("agentCount", self.agent_count, Range{1, unlimited, "person"});
         field("agentRadius", self.agent_radius, Range{0, 2, "m", true});
-        field("customArea", self.custom_area, Range{0, WITHOUT_END, "m²", true});
+        field("customArea", self.custom_area, Range{0, unlimited, "m²", true});
     }
 };
 
@@ -76,8 +76,8 @@ struct DoorSide {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("boardingFloors", self.boarding, ANY_FLOOR);
-        field("alightingFloors", self.alighting, ANY_FLOOR);
+        field("boardingFloors", self.boarding, any_floor);
+        field("alightingFloors", self.alighting, any_floor);
     }
 };
 
@@ -101,33 +101,33 @@ struct ElevatorState : WalkableState {
     // What is shared is replaced, never changed.
     std::shared_ptr<ElevatorOperation> operation = std::make_shared<CallAnswerElevatorOperation>();
     std::shared_ptr<AgentTest> access_test;
-    double access_test_failure_cost = COST_WHEN_DENIED;  ///< seconds
+    double access_test_failure_cost = cost_when_denied;  ///< seconds
     std::shared_ptr<AgentAction> enter_action;
     std::shared_ptr<AgentAction> exit_action;
     std::shared_ptr<WaitStyle> wait_style = WaitStyle::StandStill();
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        constexpr Range SECONDS{0, WITHOUT_END, "s"};
+        constexpr Range seconds{0, unlimited, "s"};
         WalkableState::fields(self, field);
-        field("acceleration", self.acceleration, Range{0, WITHOUT_END, "m/s²", true});
-        field("jerk", self.jerk, Range{0, WITHOUT_END, "m/s³", true});
-        field("speed", self.speed, Range{0, WITHOUT_END, "m/s", true});
+        field("acceleration", self.acceleration, Range{0, unlimited, "m/s²", true});
+        field("jerk", self.jerk, Range{0, unlimited, "m/s³", true});
+        field("speed", self.speed, Range{0, unlimited, "m/s", true});
         field("doors", self.doors);
         field("capacity", self.capacity);
         field("boardingFlowCap", self.boarding_flow_cap);
         field("alightingFlowCap", self.alighting_flow_cap);
         field("ball", self.ball);
         field("box", self.box);
-        field("restFloor", self.rest_floor, ANY_FLOOR);
-        field("cycleDurationOverride", self.cycle_duration, Range{1, WITHOUT_END, "s"});
-        field("queueMultiplier", self.queue_multiplier, NOT_NEGATIVE);
-        field("elevatorOperation", self.operation, REQUIRED);
+        field("restFloor", self.rest_floor, any_floor);
+        field("cycleDurationOverride", self.cycle_duration, Range{1, unlimited, "s"});
+        field("queueMultiplier", self.queue_multiplier, not_negative);
+        field("elevatorOperation", self.operation, must_be_given);
         field("accessAgentTest", self.access_test);
-        field("accessAgentTestFailureCost", self.access_test_failure_cost, SECONDS);
+        field("accessAgentTestFailureCost", self.access_test_failure_cost, seconds);
         field("enterAction", self.enter_action);
         field("exitAction", self.exit_action);
-        field("waitStyle", self.wait_style, REQUIRED);
+        field("waitStyle", self.wait_style, must_be_given);
     }
 };
 
@@ -141,17 +141,17 @@ struct ElevatorBankState : GroupState {
     std::vector<GlobalId> alternate_routes;
     std::shared_ptr<ElevatorOperation> operation = std::make_shared<CallAnswerElevatorOperation>();
     std::shared_ptr<AgentTest> access_test;
-    double access_test_failure_cost = COST_WHEN_DENIED;  ///< seconds
+    double access_test_failure_cost = cost_when_denied;  ///< seconds
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        constexpr Range SECONDS{0, WITHOUT_END, "s"};
+        constexpr Range seconds{0, unlimited, "s"};
         GroupState::fields(self, field);
         field("alternateRouteItems", self.alternate_routes,
               refers_to<WalkableState>("a floor, link, stair, ramp or other walkable object"));
-        field("elevatorOperation", self.operation, REQUIRED);
+        field("elevatorOperation", self.operation, must_be_given);
         field("accessAgentTest", self.access_test);
-        field("accessAgentTestFailureCost", self.access_test_failure_cost, SECONDS);
+        field("accessAgentTestFailureCost", self.access_test_failure_cost, seconds);
     }
     static void check(ElevatorBankState const& self) { require_unshared_items(self, "elevators"); }
 };

@@ -7,7 +7,9 @@
 #include <string>
 #include <utility>
 
-// Stops, services and calls. Each compares and hashes by one list of its parts, so that equality, order and hash agree.
+#include <fmt/format.h>
+
+// Stops, services and calls. Equality, order and hash of each come from one list of its members, so that they agree.
 namespace pedflux {
 
 namespace {
@@ -34,8 +36,8 @@ int first_difference(std::initializer_list<int> comparisons) {
 
 ElevatorDirection checked(ElevatorDirection direction) {
     if (engine::name_of_value(direction).empty()) {
-        engine::refuse("ElevatorService: direction must be one of " + engine::names_of<ElevatorDirection>() + ", not " +
-                       std::to_string(static_cast<int>(direction)));
+        engine::refuse(fmt::format("ElevatorService: direction must be one of {}, not {}",
+                                   engine::names_of<ElevatorDirection>(), static_cast<int>(direction)));
     }
     return direction;
 }

@@ -1,5 +1,5 @@
+#include "engine/model/accessors.h"
 #include "engine/model/lists.h"
-#include "engine/model/properties.h"
 #include "engine/transport/elevator_states.h"
 
 #include <pedflux/elevators.h>
@@ -47,18 +47,15 @@ bool is_two_way(engine::DoorSide const& side) {
 
 }  // namespace
 
-#define NUMBER(Name, field)                                                                         \
-    double Elevator::Get##Name() const { return static_cast<ElevatorState const&>(*state_).field; } \
-    void Elevator::Set##Name(double value) { set(*this, &ElevatorState::field, value); }
 #define DOOR_NUMBER(Name, field)                                                                          \
     double Elevator::Get##Name() const { return static_cast<ElevatorState const&>(*state_).doors.field; } \
     void Elevator::Set##Name(double value) { set_in(*this, &ElevatorState::doors, &engine::Doors::field, value); }
 
-NUMBER(Acceleration, acceleration)
-NUMBER(Jerk, jerk)
-NUMBER(Speed, speed)
-NUMBER(QueueMultiplier, queue_multiplier)
-NUMBER(AccessAgentTestFailureCost, access_test_failure_cost)
+CONST_VALUE_PROPERTY(Elevator, double, Acceleration, acceleration)
+CONST_VALUE_PROPERTY(Elevator, double, Jerk, jerk)
+CONST_VALUE_PROPERTY(Elevator, double, Speed, speed)
+CONST_VALUE_PROPERTY(Elevator, double, QueueMultiplier, queue_multiplier)
+CONST_VALUE_PROPERTY(Elevator, double, AccessAgentTestFailureCost, access_test_failure_cost)
 DOOR_NUMBER(DoorWidth, width)
 DOOR_NUMBER(DoorOpeningDuration, opening_duration)
 DOOR_NUMBER(DoorClosingDuration, closing_duration)
@@ -155,9 +152,9 @@ GlobalId Elevator::GetElevatorBank() {
     return bank->id;
 }
 void Elevator::SetElevatorBank(GlobalId const& bank) {
-    constexpr auto BANKS = engine::refers_to<ElevatorBankState>("an elevator bank");
-    engine::check_value(owner_of(*state_), "elevatorBank", bank, BANKS);
-    // An object whose kind this version does not know is no bank that could take it.
+    constexpr auto elevator_banks = engine::refers_to<ElevatorBankState>("an elevator bank");
+    engine::check_value(owner_of(*state_), "elevatorBank", bank, elevator_banks);
+    // An object of a kind that this version does not know cannot take the elevator in.
     auto* const joined = document_of(*state_).find<ElevatorBankState>(bank);
     if (joined == nullptr) engine::Subject{owner_of(*state_), "elevatorBank"}.refuse("an elevator bank", "unknown");
     engine::join_bank(*joined, state_->id);
@@ -170,34 +167,15 @@ void Elevator::SetRestFloor(GlobalId const& floor) {
 }
 void Elevator::ClearRestFloor() { clear(*this, &ElevatorState::rest_floor); }
 
-#define OPERATION_AND_ACCESS(Class)                                                                                \
-    std::shared_ptr<ElevatorOperation> Class::GetElevatorOperation() {                                             \
-        return get_copy(*this, &Class##State::operation);                                                          \
-    }                                                                                                              \
-    void Class::SetElevatorOperation(std::shared_ptr<ElevatorOperation> const& operation) {                        \
-        set_copy(*this, &Class##State::operation, operation);                                                      \
-    }                                                                                                              \
-    bool Class::HasAccessAgentTest() { return has(*this, &Class##State::access_test); }                            \
-    std::shared_ptr<AgentTest> Class::GetAccessAgentTest() { return get_copy(*this, &Class##State::access_test); } \
-    void Class::SetAccessAgentTest(std::shared_ptr<AgentTest> const& test) {                                       \
-        set_copy(*this, &Class##State::access_test, test);                                                         \
-    }                                                                                                              \
-    void Class::ClearAccessAgentTest() { clear(*this, &Class##State::access_test); }
+COPIED_PROPERTY(Elevator, ElevatorOperation, ElevatorOperation, operation)
+COPIED_PROPERTY(Elevator, AgentTest, AccessAgentTest, access_test)
+OPTIONAL_PROPERTY(Elevator, AccessAgentTest, access_test)
+COPIED_PROPERTY(ElevatorBank, ElevatorOperation, ElevatorOperation, operation)
+COPIED_PROPERTY(ElevatorBank, AgentTest, AccessAgentTest, access_test)
+OPTIONAL_PROPERTY(ElevatorBank, AccessAgentTest, access_test)
 
-OPERATION_AND_ACCESS(Elevator)
-OPERATION_AND_ACCESS(ElevatorBank)
-
-#define ACTION(Name, field)                                                          \
-    bool Elevator::Has##Name##Action() { return has(*this, &ElevatorState::field); } \
-    std::shared_ptr<AgentAction> Elevator::Get##Name##ActionCopy() {                 \
-        return copy_of(get(*this, &ElevatorState::field));                           \
-    }                                                                                \
-    void Elevator::Set##Name##Action(std::shared_ptr<AgentAction> const& action) {   \
-        set(*this, &ElevatorState::field, copy_of(action));                          \
-    }
-
-ACTION(Enter, enter_action)
-ACTION(Exit, exit_action)
+ACTION_PROPERTY(Elevator, EnterAction, enter_action)
+ACTION_PROPERTY(Elevator, ExitAction, exit_action)
 
 std::shared_ptr<WaitStyle> Elevator::GetWaitStyle() { return get_copy(*this, &ElevatorState::wait_style); }
 void Elevator::SetWaitStyle(std::shared_ptr<WaitStyle> const& style) {

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <unordered_set>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 namespace {
 
@@ -64,7 +66,7 @@ class Table {
     std::vector<CsvLine> lines_;
 };
 
-/// Reads the fields of a column. Throws Exception, which names the place, for what is not of the wanted kind.
+/// Reads the fields of a column. Throws Exception, which names the position, for a field of another type.
 class Column {
   public:
     Column(Table const& table, std::string_view name) : file_(table.name()), name_(name), index_(table.require(name)) {}
@@ -75,7 +77,7 @@ class Column {
         return field.text;
     }
 
-    /// A text that no line before has.
+    /// A text that is unique in its column.
     std::string new_text(CsvLine const& line) {
         auto found = text(line);
         if (!seen_.insert(found).second) refuse(line[index_], "be there once");
@@ -87,12 +89,13 @@ class Column {
         auto const number = whole(field.text);
         if (!number || *number < least) {
             bool const bounded = least > std::numeric_limits<int>::min();
-            refuse(field, "be a whole number" + (bounded ? " of at least " + std::to_string(least) : std::string()));
+            refuse(field, fmt::format("be a whole number{}",
+                                      bounded ? " of at least " + std::to_string(least) : std::string()));
         }
         return *number;
     }
 
-    /// H:MM or H:MM:SS as seconds after midnight. Hours go on after 24, as a day's last departures do.
+    /// H:MM or H:MM:SS as seconds after midnight. Hours may exceed 24, for the last departures of a day.
     int time(CsvLine const& line) const {
         auto const& field = line[index_];
         std::vector<int> parts;
@@ -131,7 +134,7 @@ class Column {
     std::unordered_set<std::string> seen_;
 };
 
-constexpr int ANY_NUMBER = std::numeric_limits<int>::min();
+constexpr int any_number = std::numeric_limits<int>::min();
 
 }  // namespace
 
@@ -163,7 +166,7 @@ std::vector<TimetableActivity> activities_in(TimetableFile const& file) {
     Column const place(table, "place");
     Column const duration(table, "duration");
     return table.entries([&](CsvLine const& line) {
-        return TimetableActivity{group.text(line), event.text(line), offset.number(line, ANY_NUMBER), place.text(line),
+        return TimetableActivity{group.text(line), event.text(line), offset.number(line, any_number), place.text(line),
                                  duration.number(line, 0)};
     });
 }

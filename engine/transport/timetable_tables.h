@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// What the files of a timetable say, entry by entry in their order.
+/// The entries of the files of a timetable, in their order.
 namespace pedflux::engine {
 
 struct ReferenceEvent {
@@ -18,7 +18,7 @@ struct TimetableGroup {
     std::string name;
     int count;  ///< persons
     std::string origin;
-    std::optional<std::string> profile;  ///< the default one when there is none
+    std::optional<std::string> profile;  ///< none: the default profile
 };
 
 struct TimetableActivity {
@@ -29,8 +29,8 @@ struct TimetableActivity {
     int duration;  ///< seconds
 };
 
-// Each throws Exception, which names the file and the place in it, when a column is missing, a line has another number
-// of fields than the first one, a value is not of its column's kind or a name that must be there once is there twice.
+// Each throws Exception, which names the file and the position in it, when a column is missing, the number of fields
+// differs from that of the first line, a value is not of its column's type or a unique name occurs twice.
 std::vector<ReferenceEvent> reference_events_in(TimetableFile const& file);
 std::vector<TimetableGroup> groups_in(TimetableFile const& file);
 std::vector<TimetableActivity> activities_in(TimetableFile const& file);

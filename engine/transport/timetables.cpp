@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <filesystem>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 using engine::get;
@@ -20,7 +22,7 @@ using engine::TimetableState;
 
 namespace {
 
-// A type, where its file is held, and the function that reads it.
+// A type of file, the member that holds it, and the function that reads it.
 struct FileKind {
     TimetableFileType type;
     std::optional<TimetableFile> TimetableState::*file;
@@ -39,15 +41,15 @@ constexpr FileKind FILE_KINDS[] = {
 FileKind const& kind_of(TimetableState const& state, TimetableFileType type) {
     auto const found = std::ranges::find(FILE_KINDS, type, &FileKind::type);
     if (found == std::end(FILE_KINDS)) {
-        engine::Subject{owner_of(state), "fileType"}.refuse("one of " + engine::names_of<TimetableFileType>(),
-                                                            std::to_string(static_cast<int>(type)));
+        engine::Subject{owner_of(state), "fileType"}.refuse(
+            fmt::format("one of {}", engine::names_of<TimetableFileType>()), std::to_string(static_cast<int>(type)));
     }
     return *found;
 }
 
 bool can_delimit(std::string const& delimiter) {
-    constexpr std::string_view PUNCTUATION = "\t!#$%&'()*+,-./:;<=>?@[\\]^_`{|}~";
-    return delimiter.size() == 1 && PUNCTUATION.find(delimiter) != std::string_view::npos;
+    constexpr std::string_view punctuation = "\t!#$%&'()*+,-./:;<=>?@[\\]^_`{|}~";
+    return delimiter.size() == 1 && punctuation.find(delimiter) != std::string_view::npos;
 }
 
 void check_file(TimetableState const& state, FileKind const& kind, TimetableFile const& file) {
@@ -60,11 +62,11 @@ void check_file(TimetableState const& state, FileKind const& kind, TimetableFile
     try {
         kind.check(file);
     } catch (Exception const& fault) {
-        throw Exception(title_of(state) + ": " + fault.GetMessage());
+        throw Exception(fmt::format("{}: {}", title_of(state), fault.GetMessage()));
     }
 }
 
-/// The file that a name means: it starts at the base path, and that at the project's working directory.
+/// The path of a file: relative to the base path, which is relative to the project's working directory.
 std::string path_of(TimetableState& state, std::string const& name) {
     std::filesystem::path const directory = document_of(state).working_directory;
     return (directory / state.base_path.value_or("") / name).string();

@@ -8,7 +8,9 @@
 #include <limits>
 #include <string>
 
-// When vehicles arrive, and the people that each arrival brings.
+#include <fmt/format.h>
+
+// Arrivals of vehicles, and the numbers of people that they bring.
 namespace pedflux {
 
 using engine::copy_of;
@@ -33,7 +35,7 @@ struct WholePairs {
 int whole(std::string const& what, double value) {
     bool const fits = std::abs(value) <= std::numeric_limits<int>::max();
     if (!fits || value != std::floor(value)) {
-        engine::refuse(what + " must be a whole number, not " + engine::text_of(value));
+        engine::refuse(fmt::format("{} must be a whole number, not {}", what, engine::text_of(value)));
     }
     return static_cast<int>(value);
 }
@@ -49,7 +51,7 @@ WholePairs lists_of(Vehicle& vehicle, std::vector<DurationValuePair> const& pair
     return lists;
 }
 
-/// One pair for each number of persons; none when there are no numbers.
+/// A pair for each number of persons.
 std::vector<DurationValuePair> pairs_of(std::vector<int> const& seconds, std::vector<int> const& persons) {
     std::vector<DurationValuePair> pairs;
     for (std::size_t index = 0; index < persons.size(); ++index) pairs.emplace_back(seconds[index], persons[index]);
@@ -62,14 +64,14 @@ std::vector<int> persons_by(std::optional<Counts> const& count) {
     return held == nullptr ? std::vector<int>() : held->persons;
 }
 
-/// Who was by a schedule or table that ends is no more.
+/// Drops populations given by a schedule or lookup table that no longer applies.
 template <class Held>
 void end_counts(VehicleState& state) {
     if (held_in<Held>(state.alighting.count) != nullptr) state.alighting.count.reset();
     if (held_in<Held>(state.through.count) != nullptr) state.through.count.reset();
 }
 
-/// New arrivals end the numbers of the schedule before.
+/// New arrivals drop the numbers of the previous schedule.
 void set_arrivals(Vehicle& vehicle, engine::VehicleArrivals const& arrivals) {
     edit(vehicle, [&](VehicleState& state) {
         end_counts<CountBySchedule>(state);
@@ -77,7 +79,7 @@ void set_arrivals(Vehicle& vehicle, engine::VehicleArrivals const& arrivals) {
     });
 }
 
-/// A new schedule or table, with the numbers of those that it names.
+/// A new schedule or table with the numbers of the populations that it gives.
 template <class Held>
 void set_times(Vehicle& vehicle, std::vector<int> const& seconds, std::vector<int> const* alighting,
                std::vector<int> const* through) {
@@ -147,7 +149,7 @@ std::vector<int> Vehicle::GetLookupTableIntervalDurationsInSeconds() {
     return used ? state.table_intervals : std::vector<int>();
 }
 
-// The operations on a schedule or table: where its numbers are held, and what its times are.
+// The operations on a schedule or table: the member that holds its numbers, and its times.
 #define NUMBERS(Setter, Getter, PairsGetter, Times, Held)                                                        \
     void Vehicle::Setter##AlightingPopulations(std::vector<int> const& times, std::vector<int> const& persons) { \
         set_times<Held>(*this, times, &persons, nullptr);                                                        \

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <string>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 namespace {
 
@@ -13,7 +15,7 @@ Count const* count_by(std::optional<Counts> const& count) {
     return count ? std::get_if<Count>(&*count) : nullptr;
 }
 
-/// The numbers of a population fit the arrivals and intervals that they are for.
+/// The numbers of a population must match the arrivals or intervals that they belong to.
 template <class Counts>
 void require_fitting(VehicleState const& self, std::string const& population, std::optional<Counts> const& count) {
     if (auto const* const scheduled = count_by<CountBySchedule>(count)) {
@@ -46,7 +48,7 @@ void VehicleState::check(VehicleState const& self) {
         auto const back = std::ranges::is_sorted_until(offsets);
         if (back != offsets.end()) {
             Subject{owner_of(self), "arrival.timeOffsets." + std::to_string(back - offsets.begin())}.refuse(
-                "at least the " + std::to_string(back[-1]) + " s before it", std::to_string(*back));
+                fmt::format("at least the {} s before it", back[-1]), std::to_string(*back));
         }
     }
     require_fitting(self, "alighting", self.alighting.count);
@@ -64,7 +66,7 @@ void VehicleState::check(VehicleState const& self) {
     if (weighted == destinations.weights.empty() && !destinations.places.empty()) {
         Subject{owner_of(self), "alighting.destinations.weights"}.refuse(
             weighted ? "one for each destination" : "none while the assignment is not by weight",
-            std::to_string(destinations.weights.size()) + " weights");
+            fmt::format("{} weights", destinations.weights.size()));
     }
     if (self.boarding.source) require_valid(*self.boarding.source);
 }

@@ -9,8 +9,8 @@
 
 namespace pedflux::engine {
 
-/// Changes a copy of the vehicle's state, which replaces the state only if it is valid as a whole: what vehicles are
-/// told often changes several fields that only fit together.
+/// Edits a copy of the vehicle's state, which replaces the state only if it is valid as a whole: many setters change
+/// several fields that depend on each other.
 template <class Change>
 void edit(Vehicle& vehicle, Change const& change) {
     auto& state = state_of<VehicleState>(vehicle);
@@ -21,13 +21,13 @@ void edit(Vehicle& vehicle, Change const& change) {
     state = std::move(changed);
 }
 
-/// What an optional variant holds, if it is of the kind.
+/// The value of an optional variant if it is of the type, otherwise null.
 template <class Held, class Variant>
 Held const* held_in(std::optional<Variant> const& variant) {
     return variant ? std::get_if<Held>(&*variant) : nullptr;
 }
 
-/// The same; throws Exception when it is of another kind: Vehicle 'Train' has no alighting.randomDistribution.
+/// The same; throws Exception if it is of another type: Vehicle 'Train' has no alighting.randomDistribution.
 template <class Held, class Variant>
 Held const& require_held(Vehicle& vehicle, std::optional<Variant> const& variant, std::string_view property) {
     auto const* const held = held_in<Held>(variant);

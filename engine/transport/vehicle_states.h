@@ -18,8 +18,8 @@
 #include <variant>
 #include <vector>
 
-/// The state of vehicles: see engine/model/state.h for how a state lists its fields. Distributions, tests and actions
-/// are replaced, never changed.
+/// The state of vehicles; engine/model/state.h explains lists of fields. Distributions, tests and actions are
+/// immutable; setters replace them.
 namespace pedflux::engine {
 
 PEDFLUX_NAMES(VehiclePopulationType, {{VehiclePopulationType::BOARDING, "BOARDING"},
@@ -31,28 +31,28 @@ PEDFLUX_NAMES(VehiclePopulationType, {{VehiclePopulationType::BOARDING, "BOARDIN
 struct HeadwayArrivals {
     static constexpr std::string_view NAME = "Headway";
     std::shared_ptr<Distribution> headway = Distribution::CreateConstant(600);  ///< seconds
-    std::optional<int> count;                                                   ///< without end when there is none
+    std::optional<int> count;                                                   ///< none: unlimited
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("headway", self.headway, RequiredRange{{0, WITHOUT_END, "s"}});
-        field("fixedCount", self.count, AT_LEAST_ONE);
+        field("headway", self.headway, RequiredRange{{0, unlimited, "s"}});
+        field("fixedCount", self.count, at_least_one);
     }
 };
 
 struct ScheduledArrivals {
     static constexpr std::string_view NAME = "Schedule";
-    std::vector<int> offsets;  ///< seconds from the start time, never back
+    std::vector<int> offsets;  ///< seconds from the start time, ascending
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("timeOffsets", self.offsets, Range{0, WITHOUT_END, "s"});
+        field("timeOffsets", self.offsets, Range{0, unlimited, "s"});
     }
 };
 
 using VehicleArrivals = std::variant<HeadwayArrivals, ScheduledArrivals>;
 
-// How many people an arrival brings.
+// The number of people of an arrival.
 
 /// One number for each arrival of a schedule.
 struct CountBySchedule {
@@ -61,7 +61,7 @@ struct CountBySchedule {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("populations", self.persons, Range{0, WITHOUT_END, "persons"});
+        field("populations", self.persons, Range{0, unlimited, "persons"});
     }
 };
 
@@ -72,7 +72,7 @@ struct CountByTable {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("populations", self.persons, Range{0, WITHOUT_END, "persons"});
+        field("populations", self.persons, Range{0, unlimited, "persons"});
     }
 };
 
@@ -82,11 +82,11 @@ struct RandomCount {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("populations", self.persons, RequiredRange{{0, WITHOUT_END, "persons"}});
+        field("populations", self.persons, RequiredRange{{0, unlimited, "persons"}});
     }
 };
 
-/// As many as there is room for.
+/// As many as the vehicle has room for.
 struct FullCapacity {
     static constexpr std::string_view NAME = "FullCapacity";
 
@@ -107,7 +107,7 @@ struct PercentageOfCapacity {
 using AlightingCount = std::variant<CountBySchedule, CountByTable, RandomCount>;
 using ThroughCount = std::variant<CountBySchedule, CountByTable, RandomCount, FullCapacity, PercentageOfCapacity>;
 
-// Who may pass the doors.
+// Access by the doors.
 
 struct OpenToAll {
     static constexpr std::string_view NAME = "All";
@@ -115,7 +115,7 @@ struct OpenToAll {
     static void fields(Self&, Field&&) {}
 };
 
-/// Those whom it is for: who boards, or who alights.
+/// Only those whom the population is made for: who boards, or who alights.
 struct OpenToOwn {
     static constexpr std::string_view NAME = "Own";
     template <class Self, class Field>
@@ -128,13 +128,13 @@ struct OpenIfTestTrue {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("agentTest", self.test, REQUIRED);
+        field("agentTest", self.test, must_be_given);
     }
 };
 
 using DoorAccess = std::variant<OpenToOwn, OpenToAll, OpenIfTestTrue>;
 
-/// Where people come from: the places, and one weight for each unless all are alike.
+/// The origins of people, and a weight for each unless all are equal.
 struct PeopleOrigins {
     std::vector<GlobalId> places;
     std::vector<double> weights;
@@ -143,11 +143,11 @@ struct PeopleOrigins {
     static void fields(Self& self, Field&& field) {
         field("places", self.places,
               RefersTo{"a portal, floor, connection or zone", Population::is_place, Role::ORIGIN});
-        field("weights", self.weights, NOT_NEGATIVE);
+        field("weights", self.weights, not_negative);
     }
 };
 
-/// Where people go: the places, and one weight for each when the assignment is by weight.
+/// The destinations of people, and a weight for each if they are assigned by weight.
 struct PeopleDestinations {
     std::vector<GlobalId> places;
     std::vector<double> weights;
@@ -157,12 +157,12 @@ struct PeopleDestinations {
     static void fields(Self& self, Field&& field) {
         field("places", self.places,
               RefersTo{"a portal, floor, connection or zone", Population::is_place, Role::DESTINATION});
-        field("weights", self.weights, NOT_NEGATIVE);
+        field("weights", self.weights, not_negative);
         field("assignment", self.assignment);
     }
 };
 
-/// How the people of a population look and what they do first.
+/// The appearance and the first action of the people of a population.
 struct PeopleTraits {
     std::optional<GlobalId> profile;
     std::shared_ptr<AgentAction> initial_action;  ///< empty: none
@@ -246,18 +246,18 @@ struct VehicleState : ObjectState {
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
         field("arrival", self.arrivals);
-        field("startTime", self.start, REQUIRED);
-        field("dwellDuration", self.dwell, RequiredRange{{0, WITHOUT_END, "s"}});
+        field("startTime", self.start, must_be_given);
+        field("dwellDuration", self.dwell, RequiredRange{{0, unlimited, "s"}});
         field("boardingTimeOffset", self.boarding_offset);
-        field("lookupTableIntervals", self.table_intervals, Range{1, WITHOUT_END, "s"});
+        field("lookupTableIntervals", self.table_intervals, Range{1, unlimited, "s"});
         field("boarding", self.boarding);
         field("alighting", self.alighting);
         field("through", self.through);
         field("carDoors", self.car_doors, refers_to<ConnectionState>("a link, stair, ramp or other connection"));
         field("carFloors", self.car_floors, refers_to_kind<ObjectType::FLOOR>("a floor"));
-        field("carFloorCapacityLimit", self.car_floor_capacity, Range{1, WITHOUT_END, "person"});
+        field("carFloorCapacityLimit", self.car_floor_capacity, Range{1, unlimited, "person"});
     }
-    /// Throws Exception unless the lists that belong together are of equal length, and what else binds the parts.
+    /// Checks the rules that several fields share, such as lists of equal length. Throws Exception.
     static void check(VehicleState const& self);
 };
 

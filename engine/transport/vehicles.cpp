@@ -10,6 +10,8 @@
 
 #include <string>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 using engine::copy_of;
@@ -182,7 +184,7 @@ int Vehicle::GetCarFloorCapacityLimit() { return get(*this, &VehicleState::car_f
 void Vehicle::SetCarFloorCapacityLimit(int limit) { set(*this, &VehicleState::car_floor_capacity, limit); }
 void Vehicle::ClearCarFloorCapacityLimit() { clear(*this, &VehicleState::car_floor_capacity); }
 
-// What each population has.
+// Properties of each population.
 
 namespace {
 
@@ -195,8 +197,9 @@ engine::PeopleTraits& traits_in(VehicleState& state, VehiclePopulationType popul
         case VehiclePopulationType::THROUGH:
             return state.through.traits;
     }
-    engine::Subject{owner_of(state), "population"}.refuse("one of " + engine::names_of<VehiclePopulationType>(),
-                                                          std::to_string(static_cast<int>(population)));
+    engine::Subject{owner_of(state), "population"}.refuse(
+        fmt::format("one of {}", engine::names_of<VehiclePopulationType>()),
+        std::to_string(static_cast<int>(population)));
 }
 
 engine::PeopleTraits const& traits_of(Vehicle& vehicle, VehiclePopulationType population) {
@@ -218,8 +221,8 @@ void set_scheme(Vehicle& vehicle, VehiclePopulationType population, EventColorSc
 engine::ColorRule const& rule_at(Vehicle& vehicle, VehiclePopulationType population, int index) {
     auto const& rules = traits_of(vehicle, population).color_rules;
     if (index < 0 || static_cast<std::size_t>(index) >= rules.size()) {
-        engine::refuse(title_of(state_of<VehicleState>(vehicle)) + ": there is no colour rule " +
-                       std::to_string(index) + ", it has " + std::to_string(rules.size()));
+        engine::refuse(fmt::format("{}: there is no colour rule {}, it has {}",
+                                   title_of(state_of<VehicleState>(vehicle)), index, rules.size()));
     }
     return rules[static_cast<std::size_t>(index)];
 }

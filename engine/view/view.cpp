@@ -11,6 +11,8 @@
 #include <string>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 using engine::BookmarkState;
@@ -45,7 +47,7 @@ ViewState& open(ViewState& state) {
 }
 
 [[noreturn]] void refuse_to_draw(std::string const& what) {
-    throw Exception(what + ": drawing is not available yet in this version of the library");
+    throw Exception(fmt::format("{}: drawing is not available yet in this version of the library", what));
 }
 
 void require_path(std::string const& path) {
@@ -95,7 +97,7 @@ void View::ApplyBookmark(std::shared_ptr<Bookmark> const& bookmark) {
     if (!bookmark) throw Exception("View: there is no bookmark to apply: the pointer is empty");
     auto const& found = engine::state_of<BookmarkState>(*bookmark);
     if (state.project && found.document != &document_of(*state.project)) {
-        throw Exception(title_of(found) + " is not an object of the project that the view shows");
+        throw Exception(fmt::format("{} is not an object of the project that the view shows", title_of(found)));
     }
     engine::apply(found, state);
 }
@@ -108,10 +110,10 @@ void View::SetViewpoint(std::shared_ptr<Viewpoint> viewpoint) {
 
 void View::SetResolution(int width, int height) {
     auto& state = open(*state_);
-    constexpr int MOST = 16'384;
-    if (width < 1 || width > MOST || height < 1 || height > MOST) {
-        throw Exception("View: the resolution must be 1 to " + std::to_string(MOST) + " pixels each way, not " +
-                        std::to_string(width) + " x " + std::to_string(height));
+    constexpr int most = 16'384;
+    if (width < 1 || width > most || height < 1 || height > most) {
+        throw Exception(
+            fmt::format("View: the resolution must be 1 to {} pixels each way, not {} x {}", most, width, height));
     }
     state.width = width;
     state.height = height;
@@ -126,8 +128,9 @@ void View::ShowMap(std::string const& query) {
     if (!state.project) throw Exception("View: a view of a simulation has no map queries to show");
     auto const* const object = document_of(*state.project).find(query);
     if (object == nullptr || object->kind->type != ObjectType::MAP_QUERY) {
-        throw Exception("View: the map must be given by the name of a map query of the project, not by '" + query +
-                        "'" + (object == nullptr ? "" : ", the name of a " + std::string(object->kind->name)));
+        throw Exception(
+            fmt::format("View: the map must be given by the name of a map query of the project, not by '{}'{}", query,
+                        object == nullptr ? "" : ", the name of a " + std::string(object->kind->name)));
     }
     state.map = object->id;
 }

@@ -6,6 +6,8 @@
 
 #include <string>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 namespace engine {
@@ -18,27 +20,27 @@ PEDFLUX_NAMES(MovieQuality,
 MovieOptions::MovieOptions() = default;
 
 void MovieOptions::SetFrameRate(int rate) {
-    constexpr int MOST = 240;
-    if (rate < 1 || rate > MOST) {
-        throw Exception("MovieOptions: the frame rate must be 1 to " + std::to_string(MOST) +
-                        " pictures per second, not " + std::to_string(rate));
+    constexpr int most = 240;
+    if (rate < 1 || rate > most) {
+        throw Exception(
+            fmt::format("MovieOptions: the frame rate must be 1 to {} pictures per second, not {}", most, rate));
     }
     frameRate_ = rate;
 }
 
 void MovieOptions::SetPlaybackSpeed(double speed) {
-    constexpr double MOST = 10'000;
-    if (!(speed > 0 && speed <= MOST)) {
-        throw Exception("MovieOptions: the playback speed must be greater than 0 and at most " + engine::text_of(MOST) +
-                        ", not " + engine::text_of(speed));
+    constexpr double most = 10'000;
+    if (!(speed > 0 && speed <= most)) {
+        throw Exception(fmt::format("MovieOptions: the playback speed must be greater than 0 and at most {}, not {}",
+                                    engine::text_of(most), engine::text_of(speed)));
     }
     playbackSpeed_ = speed;
 }
 
 void MovieOptions::SetQuality(MovieQuality quality) {
     if (engine::name_of_value(quality).empty()) {
-        throw Exception("MovieOptions: the quality must be one of " + engine::names_of<MovieQuality>() + ", not " +
-                        std::to_string(static_cast<int>(quality)));
+        throw Exception(fmt::format("MovieOptions: the quality must be one of {}, not {}",
+                                    engine::names_of<MovieQuality>(), static_cast<int>(quality)));
     }
     quality_ = quality;
 }

@@ -7,6 +7,8 @@
 
 #include <string>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 using engine::Camera;
@@ -18,18 +20,21 @@ void require_usable(std::string const& what, Camera const& camera) {
     auto const center = require_point(what + ": the centre point", camera.center);
     Vector const upwards = vector_of(camera.up);
     if (eye == center) {
-        throw Exception(what + ": the centre point must be apart from the eye point, not at the same " + text_of(eye));
+        throw Exception(fmt::format("{}: the centre point must be apart from the eye point, not at the same {}", what,
+                                    text_of(eye)));
     }
     // Less than this, about a millionth of a degree, rounding would turn the picture about.
-    constexpr double LEAST_SINE = 1e-8;
-    if (!(length(cross(normalized(center - eye), normalized(upwards))) > LEAST_SINE)) {
-        throw Exception(what + ": the up direction must have a length and not lie along the line of sight, not be " +
-                        text_of(upwards));
+    constexpr double smallest_sine = 1e-8;
+    if (!(length(cross(normalized(center - eye), normalized(upwards))) > smallest_sine)) {
+        throw Exception(
+            fmt::format("{}: the up direction must have a length and not lie along the line of sight, not be {}", what,
+                        text_of(upwards)));
     }
     double const fov = camera.vertical_fov;
-    if (!(fov > 0 && fov <= Camera::WIDEST)) {
-        throw Exception(what + ": the vertical field of view must be greater than 0 and at most " +
-                        text_of(Camera::WIDEST) + " degrees, not " + text_of(fov));
+    if (!(fov > 0 && fov <= Camera::widest_angle)) {
+        throw Exception(
+            fmt::format("{}: the vertical field of view must be greater than 0 and at most {} degrees, not {}", what,
+                        text_of(Camera::widest_angle), text_of(fov)));
     }
 }
 

@@ -37,7 +37,7 @@ struct AccessState : ObjectState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
-        field("triggerRange", self.range, REQUIRED);
+        field("triggerRange", self.range, must_be_given);
         field("opens", self.opens);
         field("cycle", self.cycle);
     }

@@ -1,5 +1,5 @@
 #include "engine/behaviour/access/access_rule_states.h"
-#include "engine/model/properties.h"
+#include "engine/model/accessors.h"
 
 #include <pedflux/access_rules.h>
 
@@ -31,31 +31,27 @@ int cycle_part(AccessState const& access, int AccessCycle::*part) {
 }  // namespace
 
 // What both kinds have: class, type and name of what the command is about, its field.
-#define ACCESS(Class, Target, Name, field)                                                                          \
-    std::shared_ptr<TriggerRange> Class::GetTriggerRange() { return engine::get_copy(*this, &AccessState::range); } \
-    void Class::SetTriggerRange(std::shared_ptr<TriggerRange> const& range) {                                       \
-        engine::set_copy(*this, &AccessState::range, range);                                                        \
-    }                                                                                                               \
-    void Class::SetCommandToOpen(Target field) {                                                                    \
-        set(*this, &engine::Class##State::field, field);                                                            \
-        set(*this, &AccessState::opens, true);                                                                      \
-    }                                                                                                               \
-    void Class::SetCommandToClose(Target field) {                                                                   \
-        set(*this, &engine::Class##State::field, field);                                                            \
-        set(*this, &AccessState::opens, false);                                                                     \
-    }                                                                                                               \
-    bool Class::IsCommandToOpen() const { return static_cast<AccessState const&>(*state_).opens; }                  \
-    bool Class::IsCommandToClose() const { return !IsCommandToOpen(); }                                             \
-    Target Class::GetCommand##Name() { return get(*this, &engine::Class##State::field); }                           \
-    bool Class::HasCycle() { return engine::has(*this, &AccessState::cycle); }                                      \
-    void Class::ClearCycle() { engine::clear(*this, &AccessState::cycle); }                                         \
-    int Class::GetCycleOnDurationInSeconds() const {                                                                \
-        return cycle_part(static_cast<AccessState const&>(*state_), &AccessCycle::on);                              \
-    }                                                                                                               \
-    void Class::SetCycleOnDurationInSeconds(int duration) { set_cycle_part(*this, &AccessCycle::on, duration); }    \
-    int Class::GetCycleOffDurationInSeconds() const {                                                               \
-        return cycle_part(static_cast<AccessState const&>(*state_), &AccessCycle::off);                             \
-    }                                                                                                               \
+#define ACCESS(Class, Target, Name, field)                                                                       \
+    COPIED_PROPERTY(Class, TriggerRange, TriggerRange, range)                                                    \
+    void Class::SetCommandToOpen(Target field) {                                                                 \
+        set(*this, &engine::Class##State::field, field);                                                         \
+        set(*this, &AccessState::opens, true);                                                                   \
+    }                                                                                                            \
+    void Class::SetCommandToClose(Target field) {                                                                \
+        set(*this, &engine::Class##State::field, field);                                                         \
+        set(*this, &AccessState::opens, false);                                                                  \
+    }                                                                                                            \
+    bool Class::IsCommandToOpen() const { return static_cast<AccessState const&>(*state_).opens; }               \
+    bool Class::IsCommandToClose() const { return !IsCommandToOpen(); }                                          \
+    Target Class::GetCommand##Name() { return get(*this, &engine::Class##State::field); }                        \
+    OPTIONAL_PROPERTY(Class, Cycle, cycle)                                                                       \
+    int Class::GetCycleOnDurationInSeconds() const {                                                             \
+        return cycle_part(static_cast<AccessState const&>(*state_), &AccessCycle::on);                           \
+    }                                                                                                            \
+    void Class::SetCycleOnDurationInSeconds(int duration) { set_cycle_part(*this, &AccessCycle::on, duration); } \
+    int Class::GetCycleOffDurationInSeconds() const {                                                            \
+        return cycle_part(static_cast<AccessState const&>(*state_), &AccessCycle::off);                          \
+    }                                                                                                            \
     void Class::SetCycleOffDurationInSeconds(int duration) { set_cycle_part(*this, &AccessCycle::off, duration); }
 
 ACCESS(GateAccess, ConnectionObjectDirection, Direction, direction)
@@ -66,12 +62,8 @@ void GateAccess::SetGatedObjects(std::vector<GlobalId> const& gated_objects) {
     set(*this, &GateAccessState::gates, gated_objects);
 }
 
-std::shared_ptr<AgentTest> GateAccess::GetAgentTest() { return engine::get_copy(*this, &GateAccessState::test); }
-void GateAccess::SetAgentTest(std::shared_ptr<AgentTest> const& test) {
-    engine::set_copy(*this, &GateAccessState::test, test);
-}
-bool GateAccess::HasAgentTest() { return engine::has(*this, &GateAccessState::test); }
-void GateAccess::ClearAgentTest() { engine::clear(*this, &GateAccessState::test); }
+COPIED_PROPERTY(GateAccess, AgentTest, AgentTest, test)
+OPTIONAL_PROPERTY(GateAccess, AgentTest, test)
 
 std::vector<GlobalId> ServerAccess::GetServers() { return get(*this, &ServerAccessState::servers); }
 void ServerAccess::SetServers(std::vector<GlobalId> const& servers) {

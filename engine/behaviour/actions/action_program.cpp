@@ -22,41 +22,41 @@ Entries append_all(std::vector<T>& list, std::vector<T> const& entries) {
     return added;
 }
 
-int compile_named(ActionProgram& plan, Document const& document, GlobalId const& id) {
-    auto const [entry, is_new] = plan.named.emplace(id, NONE);
+int compile_named(ActionProgram& program, Document const& document, GlobalId const& id) {
+    auto const [entry, is_new] = program.named.emplace(id, NONE);
     if (is_new) {
         auto const* const object = document.find<AgentActionObjectState>(id);
-        if (object != nullptr) plan.named[id] = compile(plan, document, *object->action);
+        if (object != nullptr) program.named[id] = compile(program, document, *object->action);
     }
-    return plan.named[id];
+    return program.named[id];
 }
 
 /// What a field means to its node follows from the field's type, of which no kind of action has two that differ in
 /// meaning.
 struct Compiler {
-    ActionProgram& plan;
+    ActionProgram& program;
     Document const& document;
     ActionNode& node;
     std::vector<int>& children;
 
-    void take(std::shared_ptr<AgentAction> const& action) { children.push_back(compile(plan, document, *action)); }
+    void take(std::shared_ptr<AgentAction> const& action) { children.push_back(compile(program, document, *action)); }
     void take(std::vector<std::shared_ptr<AgentAction>> const& actions) {
         for (auto const& action : actions) take(action);
     }
-    void take(std::shared_ptr<AgentTest> const& test) { node.test = append(plan.tests, copy_of(test)); }
+    void take(std::shared_ptr<AgentTest> const& test) { node.test = append(program.tests, copy_of(test)); }
     void take(std::shared_ptr<WaitStyle> const& style) {
-        if (style) node.style = append(plan.styles, copy_of(style));
+        if (style) node.style = append(program.styles, copy_of(style));
     }
-    void take(std::shared_ptr<Distribution> const& spec) { node.spec = append(plan.laws, spec_of(*spec)); }
+    void take(std::shared_ptr<Distribution> const& spec) { node.spec = append(program.distributions, spec_of(*spec)); }
     void take(std::shared_ptr<TimeReference> const& time) {
-        node.time = append(plan.times, TimeReferenceAccess::time(*time));
+        node.time = append(program.times, TimeReferenceAccess::time(*time));
     }
-    void take(std::vector<GlobalId> const& objects) { node.objects = append_all(plan.objects, objects); }
+    void take(std::vector<GlobalId> const& objects) { node.objects = append_all(program.objects, objects); }
     void take(GlobalId const& object) { take(std::vector{object}); }
     void take(std::optional<GlobalId> const& object) {
         if (object) take(*object);
     }
-    void take(std::vector<double> const& weights) { node.weights = append_all(plan.weights, weights); }
+    void take(std::vector<double> const& weights) { node.weights = append_all(program.weights, weights); }
     void take(DestinationAssignment assignment) { node.assignment = assignment; }
     void take(ListActionAssignment order) { node.order = order; }
     void take(bool erase_route_history) { node.erase_route_history = erase_route_history; }
@@ -65,36 +65,37 @@ struct Compiler {
 };
 
 void take_fields(Compiler compiler, NodeState const& state) {
-#define CASE(Class)                                                          \
-    case static_cast<int>(Class##State::TYPE):                               \
-        return Class##State::fields(static_cast<Class##State const&>(state), \
-                                    [&](auto const&, auto const& field, auto const&...) { compiler.take(field); });
-    switch (state.kind->type) { PEDFLUX_AGENT_ACTIONS(CASE) }
-#undef CASE
+    auto const take = [&](auto const&, auto const& field, auto const&...) { compiler.take(field); };
+    switch (static_cast<AgentActionTypeId>(state.kind->type)) {
+#define ACTION(Class, type, ...)  \
+    case AgentActionTypeId::type: \
+        return Class##State::fields(static_cast<Class##State const&>(state), take);
+#include "engine/behaviour/actions/agent_action_table.def"
+    }
 }
 
 }  // namespace
 
-int compile(ActionProgram& plan, Document const& document, AgentAction const& action) {
+int compile(ActionProgram& program, Document const& document, AgentAction const& action) {
     NodeState const& state = node_of(action);
     ActionNode node;
     node.type = static_cast<AgentActionTypeId>(state.kind->type);
     std::vector<int> children;
-    take_fields({plan, document, node, children}, state);
+    take_fields({program, document, node, children}, state);
     if (node.type == AgentActionTypeId::NAMED) {
-        auto const root = compile_named(plan, document, plan.objects_of(node).front());
+        auto const root = compile_named(program, document, program.objects_of(node).front());
         if (root != NONE) children.push_back(root);
     }
-    node.children = append_all(plan.children, children);
-    return append(plan.nodes, node);
+    node.children = append_all(program.children, children);
+    return append(program.nodes, node);
 }
 
-int compile(ActionProgram& plan, TaskOrder const& order) {
+int compile(ActionProgram& program, TaskOrder const& order) {
     ActionNode node;
-    node.objects = append_all(plan.objects, order.goals);
+    node.objects = append_all(program.objects, order.goals);
     node.assignment = DestinationAssignment::BY_LOWEST_COST;
     node.erase_route_history = order.erase_route_history;
-    if (order.style) node.style = append(plan.styles, copy_of(order.style));
+    if (order.style) node.style = append(program.styles, copy_of(order.style));
     switch (order.kind) {
         case TaskKind::EXIT:
             node.type = AgentActionTypeId::EXIT_SIMULATION;
@@ -114,17 +115,17 @@ int compile(ActionProgram& plan, TaskOrder const& order) {
             break;
         case TaskKind::WAIT_FOR_DURATION:
             node.type = AgentActionTypeId::WAIT_FOR_DURATION;
-            node.spec = append(plan.laws, spec_of(*Distribution::CreateConstant(order.seconds)));
+            node.spec = append(program.distributions, spec_of(*Distribution::CreateConstant(order.seconds)));
             break;
         case TaskKind::WAIT_FOREVER:
             node.type = AgentActionTypeId::WAIT_FOREVER;
             break;
         case TaskKind::WAIT_UNTIL_TIME:
             node.type = AgentActionTypeId::WAIT_UNTIL_TIME;
-            node.time = append(plan.times, TimeInFrame{TimeReferenceFrame::ABSOLUTE, order.seconds, {}});
+            node.time = append(program.times, TimeInFrame{TimeReferenceFrame::ABSOLUTE, order.seconds, {}});
             break;
     }
-    return append(plan.nodes, node);
+    return append(program.nodes, node);
 }
 
 }  // namespace pedflux::engine

@@ -30,6 +30,44 @@ struct Entries {
     std::size_t count = 0;
 };
 
+/// How an action is carried out.
+enum class ActionPlay {
+    NOTHING,         ///< it is done at once
+    SEQUENCE,        ///< its children one after the other
+    CHOICE,          ///< one of its children, by their weights
+    BRANCH,          ///< the first child when the test is passed, otherwise the second one if there is one
+    DO_UNTIL,        ///< its child until the test fails or the time has come; then, or early, waits
+    REPEAT,          ///< its child over and over, likewise
+    REPEAT_COUNTED,  ///< its child a number of times
+    SEEK,            ///< goes somewhere
+    SEEK_ONE_OF,     ///< goes to one of its objects, if there is any
+    WAIT,            ///< waits until the test fails or the time has come
+    EFFECT,          ///< something happens at once
+    END,             ///< the same, after which nothing is left to do
+};
+
+constexpr ActionPlay play_of(AgentActionTypeId type) {
+    switch (type) {
+#define ACTION(Class, type, play, ...) \
+    case AgentActionTypeId::type:      \
+        return ActionPlay::play;
+#include "engine/behaviour/actions/agent_action_table.def"
+    }
+    return ActionPlay::NOTHING;
+}
+
+/// Whether an agent goes somewhere by it.
+constexpr bool is_seeking(AgentActionTypeId type) {
+    return play_of(type) == ActionPlay::SEEK || play_of(type) == ActionPlay::SEEK_ONE_OF;
+}
+
+/// What happens at once.
+enum class ActionEffect {
+#define ACTION(...)
+#define ACTION_EFFECT(Class, type, ...) type = static_cast<int>(AgentActionTypeId::type),
+#include "engine/behaviour/actions/agent_action_table.def"
+};
+
 /// One action. What its kind does not have stays empty.
 struct ActionNode {
     AgentActionTypeId type = AgentActionTypeId::DO_NOTHING;
@@ -38,7 +76,7 @@ struct ActionNode {
     Entries weights;   ///< in `ActionProgram::weights`, one for each child or object
     int test = NONE;   ///< in `ActionProgram::tests`
     int time = NONE;   ///< in `ActionProgram::times`
-    int spec = NONE;   ///< in `ActionProgram::laws`: seconds, or a count
+    int spec = NONE;   ///< in `ActionProgram::distributions`: seconds, or a count
     int style = NONE;  ///< in `ActionProgram::styles`: how to wait
     DestinationAssignment assignment = DestinationAssignment::BY_CHANCE;
     ListActionAssignment order = ListActionAssignment::IN_ORDER;
@@ -54,7 +92,7 @@ struct ActionProgram {
     std::vector<double> weights;
     std::vector<std::shared_ptr<AgentTest>> tests;
     std::vector<TimeInFrame> times;
-    std::vector<DistributionSpec> laws;
+    std::vector<DistributionSpec> distributions;
     std::vector<std::shared_ptr<WaitStyle>> styles;
     /// The root of each named action that something refers to.
     std::unordered_map<GlobalId, int, IdentifierHash, IdentifierEqual> named;
@@ -72,8 +110,8 @@ struct ActionProgram {
 
 /// Adds an action and all that it holds or names, and returns its node. The action has passed its checks; a named
 /// action that the document does not know does nothing.
-int compile(ActionProgram& plan, Document const& document, AgentAction const& action);
+int compile(ActionProgram& program, Document const& document, AgentAction const& action);
 /// The same for an order that a program gives. Its times are those of the simulated clock.
-int compile(ActionProgram& plan, TaskOrder const& order);
+int compile(ActionProgram& program, TaskOrder const& order);
 
 }  // namespace pedflux::engine

@@ -6,16 +6,13 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <utility>
 
 namespace pedflux::engine {
 namespace {
 
 /// Clocks add up fractions of seconds, so that they can be a little behind the time that they show.
 constexpr double CLOCK_TOLERANCE = 1e-6;
-
-bool breaks_off(AgentActionTypeId type) {
-    return type >= AgentActionTypeId::DO_UNTIL_DURATION_ENDS && type <= AgentActionTypeId::DO_UNTIL_TIME;
-}
 
 /// What became of the innermost action.
 enum class Progress {
@@ -26,15 +23,15 @@ enum class Progress {
 
 class Interpreter {
   public:
-    Interpreter(ActionProgram const& plan, ActionStack& stack, ActionDraws draws, ActionScene& scene)
-        : plan_(plan), stack_(stack), draws_(draws), scene_(scene) {}
+    Interpreter(ActionProgram const& program, ActionStack& stack, ActionDraws draws, ActionScene& scene)
+        : program_(program), stack_(stack), draws_(draws), scene_(scene) {}
 
     std::optional<ActionTask> run() {
         ++stack_.advances;
         break_off();
         for (int at_once = 0; !stack_.frames.empty(); ++at_once) {
             auto const progress = at_once < MOST_AT_ONCE ? step() : Progress::TAKES_TIME;
-            if (progress == Progress::TAKES_TIME) return ActionTask{top().node, top().goal};
+            if (progress == Progress::TAKES_TIME) return task_of(top());
             if (progress == Progress::DONE) stack_.frames.pop_back();
         }
         return std::nullopt;
@@ -42,20 +39,25 @@ class Interpreter {
 
   private:
     ActionFrame& top() { return stack_.frames.back(); }
+    static ActionTask task_of(ActionFrame const& frame) { return {frame.node, frame.goal, frame.order}; }
+    ActionProgram const& program_of(ActionFrame const& frame) const {
+        return frame.order ? scene_.actions_of(*frame.order) : program_;
+    }
     ActionNode const& node_of(ActionFrame const& frame) const {
-        return plan_.nodes[static_cast<std::size_t>(frame.node)];
+        return program_of(frame).nodes[static_cast<std::size_t>(frame.node)];
     }
 
     Random random(std::uint64_t draw) const { return {mixed(mixed(draws_.seed) + draws_.agent), mixed(draw)}; }
     Random random() { return random(stack_.draws++); }
+    /// Of the node of the innermost action.
     double sampled(ActionNode const& node) {
         auto numbers = random();
-        return sample(plan_.laws[static_cast<std::size_t>(node.spec)], numbers);
+        return sample(program_of(top()).distributions[static_cast<std::size_t>(node.spec)], numbers);
     }
 
     bool is_over(double time) const { return scene_.now() + CLOCK_TOLERANCE >= time; }
-    bool is_past(int time) const {
-        auto const known = scene_.time_of(time);
+    bool is_past(ActionFrame const& frame, int time) const {
+        auto const known = scene_.time_of(program_of(frame).times[static_cast<std::size_t>(time)]);
         return known && is_over(*known);
     }
 
@@ -63,7 +65,7 @@ class Interpreter {
     void break_off() {
         auto& frames = stack_.frames;
         for (auto frame = frames.begin(); frame != frames.end();) {
-            if (breaks_off(node_of(*frame).type) && frame->begun && has_ended(*frame)) {
+            if (play_of(node_of(*frame).type) == ActionPlay::DO_UNTIL && frame->begun && has_ended(*frame)) {
                 auto const end = std::find_if(frame + 1, frames.end(), [](auto const& above) { return above.apart; });
                 frame = frames.erase(frame, end);
             } else {
@@ -73,7 +75,7 @@ class Interpreter {
     }
 
     Progress begin(int child) {
-        stack_.frames.push_back({.node = child});
+        stack_.frames.push_back({.node = child, .order = top().order});
         return Progress::GOES_ON;
     }
 
@@ -83,71 +85,43 @@ class Interpreter {
         bool const is_new = !frame.begun;
         frame.begun = true;
         if (is_new) frame.began_in = stack_.advances;
-        switch (node.type) {
-            case AgentActionTypeId::DO_NOTHING:
+        switch (play_of(node.type)) {
+            case ActionPlay::NOTHING:
                 return Progress::DONE;
-            case AgentActionTypeId::NAMED:
-            case AgentActionTypeId::APPLY_ACTION:
-            case AgentActionTypeId::LIST:
+            case ActionPlay::SEQUENCE:
                 return step_list(frame, node, is_new);
-            case AgentActionTypeId::CHOOSE_FROM_SET:
+            case ActionPlay::CHOICE:
                 return is_new ? choose(node) : Progress::DONE;
-            case AgentActionTypeId::IF_THEN:
-            case AgentActionTypeId::IF_THEN_ELSE:
+            case ActionPlay::BRANCH:
                 return is_new ? decide(node) : Progress::DONE;
-            case AgentActionTypeId::DO_UNTIL_DURATION_ENDS:
-            case AgentActionTypeId::DO_UNTIL_TEST_FAILS:
-            case AgentActionTypeId::DO_UNTIL_TIME:
+            case ActionPlay::DO_UNTIL:
                 return step_do_until(frame, node, is_new);
-            case AgentActionTypeId::REPEAT_FOR_COUNT:
-            case AgentActionTypeId::REPEAT_FOR_DURATION:
-            case AgentActionTypeId::REPEAT_FOREVER:
-            case AgentActionTypeId::REPEAT_UNTIL_TIME:
-            case AgentActionTypeId::REPEAT_WHILE_TEST_TRUE:
+            case ActionPlay::REPEAT:
+            case ActionPlay::REPEAT_COUNTED:
                 return step_repeat(frame, node, is_new);
-            case AgentActionTypeId::SEEK_AREA:
-            case AgentActionTypeId::SEEK_PORTAL:
-            case AgentActionTypeId::SEEK_PROCESS_START:
-            case AgentActionTypeId::FOLLOW_SIGN:
+            case ActionPlay::SEEK_ONE_OF:
                 if (node.objects.count == 0) return Progress::DONE;
                 [[fallthrough]];
-            case AgentActionTypeId::SEEK_ZONE:
-            case AgentActionTypeId::SEEK_INITIAL_GOAL:
-            case AgentActionTypeId::SEEK_ORIGIN:
-            case AgentActionTypeId::EVACUATE_ZONE:
+            case ActionPlay::SEEK:
                 return step_seek(frame, node, is_new);
-            case AgentActionTypeId::WAIT_FOR_DURATION:
-                if (is_new) frame.until = scene_.now() + sampled(node);
-                return is_over(frame.until) ? Progress::DONE : Progress::TAKES_TIME;
-            case AgentActionTypeId::WAIT_FOREVER:
-                return Progress::TAKES_TIME;
-            case AgentActionTypeId::WAIT_UNTIL_TIME:
-                return is_past(node.time) ? Progress::DONE : Progress::TAKES_TIME;
-            case AgentActionTypeId::WAIT_WHILE_TEST_TRUE:
-                return scene_.passes(node.test) ? Progress::TAKES_TIME : Progress::DONE;
-            case AgentActionTypeId::EXIT_SIMULATION:
-            case AgentActionTypeId::CLEAR_TASKS:
-                stack_.frames.clear();
-                scene_.happen(node);
-                return Progress::GOES_ON;
-            case AgentActionTypeId::ADD_TO_TALLY:
-            case AgentActionTypeId::ADD_TOKENS:
-            case AgentActionTypeId::CLEAR_TOKENS:
-            case AgentActionTypeId::SET_AVATAR:
-            case AgentActionTypeId::CLEAR_AVATAR:
-            case AgentActionTypeId::SET_COLOR:
-            case AgentActionTypeId::CLEAR_COLOR:
-            case AgentActionTypeId::SET_NETWORK:
-            case AgentActionTypeId::CLEAR_NETWORK:
-            case AgentActionTypeId::CLEAR_HISTORY:
-                scene_.happen(node);
+            case ActionPlay::WAIT:
+                if (is_new && node.spec != NONE) frame.until = scene_.now() + sampled(node);
+                return has_ended(frame) ? Progress::DONE : Progress::TAKES_TIME;
+            case ActionPlay::EFFECT:
+                scene_.happen(static_cast<ActionEffect>(node.type), node);
                 return Progress::DONE;
+            case ActionPlay::END: {
+                auto const happens = node;  // an order goes with its frames
+                stack_.frames.clear();
+                scene_.happen(static_cast<ActionEffect>(happens.type), happens);
+                return Progress::GOES_ON;
+            }
         }
         return Progress::DONE;
     }
 
     Progress step_list(ActionFrame& frame, ActionNode const& node, bool is_new) {
-        auto const children = plan_.children_of(node);
+        auto const children = program_of(frame).children_of(node);
         if (is_new && node.order == ListActionAssignment::IN_RANDOM_ORDER) frame.draw = stack_.draws++;
         auto const done = static_cast<std::size_t>(frame.step++);
         if (done >= children.size()) return Progress::DONE;
@@ -159,9 +133,9 @@ class Interpreter {
     }
 
     Progress choose(ActionNode const& node) {
-        auto const weights = plan_.weights_of(node);
+        auto const weights = program_of(top()).weights_of(node);
         if (std::ranges::none_of(weights, [](double weight) { return weight > 0; })) return Progress::DONE;
-        return begin(plan_.children_of(node)[drawn(weights)]);
+        return begin(program_of(top()).children_of(node)[drawn(weights)]);
     }
     std::size_t drawn(std::span<double const> weights) {
         auto numbers = random();
@@ -169,31 +143,31 @@ class Interpreter {
     }
 
     Progress decide(ActionNode const& node) {
-        auto const children = plan_.children_of(node);
-        std::size_t const branch = scene_.passes(node.test) ? 0 : 1;
+        auto const children = program_of(top()).children_of(node);
+        std::size_t const branch = scene_.put_test(node.test) ? 0 : 1;
         return branch < children.size() ? begin(children[branch]) : Progress::DONE;
     }
 
     bool has_ended(ActionFrame const& frame) {
         auto const& node = node_of(frame);
-        if (node.test != NONE) return !scene_.passes(node.test);
-        if (node.time != NONE) return is_past(node.time);
+        if (node.test != NONE) return !scene_.put_test(node.test);
+        if (node.time != NONE) return is_past(frame, node.time);
         return is_over(frame.until);
     }
 
     Progress step_do_until(ActionFrame& frame, ActionNode const& node, bool is_new) {
         if (is_new && node.spec != NONE) frame.until = scene_.now() + sampled(node);
         if (has_ended(frame)) return Progress::DONE;
-        if (is_new) return begin(plan_.children_of(node).front());
+        if (is_new) return begin(program_of(frame).children_of(node).front());
         return node.style == NONE ? Progress::DONE : Progress::TAKES_TIME;
     }
 
     bool is_to_go_on(ActionFrame const& frame, ActionNode const& node) {
-        return node.type == AgentActionTypeId::REPEAT_FOR_COUNT ? frame.step < frame.turns : !has_ended(frame);
+        return play_of(node.type) == ActionPlay::REPEAT_COUNTED ? frame.step < frame.turns : !has_ended(frame);
     }
 
     Progress step_repeat(ActionFrame& frame, ActionNode const& node, bool is_new) {
-        bool const is_counted = node.type == AgentActionTypeId::REPEAT_FOR_COUNT;
+        bool const is_counted = play_of(node.type) == ActionPlay::REPEAT_COUNTED;
         if (is_new) {
             if (is_counted) frame.turns = static_cast<int>(std::lround(sampled(node)));
             if (!is_counted && node.spec != NONE) frame.until = scene_.now() + sampled(node);
@@ -203,13 +177,13 @@ class Interpreter {
         if (!is_to_go_on(frame, node)) return Progress::DONE;
         ++frame.step;
         frame.turn_began = stack_.advances;
-        return begin(plan_.children_of(node).front());
+        return begin(program_of(frame).children_of(node).front());
     }
 
     int chosen_goal(ActionNode const& node) {
         switch (node.assignment) {
             case DestinationAssignment::WEIGHTED_BY_CHANCE:
-                return static_cast<int>(drawn(plan_.weights_of(node)));
+                return static_cast<int>(drawn(program_of(top()).weights_of(node)));
             case DestinationAssignment::IN_SEQUENCE:
                 return 0;
             case DestinationAssignment::BY_CHANCE:
@@ -223,13 +197,13 @@ class Interpreter {
 
     Progress step_seek(ActionFrame& frame, ActionNode const& node, bool is_new) {
         if (is_new && node.objects.count > 0) frame.goal = chosen_goal(node);
-        if (!scene_.has_arrived({frame.node, frame.goal})) return Progress::TAKES_TIME;
+        if (!scene_.pursue(task_of(frame))) return Progress::TAKES_TIME;
         bool const is_sequence = node.assignment == DestinationAssignment::IN_SEQUENCE;
         if (!is_sequence || static_cast<std::size_t>(++frame.goal) == node.objects.count) return Progress::DONE;
         return Progress::GOES_ON;
     }
 
-    ActionProgram const& plan_;
+    ActionProgram const& program_;
     ActionStack& stack_;
     ActionDraws draws_;
     ActionScene& scene_;
@@ -237,14 +211,16 @@ class Interpreter {
 
 }  // namespace
 
-void start(ActionStack& stack, int node) { stack.frames.push_back({.node = node, .apart = true}); }
-void start_last(ActionStack& stack, int node) {
-    stack.frames.insert(stack.frames.begin(), {.node = node, .apart = true});
+void start(ActionStack& stack, int node, std::shared_ptr<OrderProgram const> order) {
+    stack.frames.push_back({.node = node, .order = std::move(order), .apart = true});
+}
+void start_last(ActionStack& stack, int node, std::shared_ptr<OrderProgram const> order) {
+    stack.frames.insert(stack.frames.begin(), {.node = node, .order = std::move(order), .apart = true});
 }
 
-std::optional<ActionTask> advance(ActionProgram const& plan, ActionStack& stack, ActionDraws draws,
+std::optional<ActionTask> advance(ActionProgram const& program, ActionStack& stack, ActionDraws draws,
                                   ActionScene& scene) {
-    return Interpreter(plan, stack, draws, scene).run();
+    return Interpreter(program, stack, draws, scene).run();
 }
 
 }  // namespace pedflux::engine

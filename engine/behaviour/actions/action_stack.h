@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -13,13 +14,17 @@
 /// An action that is started meanwhile stands on top of it, and when that one is done the former goes on.
 namespace pedflux::engine {
 
+/// A task that a program gave to an agent, compiled by the simulation.
+struct OrderProgram;
+
 /// Of goals that the agent reaches whichever is the easiest.
 inline constexpr int ANY_GOAL = -1;
 
 /// One action that an agent is in.
 struct ActionFrame {
     int node;
-    bool apart = false;  ///< started besides what the agent did, not by the frame below
+    std::shared_ptr<OrderProgram const> order{};  ///< that the node is of; none: the project's actions
+    bool apart = false;                           ///< started besides what the agent did, not by the frame below
     bool begun = false;
     int step = 0;                                            ///< children or turns done
     int turns = 0;                                           ///< to do, of a count
@@ -42,7 +47,8 @@ struct ActionStack {
 /// the rest of what it was to do has passed when the node has a style, or until the next step.
 struct ActionTask {
     int node;
-    int goal;  ///< of the node's objects, or ANY_GOAL
+    int goal;                                     ///< of the node's objects, or ANY_GOAL
+    std::shared_ptr<OrderProgram const> order{};  ///< that the node is of; none: the project's actions
 
     friend bool operator==(ActionTask const&, ActionTask const&) = default;
 };
@@ -56,15 +62,15 @@ struct ActionScene {
 
     /// Seconds of the simulated clock.
     virtual double now() const = 0;
-    /// Whether a test of the plan is true for the agent.
-    virtual bool passes(int test) = 0;
-    /// A time of the plan in seconds of the simulated clock; none while it is not known, as before an event starts.
-    virtual std::optional<double> time_of(int time) const = 0;
-    /// Whether the agent is where a task to go somewhere leads.
-    virtual bool has_arrived(ActionTask const& task) = 0;
-    /// An action that happens at once: of tokens, tallies, looks, network, history, tasks, and leaving.
-    /// Must not change the stack.
-    virtual void happen(ActionNode const& node) = 0;
+    virtual ActionProgram const& actions_of(OrderProgram const& order) const = 0;
+    /// Seconds of the simulated clock; none while the time is not known, as before an event starts.
+    virtual std::optional<double> time_of(TimeInFrame const& time) const = 0;
+    /// Puts a test of the project's actions to the agent, and returns whether it passes. Each time draws anew.
+    virtual bool put_test(int test) = 0;
+    /// Lets the agent go where a task leads, and returns whether it has arrived.
+    virtual bool pursue(ActionTask const& task) = 0;
+    /// Carries out an action that happens at once. Must not change the stack.
+    virtual void happen(ActionEffect effect, ActionNode const& node) = 0;
 };
 
 /// Draws are a function of these and of how many there were before, so that agents do not disturb each other.
@@ -73,16 +79,19 @@ struct ActionDraws {
     std::uint64_t agent;
 };
 
-/// How many actions can happen at once in one step of an agent; what is left goes on in the next one.
+/// How many actions can happen at once in one step of an agent; the rest happens in the next one.
 inline constexpr int MOST_AT_ONCE = 1000;
 
 /// Starts an action besides what the agent does: it comes first, and then the rest goes on.
-void start(ActionStack& stack, int node);
+/// @param order that the node is of; none: the project's actions
+void start(ActionStack& stack, int node, std::shared_ptr<OrderProgram const> order = {});
 /// Adds an action for when the agent has done all that it was to do.
-void start_last(ActionStack& stack, int node);
+void start_last(ActionStack& stack, int node, std::shared_ptr<OrderProgram const> order = {});
 
 /// Lets the agent do what it has to until something takes time, and returns that; none when there is nothing left to
 /// do. A repeated action that takes no time is done once in a step.
-std::optional<ActionTask> advance(ActionProgram const& plan, ActionStack& stack, ActionDraws draws, ActionScene& scene);
+/// @param program the project's actions
+std::optional<ActionTask> advance(ActionProgram const& program, ActionStack& stack, ActionDraws draws,
+                                  ActionScene& scene);
 
 }  // namespace pedflux::engine

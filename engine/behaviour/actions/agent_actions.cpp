@@ -1,6 +1,6 @@
 #include "engine/behaviour/actions/agent_action_states.h"
 #include "engine/model/document.h"
-#include "engine/model/node_kind.h"
+#include "engine/model/node_handles.h"
 
 #include <pedflux/agent_actions.h>
 
@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
+
+#include <fmt/format.h>
 
 namespace pedflux {
 
@@ -29,50 +31,9 @@ std::vector<std::shared_ptr<AgentAction>> AgentAction::GetAllNestedChildActions(
     return engine::nested_children_of(*this);
 }
 
-// The words of the lists below. A maker is what a constructor's arguments do to a new state.
+// What a constructor's arguments do to a new state.
 #define MAKE(Class, ...) \
     AgentAction(engine::make_node<AgentAction, engine::Class##State>([&](auto& state) { __VA_ARGS__; }))
-#define PROPERTY(Class, Type, Name, State, member)                         \
-    Type Class::Get##Name() { return get(*this, &engine::State::member); } \
-    void Class::Set##Name(Type const& value) { set(*this, &engine::State::member, value); }
-#define PROPERTY_BY_VALUE(Class, Type, Name, State, member)                \
-    Type Class::Get##Name() { return get(*this, &engine::State::member); } \
-    void Class::Set##Name(Type value) { set(*this, &engine::State::member, value); }
-
-#define WITHOUT_PROPERTIES(Class) \
-    Class::Class() : AgentAction(engine::make_node<AgentAction, engine::Class##State>()) {}
-
-WITHOUT_PROPERTIES(DoNothingAction)
-WITHOUT_PROPERTIES(ExitSimulationAction)
-WITHOUT_PROPERTIES(ClearAvatarAction)
-WITHOUT_PROPERTIES(ClearColorAction)
-WITHOUT_PROPERTIES(ClearHistoryAction)
-WITHOUT_PROPERTIES(ClearNetworkAction)
-WITHOUT_PROPERTIES(ClearTasksAction)
-
-NamedAction::NamedAction(GlobalId const& actionObject) : MAKE(NamedAction, state.action_object = actionObject) {}
-PROPERTY(NamedAction, GlobalId, AgentActionObject, NamedActionState, action_object)
-
-// Going somewhere.
-
-#define ERASE_ROUTE_HISTORY(Class)                                                                    \
-    bool Class::IsEraseRouteHistory() { return get(*this, &engine::SeekState::erase_route_history); } \
-    void Class::SetEraseRouteHistory(bool erase) { set(*this, &engine::SeekState::erase_route_history, erase); }
-
-#define SEEK(Class)                                                                                      \
-    Class::Class(bool eraseRouteHistory) : MAKE(Class, state.erase_route_history = eraseRouteHistory) {} \
-    ERASE_ROUTE_HISTORY(Class)
-SEEK(SeekInitialGoalAction)
-SEEK(SeekOriginAction)
-
-#define ZONE_ACTION(Class)                                                                 \
-    Class::Class(GlobalId const& zone) : Class(zone, false) {}                             \
-    Class::Class(GlobalId const& zone, bool eraseRouteHistory)                             \
-        : MAKE(Class, state.zone = zone; state.erase_route_history = eraseRouteHistory) {} \
-    PROPERTY(Class, GlobalId, Zone, ZoneActionState, zone)                                 \
-    ERASE_ROUTE_HISTORY(Class)
-ZONE_ACTION(SeekZoneAction)
-ZONE_ACTION(EvacuateZoneAction)
 
 namespace {
 
@@ -117,19 +78,61 @@ void set_destinations(Handle& handle, Destinations const& destinations) {
     void Class::SetLowestCost##Names(std::vector<GlobalId> const& ids) {    \
         set_destinations<engine::Class##State>(*this, by_lowest_cost(ids)); \
     }
-#define SEEK_ONE_OF(Class, Names)                                                                                    \
+
+// Accessors that several kinds have: see engine/model/node_handles.h.
+
+#define PEDFLUX_ACCESS_DURATION(Class, Type, Name, member) \
+    PEDFLUX_ACCESS_VALUE(Class, Type, Name, member)        \
+    void Class::SetDurationInSeconds(int seconds) { Set##Name(Distribution::CreateConstant(seconds)); }
+#define PEDFLUX_ACCESS_COUNT(Class, Type, Name, member) \
+    PEDFLUX_ACCESS_VALUE(Class, Type, Name, member)     \
+    void Class::SetCount(int count) { Set##Name(Distribution::CreateConstant(count)); }
+#define PEDFLUX_ACCESS_TIME(Class, Type, Name, member) \
+    PEDFLUX_ACCESS_VALUE(Class, Type, Name, member)    \
+    void Class::SetAbsoluteTimeInSeconds(int seconds) { Set##Name(TimeReference::Absolute(seconds)); }
+/// How the agent waits when the action is done early; an empty style: it does not wait.
+#define PEDFLUX_ACCESS_EARLY_STYLE(Class, Type, Name, member)                                                    \
+    Type Class::GetWaitStyle() { return get(*this, &engine::Class##State::member); }                             \
+    bool Class::Is##Name() const { return get(*this, &engine::Class##State::member) != nullptr; }                \
+    void Class::Set##Name(Type const& style) {                                                                   \
+        if (!style) engine::refuse_empty({engine::owner_of(engine::node_of(*this)), "waitIfDoActionDoneEarly"}); \
+        set(*this, &engine::Class##State::member, style);                                                        \
+    }                                                                                                            \
+    void Class::Clear##Name() { set(*this, &engine::Class##State::member, nullptr); }
+/// An identifier that is not valid stands for none.
+#define PEDFLUX_ACCESS_CUSTOM_NETWORK(Class, Type, Name, member)                                    \
+    GlobalId Class::Get##Name() { return get(*this, &engine::Class##State::member); }               \
+    void Class::Set##Name(GlobalId const& id) {                                                     \
+        set(*this, &engine::Class##State::member, id.IsValid() ? std::optional(id) : std::nullopt); \
+    }                                                                                               \
+    bool Class::Has##Name() { return state_of<engine::Class##State>(*this).member.has_value(); }
+
+#define ACTION(Class, type, play, ...)                   \
+    PEDFLUX_CONSTRUCTOR(AgentAction, Class, __VA_ARGS__) \
+    PEDFLUX_ACCESSORS(Class, __VA_ARGS__)
+#define ACTION_WITH_CONSTRUCTORS(Class, type, play, ...) PEDFLUX_ACCESSORS(Class, __VA_ARGS__)
+#define ACTION_EFFECT_WITH_CONSTRUCTORS ACTION_WITH_CONSTRUCTORS
+#define ACTION_TO_DESTINATIONS(Class, type, play, Names, rule)                                                       \
     Class::Class(std::vector<GlobalId> const& ids, bool eraseRouteHistory)                                           \
         : MAKE(Class, state.destinations = by_chance(ids); state.erase_route_history = eraseRouteHistory) {}         \
     Class::Class(std::vector<GlobalId> const& ids, std::vector<double> const& weights, bool eraseRouteHistory)       \
         : MAKE(Class, state.destinations = weighted(ids, weights); state.erase_route_history = eraseRouteHistory) {} \
     DESTINATIONS(Class, Names)                                                                                       \
-    ERASE_ROUTE_HISTORY(Class)
+    PEDFLUX_ACCESS_FLAG(Class, bool, EraseRouteHistory, erase_route_history)
+#define ACTION_TO_NEAREST(Class, type, play, Names, rule)  \
+    ACTION_TO_DESTINATIONS(Class, type, play, Names, rule) \
+    LOWEST_COST(Class, Names)
+#define ACTION_OF_ITS_OWN(...)
+#include "engine/behaviour/actions/agent_action_table.def"
 
-SEEK_ONE_OF(SeekAreaAction, Areas)
-LOWEST_COST(SeekAreaAction, Areas)
-SEEK_ONE_OF(SeekPortalAction, Portals)
-LOWEST_COST(SeekPortalAction, Portals)
-SEEK_ONE_OF(SeekProcessStartAction, ProcessStarts)
+// What the table does not tell.
+
+#define OF_A_ZONE(Class)                                       \
+    Class::Class(GlobalId const& zone) : Class(zone, false) {} \
+    Class::Class(GlobalId const& zone, bool eraseRouteHistory) \
+        : MAKE(Class, state.zone = zone; state.erase_route_history = eraseRouteHistory) {}
+OF_A_ZONE(SeekZoneAction)
+OF_A_ZONE(EvacuateZoneAction)
 
 FollowSignAction::FollowSignAction(std::vector<GlobalId> const& routeObjects)
     : MAKE(FollowSignAction, state.destinations = by_chance(routeObjects)) {}
@@ -141,83 +144,27 @@ void FollowSignAction::SetRouteObjectSequence(std::vector<GlobalId> const& route
     set_destinations<engine::FollowSignActionState>(*this, in_sequence(routeObjects));
 }
 
-// Waiting, and parts that several kinds have.
-
-#define STYLE(Class) PROPERTY(Class, std::shared_ptr<WaitStyle>, WaitStyle, WaitState, style)
-#define TEST(Class) PROPERTY(Class, std::shared_ptr<AgentTest>, AgentTest, Class##State, test)
-#define DURATION(Class)                                                                          \
-    PROPERTY(Class, std::shared_ptr<Distribution>, DurationDistribution, Class##State, duration) \
-    void Class::SetDurationInSeconds(int seconds) { SetDurationDistribution(Distribution::CreateConstant(seconds)); }
-#define TIME(Class)                                                                    \
-    PROPERTY(Class, std::shared_ptr<TimeReference>, TimeReference, Class##State, time) \
-    void Class::SetAbsoluteTimeInSeconds(int seconds) { SetTimeReference(TimeReference::Absolute(seconds)); }
-
-WaitForDurationAction::WaitForDurationAction(std::shared_ptr<Distribution> const& duration,
-                                             std::shared_ptr<WaitStyle> const& style)
-    : MAKE(WaitForDurationAction, state.duration = duration; state.style = style) {}
-DURATION(WaitForDurationAction)
-STYLE(WaitForDurationAction)
-
-WaitForeverAction::WaitForeverAction(std::shared_ptr<WaitStyle> const& style)
-    : MAKE(WaitForeverAction, state.style = style) {}
-STYLE(WaitForeverAction)
-
-WaitUntilTimeAction::WaitUntilTimeAction(std::shared_ptr<TimeReference> const& time,
-                                         std::shared_ptr<WaitStyle> const& style)
-    : MAKE(WaitUntilTimeAction, state.time = time; state.style = style) {}
-TIME(WaitUntilTimeAction)
-STYLE(WaitUntilTimeAction)
-
-WaitWhileTestTrueAction::WaitWhileTestTrueAction(std::shared_ptr<AgentTest> const& test,
-                                                 std::shared_ptr<WaitStyle> const& style)
-    : MAKE(WaitWhileTestTrueAction, state.test = test; state.style = style) {}
-TEST(WaitWhileTestTrueAction)
-STYLE(WaitWhileTestTrueAction)
-
-// What happens at once.
+#define WAIT_BY(Class, Type, member)                                                           \
+    Class::Class(std::shared_ptr<Type> const& member, std::shared_ptr<WaitStyle> const& style) \
+        : MAKE(Class, state.member = member; state.style = style) {}
+WAIT_BY(WaitForDurationAction, Distribution, duration)
+WAIT_BY(WaitUntilTimeAction, TimeReference, time)
+WAIT_BY(WaitWhileTestTrueAction, AgentTest, test)
 
 AddToTallyAction::AddToTallyAction(GlobalId const& tallyObject, double value)
     : AddToTallyAction(std::vector{tallyObject}, value) {}
-AddToTallyAction::AddToTallyAction(std::vector<GlobalId> const& tallyObjects, double value)
-    : MAKE(AddToTallyAction, state.tally_objects = tallyObjects; state.value = value) {}
-PROPERTY(AddToTallyAction, std::vector<GlobalId>, TallyObjects, AddToTallyActionState, tally_objects)
-PROPERTY_BY_VALUE(AddToTallyAction, double, ValueToAdd, AddToTallyActionState, value)
-
-#define TOKENS(Class)                                                                         \
-    Class::Class(GlobalId const& token) : Class(std::vector{token}) {}                        \
-    Class::Class(std::vector<GlobalId> const& tokens) : MAKE(Class, state.tokens = tokens) {} \
-    PROPERTY(Class, std::vector<GlobalId>, Tokens, TokensState, tokens)
-TOKENS(AddTokensAction)
-TOKENS(ClearTokensAction)
-
-SetAvatarAction::SetAvatarAction(GlobalId const& avatar) : MAKE(SetAvatarAction, state.avatar = avatar) {}
-PROPERTY(SetAvatarAction, GlobalId, Avatar, SetAvatarActionState, avatar)
-
+AddTokensAction::AddTokensAction(GlobalId const& token) : AddTokensAction(std::vector{token}) {}
+ClearTokensAction::ClearTokensAction(GlobalId const& token) : ClearTokensAction(std::vector{token}) {}
 SetColorAction::SetColorAction() : SetColorAction(Color::WHITE) {}
-SetColorAction::SetColorAction(Color color) : MAKE(SetColorAction, state.color = color) {}
-PROPERTY_BY_VALUE(SetColorAction, Color, Color, SetColorActionState, color)
-
 SetNetworkAction::SetNetworkAction() : SetNetworkAction(GlobalId::INVALID) {}
 SetNetworkAction::SetNetworkAction(GlobalId const& network)
     : AgentAction(engine::make_node<AgentAction, engine::SetNetworkActionState>()) {
     SetCustomNetwork(network);
 }
-GlobalId SetNetworkAction::GetCustomNetwork() { return get(*this, &engine::SetNetworkActionState::network); }
-void SetNetworkAction::SetCustomNetwork(GlobalId const& network) {
-    set(*this, &engine::SetNetworkActionState::network, network.IsValid() ? std::optional(network) : std::nullopt);
-}
-bool SetNetworkAction::HasCustomNetwork() { return state_of<engine::SetNetworkActionState>(*this).network.has_value(); }
-
-// Actions made of actions.
-
-ListAction::ListAction(std::vector<std::shared_ptr<AgentAction>> const& actions, ListActionAssignment assignment)
-    : MAKE(ListAction, state.actions = actions; state.assignment = assignment) {}
-PROPERTY_BY_VALUE(ListAction, ListActionAssignment, ListActionAssignment, ListActionState, assignment)
 
 ChooseFromSetAction::ChooseFromSetAction(std::vector<std::shared_ptr<AgentAction>> const& actions,
                                          std::vector<double> const& weights)
     : MAKE(ChooseFromSetAction, state.actions = actions; state.weights = weights) {}
-
 void ChooseFromSetAction::AddChildAction(std::shared_ptr<AgentAction> const& action, double weight) {
     change<engine::ChooseFromSetActionState>(*this, [&](auto& state) {
         state.actions.push_back(action);
@@ -250,79 +197,17 @@ void ChooseFromSetAction::SetWeights(std::vector<double> const& weights) {
     change<engine::ChooseFromSetActionState>(*this, [&](auto& state) { state.weights = weights; });
 }
 
-ApplyActionAction::ApplyActionAction(std::shared_ptr<AgentAction> const& action)
-    : MAKE(ApplyActionAction, state.action = action) {}
-PROPERTY(ApplyActionAction, std::shared_ptr<AgentAction>, AppliedAction, ApplyActionActionState, action)
-
-#define CONDITION(Class)                                                        \
-    PROPERTY(Class, std::shared_ptr<AgentTest>, IfTest, ConditionalState, test) \
-    PROPERTY(Class, std::shared_ptr<AgentAction>, ThenAction, ConditionalState, then_action)
-
-IfThenAction::IfThenAction(std::shared_ptr<AgentTest> const& test, std::shared_ptr<AgentAction> const& thenAction)
-    : MAKE(IfThenAction, state.test = test; state.then_action = thenAction) {}
-CONDITION(IfThenAction)
-
-IfThenElseAction::IfThenElseAction(std::shared_ptr<AgentTest> const& test,
-                                   std::shared_ptr<AgentAction> const& thenAction,
-                                   std::shared_ptr<AgentAction> const& elseAction)
-    : MAKE(IfThenElseAction, state.test = test; state.then_action = thenAction; state.else_action = elseAction) {}
-CONDITION(IfThenElseAction)
-PROPERTY(IfThenElseAction, std::shared_ptr<AgentAction>, ElseAction, IfThenElseActionState, else_action)
-
-#define DO_UNTIL(Class, End, end)                                                                                    \
-    Class::Class(std::shared_ptr<AgentAction> const& action, std::shared_ptr<End> const& end)                        \
-        : MAKE(Class, state.action = action; state.end = end) {}                                                     \
-    Class::Class(std::shared_ptr<AgentAction> const& action, std::shared_ptr<End> const& end,                        \
-                 std::shared_ptr<WaitStyle> const& style)                                                            \
-        : Class(action, end) {                                                                                       \
-        SetWaitIfDoActionDoneEarly(style);                                                                           \
-    }                                                                                                                \
-    PROPERTY(Class, std::shared_ptr<AgentAction>, DoAction, DoUntilState, action)                                    \
-    std::shared_ptr<WaitStyle> Class::GetWaitStyle() { return get(*this, &engine::DoUntilState::early_wait_style); } \
-    bool Class::IsWaitIfDoActionDoneEarly() const {                                                                  \
-        return get(*this, &engine::DoUntilState::early_wait_style) != nullptr;                                       \
-    }                                                                                                                \
-    void Class::SetWaitIfDoActionDoneEarly(std::shared_ptr<WaitStyle> const& style) {                                \
-        engine::set_early_wait_style(*this, style);                                                                  \
-    }                                                                                                                \
-    void Class::ClearWaitIfDoActionDoneEarly() { set(*this, &engine::DoUntilState::early_wait_style, nullptr); }
-
-namespace engine {
-namespace {
-
-void set_early_wait_style(AgentAction& action, std::shared_ptr<WaitStyle> const& style) {
-    if (!style) refuse_empty({owner_of(node_of(action)), "waitIfDoActionDoneEarly"});
-    set(action, &DoUntilState::early_wait_style, style);
-}
-
-}  // namespace
-}  // namespace engine
-
+#define DO_UNTIL(Class, Type, member)                                                             \
+    Class::Class(std::shared_ptr<AgentAction> const& action, std::shared_ptr<Type> const& member) \
+        : MAKE(Class, state.action = action; state.member = member) {}                            \
+    Class::Class(std::shared_ptr<AgentAction> const& action, std::shared_ptr<Type> const& member, \
+                 std::shared_ptr<WaitStyle> const& style)                                         \
+        : Class(action, member) {                                                                 \
+        SetWaitIfDoActionDoneEarly(style);                                                        \
+    }
 DO_UNTIL(DoUntilDurationEndsAction, Distribution, duration)
-DURATION(DoUntilDurationEndsAction)
 DO_UNTIL(DoUntilTestFailsAction, AgentTest, test)
-TEST(DoUntilTestFailsAction)
 DO_UNTIL(DoUntilTimeAction, TimeReference, time)
-TIME(DoUntilTimeAction)
-
-#define REPEAT(Class) PROPERTY(Class, std::shared_ptr<AgentAction>, RepeatAction, RepeatState, action)
-#define REPEAT_WITH(Class, Type, end)                                                          \
-    Class::Class(std::shared_ptr<AgentAction> const& action, std::shared_ptr<Type> const& end) \
-        : MAKE(Class, state.action = action; state.end = end) {}                               \
-    REPEAT(Class)
-
-RepeatForeverAction::RepeatForeverAction(std::shared_ptr<AgentAction> const& action)
-    : MAKE(RepeatForeverAction, state.action = action) {}
-REPEAT(RepeatForeverAction)
-REPEAT_WITH(RepeatForCountAction, Distribution, count)
-PROPERTY(RepeatForCountAction, std::shared_ptr<Distribution>, CountDistribution, RepeatForCountActionState, count)
-void RepeatForCountAction::SetCount(int count) { SetCountDistribution(Distribution::CreateConstant(count)); }
-REPEAT_WITH(RepeatForDurationAction, Distribution, duration)
-DURATION(RepeatForDurationAction)
-REPEAT_WITH(RepeatUntilTimeAction, TimeReference, time)
-TIME(RepeatUntilTimeAction)
-REPEAT_WITH(RepeatWhileTestTrueAction, AgentTest, test)
-TEST(RepeatWhileTestTrueAction)
 
 // Named actions.
 
@@ -349,7 +234,7 @@ void require_one_weight_each(Subject const& subject, std::string_view name, std:
                              std::vector<double> const& weights) {
     if (count != weights.size()) {
         part(subject, name)
-            .refuse("as many as their weights, which number " + std::to_string(weights.size()), std::to_string(count));
+            .refuse(fmt::format("as many as their weights, which number {}", weights.size()), std::to_string(count));
     }
 }
 
@@ -366,7 +251,7 @@ void require_fitting(Subject const& subject, std::string_view name, Destinations
     }
     if (!weighted) {
         if (weights.empty()) return;
-        part(subject, "weights").refuse("empty unless they are used", std::to_string(weights.size()) + " numbers");
+        part(subject, "weights").refuse("empty unless they are used", fmt::format("{} numbers", weights.size()));
     }
     require_one_weight_each(subject, name, ids.size(), weights);
     if (!weights.empty() && std::ranges::none_of(weights, [](double weight) { return weight > 0; })) {
@@ -382,7 +267,7 @@ void AgentActionObjectState::require_no_way_back(AgentActionObjectState const& s
         NodeState const& node = node_of(*open.back());
         open.pop_back();
         std::vector<Reference> references;
-        node.kind->references(&self, node, references);
+        collect_references(&self, fields_in(node), references);
         for (auto const& reference : references) {
             if (reference.to.InternalEquals(self.id)) {
                 Subject{owner_of(self), "agentAction"}.refuse("an action that does not lead back to the object itself",
@@ -396,9 +281,10 @@ void AgentActionObjectState::require_no_way_back(AgentActionObjectState const& s
 
 template <>
 std::span<KindOfNode<AgentAction> const* const> kinds_of<AgentAction>() {
-#define ENTRY(Class) &node_kind<AgentAction, Class##State>(),
-    static KindOfNode<AgentAction> const* const kinds[] = {PEDFLUX_AGENT_ACTIONS(ENTRY)};
-#undef ENTRY
+    static KindOfNode<AgentAction> const* const kinds[] = {
+#define ACTION(Class, ...) &node_kind<AgentAction, Class##State>(),
+#include "engine/behaviour/actions/agent_action_table.def"
+    };
     return kinds;
 }
 

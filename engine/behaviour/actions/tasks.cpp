@@ -7,6 +7,8 @@
 #include <string_view>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 namespace {
@@ -15,14 +17,14 @@ using engine::TaskKind;
 using engine::TaskOrder;
 
 TaskOrder going(std::string_view task, TaskKind kind, std::vector<GlobalId> const& goals, bool erase_route_history) {
-    if (goals.empty()) engine::refuse(std::string(task) + ": there is no goal, there must be at least one");
-    engine::require_distinct(std::string(task) + ": goal", goals);
+    if (goals.empty()) engine::refuse(fmt::format("{}: there is no goal, there must be at least one", task));
+    engine::require_distinct(fmt::format("{}: goal", task), goals);
     return {.kind = kind, .goals = goals, .erase_route_history = erase_route_history};
 }
 
 TaskOrder waiting(std::string_view task, TaskKind kind, int seconds, std::shared_ptr<WaitStyle> const& style) {
-    if (!style) engine::refuse(std::string(task) + ": the wait style must be given, not empty");
-    if (seconds < 0) engine::refuse(std::string(task) + ": seconds must be at least 0, not " + std::to_string(seconds));
+    if (!style) engine::refuse(fmt::format("{}: the wait style must be given, not empty", task));
+    if (seconds < 0) engine::refuse(fmt::format("{}: seconds must be at least 0, not {}", task, seconds));
     return {.kind = kind, .seconds = seconds, .style = style->Clone()};
 }
 

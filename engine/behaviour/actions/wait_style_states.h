@@ -4,37 +4,30 @@
 #include "engine/model/check.h"
 #include "engine/model/enumerations.h"
 #include "engine/model/node.h"
+#include "engine/model/node_table.h"
 
 #include <pedflux/wait_styles.h>
 
+#include <array>
 #include <string_view>
 #include <vector>
 
-/// The states of wait styles: see engine/model/node.h.
+/// The states of wait styles: see engine/model/node.h and wait_style_table.def.
 namespace pedflux::engine {
 
-PEDFLUX_NAMES(WaitStyleTypeId, {{WaitStyleTypeId::STAND_STILL, "STAND_STILL"},
-                                {WaitStyleTypeId::SPREAD_OUT, "SPREAD_OUT"},
-                                {WaitStyleTypeId::ASSIGNED_WAIT_SPACE, "ASSIGNED_WAIT_SPACE"},
-                                {WaitStyleTypeId::LOWEST_COST_WAIT_SPACE, "LOWEST_COST_WAIT_SPACE"}});
+template <>
+inline constexpr auto value_names<WaitStyleTypeId> = std::to_array<Named<WaitStyleTypeId>>({
+#define WAIT_STYLE(Class, type, ...) {WaitStyleTypeId::type, #type},
+#include "engine/behaviour/actions/wait_style_table.def"
+});
 
-struct StandStillWaitStyleState : NodeState {
-    static constexpr WaitStyleTypeId TYPE = WaitStyleTypeId::STAND_STILL;
-    static constexpr std::string_view NAME = "StandStillWaitStyle";
-    using Handle = StandStillWaitStyle;
-
-    template <class Self, class Field>
-    static void fields(Self&, Field&&) {}
-};
-
-struct SpreadOutWaitStyleState : NodeState {
-    static constexpr WaitStyleTypeId TYPE = WaitStyleTypeId::SPREAD_OUT;
-    static constexpr std::string_view NAME = "SpreadOutWaitStyle";
-    using Handle = SpreadOutWaitStyle;
-
-    template <class Self, class Field>
-    static void fields(Self&, Field&&) {}
-};
+#define WAIT_STYLE(Class, type, ...)               \
+    struct Class##State : NodeState {              \
+        PEDFLUX_KIND(WaitStyleTypeId, Class, type) \
+        PEDFLUX_PROPERTIES(__VA_ARGS__)            \
+    };
+#define WAIT_STYLE_IN_SPACES(...)
+#include "engine/behaviour/actions/wait_style_table.def"
 
 struct WaitInSpacesState : NodeState {
     std::vector<GlobalId> spaces;
@@ -48,16 +41,14 @@ struct WaitInSpacesState : NodeState {
 };
 
 struct AssignedWaitSpaceWaitStyleState : WaitInSpacesState {
-    static constexpr WaitStyleTypeId TYPE = WaitStyleTypeId::ASSIGNED_WAIT_SPACE;
-    static constexpr std::string_view NAME = "AssignedWaitSpaceWaitStyle";
-    using Handle = AssignedWaitSpaceWaitStyle;
+    PEDFLUX_KIND(WaitStyleTypeId, AssignedWaitSpaceWaitStyle, ASSIGNED_WAIT_SPACE)
 
     std::vector<double> weights;  ///< one for each space; none when all have the same chance
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         WaitInSpacesState::fields(self, field);
-        field("weights", self.weights, NOT_NEGATIVE);
+        field("weights", self.weights, not_negative);
     }
     static void check(Subject const&, AssignedWaitSpaceWaitStyleState const& self) {
         if (!self.weights.empty())
@@ -67,9 +58,7 @@ struct AssignedWaitSpaceWaitStyleState : WaitInSpacesState {
 };
 
 struct LowestCostWaitSpaceWaitStyleState : WaitInSpacesState {
-    static constexpr WaitStyleTypeId TYPE = WaitStyleTypeId::LOWEST_COST_WAIT_SPACE;
-    static constexpr std::string_view NAME = "LowestCostWaitSpaceWaitStyle";
-    using Handle = LowestCostWaitSpaceWaitStyle;
+    PEDFLUX_KIND(WaitStyleTypeId, LowestCostWaitSpaceWaitStyle, LOWEST_COST_WAIT_SPACE)
 };
 
 }  // namespace pedflux::engine

@@ -1,5 +1,6 @@
 #include "engine/behaviour/actions/wait_style_states.h"
-#include "engine/model/node_kind.h"
+#include "engine/model/node_handles.h"
+#include "engine/model/properties.h"
 
 #include <pedflux/wait_styles.h>
 
@@ -30,8 +31,11 @@ std::shared_ptr<WaitStyle> WaitStyle::LowestCostWaitSpace(std::vector<GlobalId> 
     return std::make_shared<LowestCostWaitSpaceWaitStyle>(spaces);
 }
 
-StandStillWaitStyle::StandStillWaitStyle() : WaitStyle(make_node<WaitStyle, engine::StandStillWaitStyleState>()) {}
-SpreadOutWaitStyle::SpreadOutWaitStyle() : WaitStyle(make_node<WaitStyle, engine::SpreadOutWaitStyleState>()) {}
+#define WAIT_STYLE(Class, type, ...)                   \
+    PEDFLUX_CONSTRUCTOR(WaitStyle, Class, __VA_ARGS__) \
+    PEDFLUX_ACCESSORS(Class, __VA_ARGS__)
+#define WAIT_STYLE_IN_SPACES(...)
+#include "engine/behaviour/actions/wait_style_table.def"
 
 AssignedWaitSpaceWaitStyle::AssignedWaitSpaceWaitStyle(std::vector<GlobalId> const& spaces)
     : WaitStyle(
@@ -48,7 +52,8 @@ LowestCostWaitSpaceWaitStyle::LowestCostWaitSpaceWaitStyle(std::vector<GlobalId>
     : WaitStyle(make_node<WaitStyle, engine::LowestCostWaitSpaceWaitStyleState>(
           [&](auto& state) { state.spaces = spaces; })) {}
 
-#define FALLBACK(Class)                                                                                  \
+#define WAIT_STYLE(...)
+#define WAIT_STYLE_IN_SPACES(Class, ...)                                                                 \
     WaitStyleTypeId Class::GetFallbackWaitStyleId() { return get(*this, &WaitInSpacesState::fallback); } \
     void Class::SetFallbackWaitStyleStandStill() {                                                       \
         set(*this, &WaitInSpacesState::fallback, WaitStyleTypeId::STAND_STILL);                          \
@@ -56,18 +61,16 @@ LowestCostWaitSpaceWaitStyle::LowestCostWaitSpaceWaitStyle(std::vector<GlobalId>
     void Class::SetFallbackWaitStyleSpreadOut() {                                                        \
         set(*this, &WaitInSpacesState::fallback, WaitStyleTypeId::SPREAD_OUT);                           \
     }
-
-FALLBACK(AssignedWaitSpaceWaitStyle)
-FALLBACK(LowestCostWaitSpaceWaitStyle)
+#include "engine/behaviour/actions/wait_style_table.def"
 
 namespace engine {
 
 template <>
 std::span<KindOfNode<WaitStyle> const* const> kinds_of<WaitStyle>() {
-    static KindOfNode<WaitStyle> const* const kinds[] = {&node_kind<WaitStyle, StandStillWaitStyleState>(),
-                                                         &node_kind<WaitStyle, SpreadOutWaitStyleState>(),
-                                                         &node_kind<WaitStyle, AssignedWaitSpaceWaitStyleState>(),
-                                                         &node_kind<WaitStyle, LowestCostWaitSpaceWaitStyleState>()};
+    static KindOfNode<WaitStyle> const* const kinds[] = {
+#define WAIT_STYLE(Class, ...) &node_kind<WaitStyle, Class##State>(),
+#include "engine/behaviour/actions/wait_style_table.def"
+    };
     return kinds;
 }
 

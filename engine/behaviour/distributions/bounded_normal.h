@@ -12,8 +12,8 @@ namespace pedflux::engine {
 /// everywhere.
 double mean_of_bounded_normal(double lower, double upper);
 
-/// Mills' ratio (1 - Φ(x)) / φ(x) of the standard normal law, for x of at least 0: the chance of exceeding x in units
-/// of the density there, which stays well above 0 where both have long vanished.
+/// Mills' ratio (1 - Φ(x)) / φ(x) of the standard normal distribution, for x of at least 0: the chance of exceeding x
+/// in units of the density there, which stays well above 0 where both have long vanished.
 double mills_ratio(double x);
 
 /// The density at x in units of the chance of a value below it, φ(x) / Φ(x), for any x.

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/behaviour/distributions/distribution_spec.h"
-#include "engine/model/codec.h"
+#include "engine/model/field_type.h"
 
 #include <pedflux/distributions.h>
 
@@ -15,18 +15,18 @@ struct Distribution::State {
 
 namespace engine {
 
-/// The way from an SDK distribution to its law.
+/// The way from an SDK distribution to its specification.
 struct DistributionAccess {
     static DistributionSpec& spec(Distribution& distribution) { return distribution.state_->spec; }
     static DistributionSpec const& spec(Distribution const& distribution) { return distribution.state_->spec; }
 };
 
-/// The law of a distribution.
+/// The specification of a distribution.
 inline DistributionSpec const& spec_of(Distribution const& distribution) {
     return DistributionAccess::spec(distribution);
 }
 
-/// A distribution of the class that belongs to the law. Throws as the class's constructor does.
+/// A distribution of the class that belongs to the specification. Throws as the class's constructor does.
 std::shared_ptr<Distribution> make_distribution(DistributionSpec const& spec);
 
 template <>
@@ -34,6 +34,7 @@ struct SharedValue<Distribution> {
     using Value = DistributionSpec;
     static DistributionSpec const& value(Distribution const& distribution) { return spec_of(distribution); }
     static std::shared_ptr<Distribution> make(DistributionSpec const& spec) { return make_distribution(spec); }
+    static void check(Subject const& subject, std::shared_ptr<Distribution> const& distribution, FieldRule const& rule);
 };
 
 /// One value of a distribution. Throws for one that is not valid.

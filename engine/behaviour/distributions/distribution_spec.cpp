@@ -11,16 +11,18 @@
 #include <optional>
 #include <string>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 namespace {
 
-// What a law's parameters break, or nothing.
+// The rule that the parameters break, or nothing.
 using Fault = std::optional<std::string>;
 
 Fault ordered(char const* lower_name, double lower, char const* upper_name, double upper) {
     if (lower <= upper) return {};
-    return std::string(lower_name) + " is " + text_of(lower) + " and " + upper_name + " is " + text_of(upper) + "; " +
-           lower_name + " must not exceed " + upper_name;
+    return fmt::format("{} is {} and {} is {}; {} must not exceed {}", lower_name, text_of(lower), upper_name,
+                       text_of(upper), lower_name, upper_name);
 }
 
 Fault fault(ConstantSpec const& /*spec*/) { return {}; }
@@ -44,7 +46,7 @@ double extreme(DiscreteSpec const& spec, bool greatest) {
         auto const value = spec.values[index];
         if (!found || (greatest ? value > *found : value < *found)) found = value;
     }
-    if (!found) throw Exception("DiscreteDistribution: " + *fault(spec));
+    if (!found) throw Exception(fmt::format("DiscreteDistribution: {}", *fault(spec)));
     return *found;
 }
 
@@ -72,7 +74,7 @@ double expected(NormalSpec const& spec) {
            spec.sigma * mean_of_bounded_normal((spec.min - spec.mu) / spec.sigma, (spec.max - spec.mu) / spec.sigma);
 }
 
-// With b = (ln(max - shift) - mu) / sigma the bound in units of the underlying normal law, the bounded mean is
+// With b = (ln(max - shift) - mu) / sigma the bound in units of the underlying normal distribution, the bounded mean is
 // shift + exp(mu + sigma²/2) Φ(b - sigma) / Φ(b): Johnson, Kotz and Balakrishnan, "Continuous Univariate
 // Distributions", volume 1, second edition (1994), chapter 14. Where the first chance may vanish, φ(b - sigma) = φ(b)
 // exp(b sigma - sigma²/2) turns the quotient into one of Mills' ratios.
@@ -122,7 +124,7 @@ double draw(NormalSpec const& spec, Random& random) {
 double draw(LogNormalSpec const& spec, Random& random) {
     if (spec.shift == spec.max) return spec.max;
     auto const bound = (std::log(spec.max - spec.shift) - spec.mu) / spec.sigma;
-    return spec.shift + std::exp(spec.mu + spec.sigma * draw_bounded_normal(-WITHOUT_END, bound, random));
+    return spec.shift + std::exp(spec.mu + spec.sigma * draw_bounded_normal(-unlimited, bound, random));
 }
 
 double draw(ExponentialSpec const& spec, Random& random) {
@@ -145,7 +147,7 @@ std::string_view name_of(DistributionSpec const& spec) {
 bool is_valid(DistributionSpec const& spec) { return !fault_of(spec); }
 
 void require_valid(DistributionSpec const& spec) {
-    if (auto const fault = fault_of(spec)) throw Exception(std::string(name_of(spec)) + ": " + *fault);
+    if (auto const fault = fault_of(spec)) throw Exception(fmt::format("{}: {}", name_of(spec), *fault));
 }
 
 double minimum(DistributionSpec const& spec) {

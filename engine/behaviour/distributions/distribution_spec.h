@@ -1,7 +1,10 @@
 #pragma once
 
 #include "engine/base/random.h"
+#include "engine/model/node_table.h"
 #include "engine/model/rules.h"
+
+#include <pedflux/distributions.h>
 
 #include <string_view>
 #include <variant>
@@ -9,106 +12,26 @@
 
 namespace pedflux::engine {
 
-// The laws of the SDK's distributions as plain data, with the fields that files hold. Each stores whatever finite
-// numbers it was given; `is_valid` tells whether they make a law together, and only then do `mean` and `sample` have a
-// meaning.
-
-/// Always the same value.
-struct ConstantSpec {
-    static constexpr std::string_view NAME = "ConstantDistribution";
-
-    double value = 0;
-
-    template <class Self, class Field>
-    static void fields(Self& self, Field&& field) {
-        field("value", self.value);
-    }
-};
-
-/// Equal density from min to max.
-struct UniformSpec {
-    static constexpr std::string_view NAME = "UniformDistribution";
-
-    double min = 0;
-    double max = 0;
-
-    template <class Self, class Field>
-    static void fields(Self& self, Field&& field) {
-        field("min", self.min);
-        field("max", self.max);
-    }
-};
-
-/// Density rising in a straight line from min to the mode and falling to max.
-struct TriangularSpec {
-    static constexpr std::string_view NAME = "TriangularDistribution";
-
-    double min = 0;
-    double mode = 0;
-    double max = 0;
-
-    template <class Self, class Field>
-    static void fields(Self& self, Field&& field) {
-        field("min", self.min);
-        field("mode", self.mode);
-        field("max", self.max);
-    }
-};
-
-/// The normal law of mean mu and standard deviation sigma, given that the value lies between min and max.
-struct NormalSpec {
-    static constexpr std::string_view NAME = "NormalDistribution";
-
-    double mu = 0;
-    double sigma = 1;
-    double min = 0;
-    double max = 0;
-
-    template <class Self, class Field>
-    static void fields(Self& self, Field&& field) {
-        field("mu", self.mu);
-        field("sigma", self.sigma, ABOVE_ZERO);
-        field("min", self.min);
-        field("max", self.max);
-    }
-};
-
-/// shift + exp(Y) with Y normal of mean mu and standard deviation sigma, given that the value is at most max.
-struct LogNormalSpec {
-    static constexpr std::string_view NAME = "LogNormalDistribution";
-
-    double mu = 0;
-    double sigma = 1;
-    double shift = 0;
-    double max = 0;
-
-    template <class Self, class Field>
-    static void fields(Self& self, Field&& field) {
-        field("mu", self.mu);
-        field("sigma", self.sigma, ABOVE_ZERO);
-        field("shift", self.shift);
-        field("max", self.max);
-    }
-};
-
-/// shift + Y with Y exponential of the given rate, given that the value is at most max.
-struct ExponentialSpec {
-    static constexpr std::string_view NAME = "ExponentialDistribution";
-
-    double rate = 1;
-    double shift = 0;
-    double max = 0;
-
-    template <class Self, class Field>
-    static void fields(Self& self, Field&& field) {
-        field("rate", self.rate, ABOVE_ZERO);
-        field("shift", self.shift);
-        field("max", self.max);
-    }
-};
+/// The specifications of the SDK's distributions as plain data, with the fields that files hold: see
+/// distribution_table.def. Each stores whatever finite numbers it was given; `is_valid` tells whether they fit
+/// together, and only then do `mean` and `sample` have a meaning.
+///
+/// Constant: always the same value. Uniform: equal density from min to max. Triangular: density rising in a straight
+/// line from min to the mode and falling to max. Normal: of mean mu and standard deviation sigma, truncated to min and
+/// max. LogNormal: shift + exp(Y) with Y normal of mean mu and standard deviation sigma, truncated at max. Exponential:
+/// shift + Y with Y exponential of the given rate, truncated at max.
+#define DISTRIBUTION(Kind, type, ...)                                    \
+    struct Kind##Spec {                                                  \
+        static constexpr DistributionType TYPE = DistributionType::type; \
+        static constexpr std::string_view NAME = #Kind "Distribution";   \
+        PEDFLUX_PROPERTIES(__VA_ARGS__)                                  \
+    };
+#define DISTRIBUTION_OF_ITS_OWN(...)
+#include "engine/behaviour/distributions/distribution_table.def"
 
 /// One of the values, with a chance proportional to its weight.
 struct DiscreteSpec {
+    static constexpr DistributionType TYPE = DistributionType::DISCRETE;
     static constexpr std::string_view NAME = "DiscreteDistribution";
 
     std::vector<double> values;
@@ -117,32 +40,37 @@ struct DiscreteSpec {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         field("values", self.values);
-        field("weights", self.weights, NOT_NEGATIVE);
+        field("weights", self.weights, not_negative);
     }
 };
 
-/// The order of the kinds is that of `DistributionType`.
-using DistributionSpec =
-    std::variant<ConstantSpec, UniformSpec, TriangularSpec, NormalSpec, LogNormalSpec, ExponentialSpec, DiscreteSpec>;
+/// A variant of all but the first type.
+template <class First, class... Specs>
+using VariantAfter = std::variant<Specs...>;
 
-/// The name of the law's class in the SDK, for messages and files.
+using DistributionSpec = VariantAfter<void
+#define DISTRIBUTION(Kind, ...) , Kind##Spec
+#include "engine/behaviour/distributions/distribution_table.def"
+                                      >;
+
+/// The name of the distribution's class in the SDK, for messages and files.
 std::string_view name_of(DistributionSpec const& spec);
 
-/// Whether the parameters make a law together.
+/// Whether the parameters fit together.
 bool is_valid(DistributionSpec const& spec);
 
-/// Throws an Exception that names the law and the rule that its parameters break, when they make no law.
+/// Throws Exception that names the distribution and the rule that its parameters break, when they do not fit together.
 void require_valid(DistributionSpec const& spec);
 
-/// The bounds of the values as they are given, also while the law is not valid. A discrete law without a value of
-/// positive weight has none and throws.
+/// The bounds of the values as they are given, even while the specification is not valid. A discrete one without a
+/// value of positive weight has none and throws.
 double minimum(DistributionSpec const& spec);
 double maximum(DistributionSpec const& spec);
 
-/// The expected value of what `sample` draws. Throws for a law that is not valid.
+/// The expected value of what `sample` draws. Throws for a specification that is not valid.
 double mean(DistributionSpec const& spec);
 
-/// One value drawn by a valid law, always within its bounds.
+/// One value drawn by a valid specification, always within its bounds.
 double sample(DistributionSpec const& spec, Random& random);
 
 }  // namespace pedflux::engine

@@ -32,14 +32,14 @@ PEDFLUX_NAMES(EventColorSchemeType, {{EventColorSchemeType::EVENT_COLOR, "EVENT_
                                      {EventColorSchemeType::DARKER, "DARKER"},
                                      {EventColorSchemeType::RULES, "RULES"}});
 
-/// Who passes the test gets the colour.
+/// The colour of agents that pass `test`.
 struct ColorRule {
     std::shared_ptr<AgentTest> test;
     Color color;
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("agentTest", self.test, REQUIRED);
+        field("agentTest", self.test, must_be_given);
         field("color", self.color);
     }
 };
@@ -59,7 +59,7 @@ struct EventState : ObjectState {
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
         field("population", self.population);
-        field("startTrigger", self.start_trigger, REQUIRED);
+        field("startTrigger", self.start_trigger, must_be_given);
         field("profile", self.profile, A_PROFILE);
         field("initialAction", self.initial_action);
         field("colorScheme", self.color_scheme);
@@ -97,8 +97,8 @@ struct EvacuationState : EventState {
     static void fields(Self& self, Field&& field) {
         EventState::fields(self, field);
         field("zones", self.zones, A_PLACE);
-        field("preMovementWaitDistribution", self.pre_movement_wait, RequiredRange{{0, WITHOUT_END, "s"}});
-        field("preMovementWaitStyle", self.pre_movement_wait_style, REQUIRED);
+        field("preMovementWaitDistribution", self.pre_movement_wait, RequiredRange{{0, unlimited, "s"}});
+        field("preMovementWaitStyle", self.pre_movement_wait_style, must_be_given);
     }
 };
 
@@ -124,7 +124,7 @@ struct ForDuration {
     std::shared_ptr<Distribution> duration;  ///< seconds
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("duration", self.duration, RequiredRange{{0, WITHOUT_END, "s"}});
+        field("duration", self.duration, RequiredRange{{0, unlimited, "s"}});
     }
 };
 
@@ -133,7 +133,7 @@ struct UntilTime {
     std::shared_ptr<TimeReference> time;
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("time", self.time, REQUIRED);
+        field("time", self.time, must_be_given);
     }
 };
 
@@ -188,8 +188,8 @@ struct BroadcastState : ObjectState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
-        field("triggerRange", self.trigger_range, REQUIRED);
-        field("agentAction", self.action, REQUIRED);
+        field("triggerRange", self.trigger_range, must_be_given);
+        field("agentAction", self.action, must_be_given);
         field("agentTest", self.test);
         field("zone", self.zone, refers_to_kind<ObjectType::ZONE>("a zone"));
     }

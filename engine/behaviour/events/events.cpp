@@ -3,13 +3,15 @@
 #include "engine/behaviour/events/event_states.h"
 #include "engine/behaviour/population/population_handle.h"
 #include "engine/geometry/vector.h"
+#include "engine/model/accessors.h"
 #include "engine/model/document.h"
-#include "engine/model/properties.h"
 #include "engine/scene/scene_states.h"
 
 #include <pedflux/events.h>
 
 #include <numeric>
+
+#include <fmt/format.h>
 
 namespace pedflux {
 
@@ -28,32 +30,25 @@ using engine::set_copy;
 using engine::state_of;
 
 // The objects of the project keep copies of what is shared outside of it.
-#define COPIED(Class, Type, Name, member)                                         \
-    std::shared_ptr<Type> Class::Get##Name() { return get_copy(*this, &member); } \
-    void Class::Set##Name(std::shared_ptr<Type> const& value) { set_copy(*this, &member, value); }
 
 std::shared_ptr<PopulationSource> SinglePopulationEvent::GetPopulationSource() {
     return engine::make_source(get(*this, &EventState::population));
 }
 void SinglePopulationEvent::SetPopulationSource(std::shared_ptr<PopulationSource> const& source) {
-    if (!source) engine::refuse(title_of(state_of<EventState>(*this)) + ": the population source must not be empty");
+    if (!source)
+        engine::refuse(
+            fmt::format("{}: the population source must not be empty", title_of(state_of<EventState>(*this))));
     set(*this, &EventState::population, engine::population_of(*source));
 }
 
-COPIED(SinglePopulationEvent, Trigger, StartTrigger, EventState::start_trigger)
+COPIED_PROPERTY_OF(SinglePopulationEvent, EventState, Trigger, StartTrigger, start_trigger)
 
 GlobalId SinglePopulationEvent::GetProfile() { return state_of<EventState>(*this).profile.value_or(GlobalId::INVALID); }
 void SinglePopulationEvent::SetProfile(GlobalId const& profile) {
     set(*this, &EventState::profile, profile.IsValid() ? std::optional(profile) : std::nullopt);
 }
 
-bool SinglePopulationEvent::HasInitialAction() { return has(*this, &EventState::initial_action); }
-std::shared_ptr<AgentAction> SinglePopulationEvent::GetInitialActionCopy() {
-    return copy_of(get(*this, &EventState::initial_action));
-}
-void SinglePopulationEvent::SetInitialAction(std::shared_ptr<AgentAction> const& action) {
-    set(*this, &EventState::initial_action, copy_of(action));
-}
+ACTION_PROPERTY_OF(SinglePopulationEvent, EventState, InitialAction, initial_action)
 
 namespace {
 
@@ -65,8 +60,8 @@ void set_scheme(SinglePopulationEvent& event, EventColorSchemeType scheme) {
 engine::ColorRule const& rule_at(SinglePopulationEvent& event, int index) {
     auto const& rules = get(event, &EventState::color_rules);
     if (index < 0 || static_cast<std::size_t>(index) >= rules.size()) {
-        engine::refuse(title_of(state_of<EventState>(event)) + ": there is no colour rule " + std::to_string(index) +
-                       ", it has " + std::to_string(rules.size()));
+        engine::refuse(fmt::format("{}: there is no colour rule {}, it has {}", title_of(state_of<EventState>(event)),
+                                   index, rules.size()));
     }
     return rules[static_cast<std::size_t>(index)];
 }
@@ -85,8 +80,8 @@ void SinglePopulationEvent::SetColorSchemeDarker() { set_scheme(*this, EventColo
 
 void SinglePopulationEvent::SetColorSchemeRules(std::vector<std::shared_ptr<AgentTest>> const& tests,
                                                 std::vector<Color> const& colors, Color fallback) {
-    engine::require_equal_lengths(title_of(state_of<EventState>(*this)) + ": tests", tests.size(), "colours",
-                                  colors.size());
+    engine::require_equal_lengths(fmt::format("{}: tests", title_of(state_of<EventState>(*this))), tests.size(),
+                                  "colours", colors.size());
     std::vector<engine::ColorRule> rules;
     for (std::size_t index = 0; index < tests.size(); ++index) rules.push_back({copy_of(tests[index]), colors[index]});
     set(*this, &EventState::color_rules, std::move(rules));
@@ -105,8 +100,8 @@ std::vector<GlobalId> Evacuation::GetZones() { return get(*this, &EvacuationStat
 void Evacuation::SetZones(std::vector<GlobalId> const& zones) { set(*this, &EvacuationState::zones, zones); }
 void Evacuation::ClearZones() { SetZones({}); }
 
-COPIED(Evacuation, Distribution, PreMovementWaitDistribution, EvacuationState::pre_movement_wait)
-COPIED(Evacuation, WaitStyle, PreMovementWaitStyle, EvacuationState::pre_movement_wait_style)
+COPIED_PROPERTY(Evacuation, Distribution, PreMovementWaitDistribution, pre_movement_wait)
+COPIED_PROPERTY(Evacuation, WaitStyle, PreMovementWaitStyle, pre_movement_wait_style)
 
 std::vector<GlobalId> Circulate::GetCirculatePortals() { return get(*this, &CirculateState::portals); }
 void Circulate::SetCirculatePortals(std::vector<GlobalId> const& portals) {
@@ -143,9 +138,9 @@ void Circulate::CirculateUntilTimeOrCount(std::shared_ptr<TimeReference> time,
     set_circulation(*this, engine::UntilTimeOrCount{{{copy_of(time)}, {copy_of(count)}, untilBoth}});
 }
 
-COPIED(Broadcast, TriggerRange, TriggerRange, BroadcastState::trigger_range)
-COPIED(Broadcast, AgentAction, AgentAction, BroadcastState::action)
-COPIED(Broadcast, AgentTest, AgentTest, BroadcastState::test)
+COPIED_PROPERTY(Broadcast, TriggerRange, TriggerRange, trigger_range)
+COPIED_PROPERTY(Broadcast, AgentAction, AgentAction, action)
+COPIED_PROPERTY(Broadcast, AgentTest, AgentTest, test)
 bool Broadcast::HasAgentTest() { return has(*this, &BroadcastState::test); }
 void Broadcast::ClearAgentTest() { clear(*this, &BroadcastState::test); }
 GlobalId Broadcast::GetZone() { return get(*this, &BroadcastState::zone); }

@@ -5,15 +5,16 @@
 #include <limits>
 #include <string>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 TimeRange::TimeRange() : TimeRange(0, std::numeric_limits<int>::max()) {}
 
 TimeRange::TimeRange(int start, int end) : start_(start), end_(end) {
-    if (start < 0) engine::refuse("TimeRange: start is " + std::to_string(start) + " s; it must be at least 0");
+    if (start < 0) engine::refuse(fmt::format("TimeRange: start is {} s; it must be at least 0", start));
     if (end < start)
-        engine::refuse("TimeRange: end is " + std::to_string(end) + " s; it must not be before the start, " +
-                       std::to_string(start) + " s");
+        engine::refuse(fmt::format("TimeRange: end is {} s; it must not be before the start, {} s", end, start));
 }
 
 int TimeRange::GetStartTimeInSeconds() { return start_; }

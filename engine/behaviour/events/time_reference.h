@@ -1,8 +1,8 @@
 #pragma once
 
 #include "engine/behaviour/object_rules.h"
-#include "engine/model/codec.h"
 #include "engine/model/enumerations.h"
+#include "engine/model/field_type.h"
 
 #include <pedflux/time_references.h>
 
@@ -29,7 +29,7 @@ struct TimeInFrame {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         field("frame", self.frame);
-        field("seconds", self.seconds, Range{0, WITHOUT_END, "s"});
+        field("seconds", self.seconds, Range{0, unlimited, "s"});
         field("event", self.event, AN_EVENT);
     }
 };
@@ -60,7 +60,7 @@ struct TimeObjectState : ObjectState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
-        field("time", self.time, REQUIRED);
+        field("time", self.time, must_be_given);
     }
 };
 

@@ -6,19 +6,21 @@
 
 #include <string>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 TimeReference::TimeReference(TimeReferenceFrame frame, int seconds, GlobalId const& event)
     : frame_(frame), seconds_(seconds), event_(event) {
     if (engine::name_of_value(frame).empty()) {
-        engine::refuse("TimeReference: the frame is " + std::to_string(static_cast<int>(frame)) +
-                       "; it must be one of " + engine::names_of<TimeReferenceFrame>());
+        engine::refuse(fmt::format("TimeReference: the frame is {}; it must be one of {}", static_cast<int>(frame),
+                                   engine::names_of<TimeReferenceFrame>()));
     }
-    if (seconds < 0) engine::refuse("TimeReference: " + std::to_string(seconds) + " s; it must be at least 0");
+    if (seconds < 0) engine::refuse(fmt::format("TimeReference: {} s; it must be at least 0", seconds));
     bool const needs_event = frame == TimeReferenceFrame::AFTER_EVENT_START;
     if (needs_event != event.IsValid()) {
-        engine::refuse("TimeReference: " + std::string(engine::name_of_value(frame)) +
-                       (needs_event ? " needs the identifier of an event" : " must not have an event"));
+        engine::refuse(fmt::format("TimeReference: {}{}", engine::name_of_value(frame),
+                                   needs_event ? " needs the identifier of an event" : " must not have an event"));
     }
 }
 

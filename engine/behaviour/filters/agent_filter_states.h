@@ -6,6 +6,7 @@
 #include "engine/model/check.h"
 #include "engine/model/enumerations.h"
 #include "engine/model/node.h"
+#include "engine/model/node_table.h"
 
 #include <pedflux/agent_filters.h>
 #include <pedflux/transitions.h>
@@ -16,7 +17,7 @@
 #include <string_view>
 #include <vector>
 
-/// The states of agent filters: see engine/model/node.h.
+/// The states of agent filters: see engine/model/node.h and agent_filter_table.def.
 namespace pedflux::engine {
 
 PEDFLUX_NAMES(AgentActivity, {{AgentActivity::STANDING, "STANDING"},
@@ -31,55 +32,16 @@ PEDFLUX_NAMES(AgentStateAtSimulationEnd, {{AgentStateAtSimulationEnd::EXITED, "E
                                           {AgentStateAtSimulationEnd::FAILED, "FAILED"}});
 PEDFLUX_NAMES(BooleanOperator, {{BooleanOperator::AND, "AND"}, {BooleanOperator::OR, "OR"}});
 
-/// The state of a filter by one value: its kind, the type of the value, its name in files, and its rule if it has one.
-#define FILTER_BY(Class, KIND, Value, name, ...)                       \
-    struct Class##State : NodeState {                                  \
-        static constexpr AgentFilterType TYPE = AgentFilterType::KIND; \
-        static constexpr std::string_view NAME = #Class;               \
-        using Handle = Class;                                          \
-                                                                       \
-        Value value{};                                                 \
-                                                                       \
-        template <class Self, class Field>                             \
-        static void fields(Self& self, Field&& field) {                \
-            field(name, self.value __VA_OPT__(, ) __VA_ARGS__);        \
-        }                                                              \
-    };
-
-FILTER_BY(ActivityFilter, ACTIVITY, AgentActivity, "agentActivity")
-FILTER_BY(AtServerFilter, AT_SERVER, GlobalId, "server", A_SERVER)
-FILTER_BY(AtTransitionFilter, AT_TRANSITION, std::shared_ptr<Transition>, "transition", REQUIRED)
-FILTER_BY(CreatedByFilter, CREATED_BY, GlobalId, "event", AN_EVENT_WITH_PEOPLE)
-FILTER_BY(EndStateFilter, END_STATE, AgentStateAtSimulationEnd, "agentStateAtSimulationEnd")
-FILTER_BY(EnteredAtFilter, ENTERED_AT, GlobalId, "object", A_PLACE)
-FILTER_BY(ExitedAtFilter, EXITED_AT, GlobalId, "object", A_PLACE)
-FILTER_BY(InAreaFilter, IN_AREA, GlobalId, "area", AN_AREA)
-FILTER_BY(InTripFilter, IN_TRIP, std::shared_ptr<Trip>, "trip", REQUIRED)
-FILTER_BY(NamedFilter, NAMED, GlobalId, "agentFilterObject", A_FILTER_OBJECT)
-FILTER_BY(ProfileFilter, PROFILE, GlobalId, "profile", A_PROFILE)
-FILTER_BY(TokenFilter, TOKEN, GlobalId, "token", A_TOKEN)
-FILTER_BY(NotFilter, NOT, std::shared_ptr<AgentFilter>, "negatedFilter", REQUIRED)
-FILTER_BY(IsEverFilter, IS_EVER, std::shared_ptr<AgentFilter>, "isEverFilter", REQUIRED)
-#undef FILTER_BY
-
-struct AllAgentsFilterState : NodeState {
-    static constexpr AgentFilterType TYPE = AgentFilterType::ALL_AGENTS;
-    static constexpr std::string_view NAME = "AllAgentsFilter";
-    using Handle = AllAgentsFilter;
-
-    template <class Self, class Field>
-    static void fields(Self&, Field&&) {}
-};
-
-/// A range whose ends are included; without an end it is open there.
+/// A range whose ends are included; without an end it is open there. Densities are persons per square metre, speeds
+/// metres per second.
 struct FilterRangeState : NodeState {
     std::optional<double> min;
     std::optional<double> max;
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("rangeMin", self.min, NOT_NEGATIVE);
-        field("rangeMax", self.max, NOT_NEGATIVE);
+        field("rangeMin", self.min, not_negative);
+        field("rangeMax", self.max, not_negative);
     }
     static void check(Subject const& subject, FilterRangeState const& self) {
         if (self.min && self.max && *self.min > *self.max) {
@@ -89,78 +51,18 @@ struct FilterRangeState : NodeState {
     }
 };
 
-/// Persons per square metre.
-struct LocalDensityFilterState : FilterRangeState {
-    static constexpr AgentFilterType TYPE = AgentFilterType::LOCAL_DENSITY;
-    static constexpr std::string_view NAME = "LocalDensityFilter";
-    using Handle = LocalDensityFilter;
-};
+inline constexpr Range METRES_ABOVE_ZERO{0, unlimited, "m", true};
 
-/// Metres per second.
-struct SpeedFilterState : FilterRangeState {
-    static constexpr AgentFilterType TYPE = AgentFilterType::SPEED;
-    static constexpr std::string_view NAME = "SpeedFilter";
-    using Handle = SpeedFilter;
-};
-
-struct ProximityFilterState : NodeState {
-    static constexpr AgentFilterType TYPE = AgentFilterType::PROXIMITY;
-    static constexpr std::string_view NAME = "ProximityFilter";
-    using Handle = ProximityFilter;
-
-    double distance = 1;  ///< metres
-    bool ignore_barriers = false;
-
-    template <class Self, class Field>
-    static void fields(Self& self, Field&& field) {
-        field("distance", self.distance, Range{0, WITHOUT_END, "m", true});
-        field("ignoreBarriers", self.ignore_barriers);
-    }
-};
-
-struct CompoundFilterState : NodeState {
-    static constexpr AgentFilterType TYPE = AgentFilterType::COMPOUND;
-    static constexpr std::string_view NAME = "CompoundFilter";
-    using Handle = CompoundFilter;
-
-    std::shared_ptr<AgentFilter> first;
-    std::shared_ptr<AgentFilter> second;
-    BooleanOperator combination = BooleanOperator::AND;
-
-    template <class Self, class Field>
-    static void fields(Self& self, Field&& field) {
-        field("firstChildFilter", self.first, REQUIRED);
-        field("secondChildFilter", self.second, REQUIRED);
-        field("booleanOperator", self.combination);
-    }
-};
-
-struct FilterListState : NodeState {
-    std::vector<std::shared_ptr<AgentFilter>> children;
-
-    template <class Self, class Field>
-    static void fields(Self& self, Field&& field) {
-        field("childFilters", self.children, REQUIRED);
-    }
-};
-
-struct AllOfFilterState : FilterListState {
-    static constexpr AgentFilterType TYPE = AgentFilterType::ALL_OF;
-    static constexpr std::string_view NAME = "AllOfFilter";
-    using Handle = AllOfFilter;
-};
-
-struct AnyOfFilterState : FilterListState {
-    static constexpr AgentFilterType TYPE = AgentFilterType::ANY_OF;
-    static constexpr std::string_view NAME = "AnyOfFilter";
-    using Handle = AnyOfFilter;
-};
-
-struct NoneOfFilterState : FilterListState {
-    static constexpr AgentFilterType TYPE = AgentFilterType::NONE_OF;
-    static constexpr std::string_view NAME = "NoneOfFilter";
-    using Handle = NoneOfFilter;
-};
+#define AGENT_FILTER(Class, type, variation, ...)  \
+    struct Class##State : NodeState {              \
+        PEDFLUX_KIND(AgentFilterType, Class, type) \
+        PEDFLUX_PROPERTIES(__VA_ARGS__)            \
+    };
+#define RANGE_FILTER(Class, type, ...)             \
+    struct Class##State : FilterRangeState {       \
+        PEDFLUX_KIND(AgentFilterType, Class, type) \
+    };
+#include "engine/behaviour/filters/agent_filter_table.def"
 
 struct AgentFilterObjectState : ObjectState {
     static constexpr ObjectType TYPE = ObjectType::AGENT_FILTER_OBJECT;
@@ -172,7 +74,7 @@ struct AgentFilterObjectState : ObjectState {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
-        field("agentFilter", self.filter, REQUIRED);
+        field("agentFilter", self.filter, must_be_given);
     }
 };
 

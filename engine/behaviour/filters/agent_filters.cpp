@@ -1,5 +1,5 @@
 #include "engine/behaviour/filters/agent_filter_states.h"
-#include "engine/model/node_kind.h"
+#include "engine/model/node_handles.h"
 
 #include <pedflux/agent_filters.h>
 
@@ -9,40 +9,26 @@ namespace pedflux {
 
 using engine::change;
 using engine::get;
-using engine::make_node;
-using engine::set;
 
 namespace {
 
+/// Whether what a filter selects can vary in time.
+enum class Variation { CONSTANT, VARYING, AS_CHILDREN };
+
+Variation variation_of(AgentFilter const& filter) {
+    switch (static_cast<AgentFilterType>(engine::type_of(filter))) {
+#define AGENT_FILTER(Class, type, variation, ...) \
+    case AgentFilterType::type:                   \
+        return Variation::variation;
+#include "engine/behaviour/filters/agent_filter_table.def"
+    }
+    return Variation::AS_CHILDREN;
+}
+
 /// In depth no more than what `require_shallow` allows.
 bool is_time_varying(AgentFilter const& filter) {
-    switch (static_cast<AgentFilterType>(engine::type_of(filter))) {
-        case AgentFilterType::ALL_AGENTS:
-        case AgentFilterType::CREATED_BY:
-        case AgentFilterType::END_STATE:
-        case AgentFilterType::ENTERED_AT:
-        case AgentFilterType::EXITED_AT:
-        case AgentFilterType::PROFILE:
-        case AgentFilterType::IS_EVER:
-            return false;
-        case AgentFilterType::ACTIVITY:
-        case AgentFilterType::AT_SERVER:
-        case AgentFilterType::AT_TRANSITION:
-        case AgentFilterType::IN_AREA:
-        case AgentFilterType::IN_TRIP:
-        case AgentFilterType::LOCAL_DENSITY:
-        case AgentFilterType::NAMED:
-        case AgentFilterType::PROXIMITY:
-        case AgentFilterType::SPEED:
-        case AgentFilterType::TOKEN:
-            return true;
-        case AgentFilterType::NOT:
-        case AgentFilterType::COMPOUND:
-        case AgentFilterType::ALL_OF:
-        case AgentFilterType::ANY_OF:
-        case AgentFilterType::NONE_OF:
-            break;
-    }
+    auto const variation = variation_of(filter);
+    if (variation != Variation::AS_CHILDREN) return variation == Variation::VARYING;
     return std::ranges::any_of(engine::children_of(filter), [](auto const& child) { return is_time_varying(*child); });
 }
 
@@ -106,36 +92,34 @@ std::shared_ptr<AgentFilter> AgentFilter::Or(std::shared_ptr<AgentFilter> const&
     return combined(*this, other, BooleanOperator::OR);
 }
 
-/// A filter by one value: its constructor and the value's accessors.
-#define FILTER_BY(Class, Value, Parameter, Name)                                                                  \
-    Class::Class(Parameter value)                                                                                 \
-        : AgentFilter(make_node<AgentFilter, engine::Class##State>([&](auto& state) { state.value = value; })) {} \
-    Value Class::Get##Name() { return get(*this, &engine::Class##State::value); }                                 \
-    void Class::Set##Name(Parameter value) { set(*this, &engine::Class##State::value, value); }
-
-FILTER_BY(ActivityFilter, AgentActivity, AgentActivity, AgentActivity)
-FILTER_BY(AtServerFilter, GlobalId, GlobalId const&, Server)
-FILTER_BY(AtTransitionFilter, std::shared_ptr<Transition>, std::shared_ptr<Transition> const&, Transition)
-FILTER_BY(CreatedByFilter, GlobalId, GlobalId const&, Event)
-FILTER_BY(EndStateFilter, AgentStateAtSimulationEnd, AgentStateAtSimulationEnd, AgentStateAtSimulationEnd)
-FILTER_BY(EnteredAtFilter, GlobalId, GlobalId const&, Object)
-FILTER_BY(ExitedAtFilter, GlobalId, GlobalId const&, Object)
-FILTER_BY(InAreaFilter, GlobalId, GlobalId const&, Area)
-FILTER_BY(InTripFilter, std::shared_ptr<Trip>, std::shared_ptr<Trip> const&, Trip)
-FILTER_BY(NamedFilter, GlobalId, GlobalId const&, AgentFilterObject)
-FILTER_BY(ProfileFilter, GlobalId, GlobalId const&, Profile)
-FILTER_BY(TokenFilter, GlobalId, GlobalId const&, Token)
-FILTER_BY(NotFilter, std::shared_ptr<AgentFilter>, std::shared_ptr<AgentFilter> const&, NegatedFilter)
-FILTER_BY(IsEverFilter, std::shared_ptr<AgentFilter>, std::shared_ptr<AgentFilter> const&, IsEverFilter)
-
-AllAgentsFilter::AllAgentsFilter() : AgentFilter(make_node<AgentFilter, engine::AllAgentsFilterState>()) {}
-
 using Bounds = engine::FilterRangeState;
 
-#define RANGE_FILTER(Class, SetRange, Clear)                                                    \
-    Class::Class() : AgentFilter(make_node<AgentFilter, engine::Class##State>()) {}             \
+/// Is and Set, where the SDK's Is is const.
+#define PEDFLUX_ACCESS_CONST_FLAG(Class, Type, Name, member)                                   \
+    Type Class::Is##Name() const { return engine::get(*this, &engine::Class##State::member); } \
+    PEDFLUX_ACCESS_SETTER(Class, Type, Name, member)
+/// A list of filters that make one up.
+#define PEDFLUX_ACCESS_CHILDREN(Class, Type, Name, member)                                            \
+    void Class::AddChildFilter(std::shared_ptr<AgentFilter> const& filter) {                          \
+        change<engine::Class##State>(*this, [&](auto& state) { state.member.push_back(filter); });    \
+    }                                                                                                 \
+    void Class::ClearChildFilters() { SetChildFilters({}); }                                          \
+    void Class::SetChildFilter(int index, std::shared_ptr<AgentFilter> const& filter) {               \
+        change<engine::Class##State>(*this, [&](auto& state) {                                        \
+            state.member[engine::checked_index(state, "child", index, state.member.size())] = filter; \
+        });                                                                                           \
+    }                                                                                                 \
+    void Class::SetChildFilters(Type const& filters) {                                                \
+        change<engine::Class##State>(*this, [&](auto& state) { state.member = filters; });            \
+    }
+
+#define AGENT_FILTER(Class, type, variation, ...)        \
+    PEDFLUX_CONSTRUCTOR(AgentFilter, Class, __VA_ARGS__) \
+    PEDFLUX_ACCESSORS(Class, __VA_ARGS__)
+#define RANGE_FILTER(Class, type, variation, SetRange, Clear)                                   \
+    Class::Class() : AgentFilter(engine::make_node<AgentFilter, engine::Class##State>()) {}     \
     Class::Class(double min, double max)                                                        \
-        : AgentFilter(make_node<AgentFilter, engine::Class##State>([&](auto& state) {           \
+        : AgentFilter(engine::make_node<AgentFilter, engine::Class##State>([&](auto& state) {   \
               state.min = min;                                                                  \
               state.max = max;                                                                  \
           })) {}                                                                                \
@@ -161,69 +145,14 @@ using Bounds = engine::FilterRangeState;
             bounds.max.reset();                                                                 \
         });                                                                                     \
     }
+#include "engine/behaviour/filters/agent_filter_table.def"
 
-RANGE_FILTER(LocalDensityFilter, SetDensityRange, ClearDensities)
-RANGE_FILTER(SpeedFilter, SetSpeedRange, ClearSpeeds)
-
-ProximityFilter::ProximityFilter(double distance, bool ignoreBarriers)
-    : AgentFilter(make_node<AgentFilter, engine::ProximityFilterState>([&](auto& state) {
-          state.distance = distance;
-          state.ignore_barriers = ignoreBarriers;
-      })) {}
-double ProximityFilter::GetDistance() { return get(*this, &engine::ProximityFilterState::distance); }
-void ProximityFilter::SetDistance(double distance) { set(*this, &engine::ProximityFilterState::distance, distance); }
-bool ProximityFilter::IsIgnoreBarriers() const { return get(*this, &engine::ProximityFilterState::ignore_barriers); }
-void ProximityFilter::SetIgnoreBarriers(bool ignoreBarriers) {
-    set(*this, &engine::ProximityFilterState::ignore_barriers, ignoreBarriers);
-}
-
-CompoundFilter::CompoundFilter(std::shared_ptr<AgentFilter> const& first, std::shared_ptr<AgentFilter> const& second,
-                               BooleanOperator combination)
-    : AgentFilter(make_node<AgentFilter, engine::CompoundFilterState>([&](auto& state) {
-          state.first = first;
-          state.second = second;
-          state.combination = combination;
-      })) {}
-std::shared_ptr<AgentFilter> CompoundFilter::GetFirstChildFilter() {
-    return get(*this, &engine::CompoundFilterState::first);
-}
-void CompoundFilter::SetFirstChildFilter(std::shared_ptr<AgentFilter> const& filter) {
-    set(*this, &engine::CompoundFilterState::first, filter);
-}
-std::shared_ptr<AgentFilter> CompoundFilter::GetSecondChildFilter() {
-    return get(*this, &engine::CompoundFilterState::second);
-}
-void CompoundFilter::SetSecondChildFilter(std::shared_ptr<AgentFilter> const& filter) {
-    set(*this, &engine::CompoundFilterState::second, filter);
-}
-BooleanOperator CompoundFilter::GetBooleanOperator() { return get(*this, &engine::CompoundFilterState::combination); }
-void CompoundFilter::SetBooleanOperator(BooleanOperator combination) {
-    set(*this, &engine::CompoundFilterState::combination, combination);
-}
-
-using List = engine::FilterListState;
-
-#define LIST_FILTER(Class)                                                                                             \
-    Class::Class(std::shared_ptr<AgentFilter> const& first, std::shared_ptr<AgentFilter> const& second)                \
-        : Class(std::vector<std::shared_ptr<AgentFilter>>{first, second}) {}                                           \
-    Class::Class(std::vector<std::shared_ptr<AgentFilter>> const& filters)                                             \
-        : AgentFilter(make_node<AgentFilter, engine::Class##State>([&](auto& state) { state.children = filters; })) {} \
-    void Class::AddChildFilter(std::shared_ptr<AgentFilter> const& filter) {                                           \
-        change<List>(*this, [&](List& list) { list.children.push_back(filter); });                                     \
-    }                                                                                                                  \
-    void Class::ClearChildFilters() { SetChildFilters({}); }                                                           \
-    void Class::SetChildFilter(int index, std::shared_ptr<AgentFilter> const& filter) {                                \
-        change<List>(*this, [&](List& list) {                                                                          \
-            list.children[engine::checked_index(list, "child", index, list.children.size())] = filter;                 \
-        });                                                                                                            \
-    }                                                                                                                  \
-    void Class::SetChildFilters(std::vector<std::shared_ptr<AgentFilter>> const& filters) {                            \
-        change<List>(*this, [&](List& list) { list.children = filters; });                                             \
-    }
-
-LIST_FILTER(AllOfFilter)
-LIST_FILTER(AnyOfFilter)
-LIST_FILTER(NoneOfFilter)
+#define OF_TWO(Class)                                                                                   \
+    Class::Class(std::shared_ptr<AgentFilter> const& first, std::shared_ptr<AgentFilter> const& second) \
+        : Class(std::vector{first, second}) {}
+OF_TWO(AllOfFilter)
+OF_TWO(AnyOfFilter)
+OF_TWO(NoneOfFilter)
 
 std::shared_ptr<AgentFilter> AgentFilterObject::GetAgentFilter() {
     return engine::get_copy(*this, &engine::AgentFilterObjectState::filter);
@@ -237,17 +166,9 @@ namespace engine {
 template <>
 std::span<KindOfNode<AgentFilter> const* const> kinds_of<AgentFilter>() {
     static KindOfNode<AgentFilter> const* const kinds[] = {
-        &node_kind<AgentFilter, AllAgentsFilterState>(),    &node_kind<AgentFilter, ActivityFilterState>(),
-        &node_kind<AgentFilter, AtServerFilterState>(),     &node_kind<AgentFilter, AtTransitionFilterState>(),
-        &node_kind<AgentFilter, CreatedByFilterState>(),    &node_kind<AgentFilter, EndStateFilterState>(),
-        &node_kind<AgentFilter, EnteredAtFilterState>(),    &node_kind<AgentFilter, ExitedAtFilterState>(),
-        &node_kind<AgentFilter, InAreaFilterState>(),       &node_kind<AgentFilter, InTripFilterState>(),
-        &node_kind<AgentFilter, LocalDensityFilterState>(), &node_kind<AgentFilter, NamedFilterState>(),
-        &node_kind<AgentFilter, ProfileFilterState>(),      &node_kind<AgentFilter, ProximityFilterState>(),
-        &node_kind<AgentFilter, SpeedFilterState>(),        &node_kind<AgentFilter, TokenFilterState>(),
-        &node_kind<AgentFilter, NotFilterState>(),          &node_kind<AgentFilter, IsEverFilterState>(),
-        &node_kind<AgentFilter, CompoundFilterState>(),     &node_kind<AgentFilter, AllOfFilterState>(),
-        &node_kind<AgentFilter, AnyOfFilterState>(),        &node_kind<AgentFilter, NoneOfFilterState>()};
+#define AGENT_FILTER(Class, ...) &node_kind<AgentFilter, Class##State>(),
+#include "engine/behaviour/filters/agent_filter_table.def"
+    };
     return kinds;
 }
 

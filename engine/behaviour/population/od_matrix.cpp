@@ -6,6 +6,8 @@
 
 #include <string>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 using engine::edit;
@@ -60,7 +62,7 @@ Population from_entries(Population const& population, std::vector<std::shared_pt
     auto const name = std::string(engine::traits_of(population.type).name);
     Population changed = over_places(population, {}, {});
     for (std::size_t index = 0; index < entries.size(); ++index) {
-        if (!entries[index]) engine::refuse(name + ": entry " + std::to_string(index) + " is empty; it must be given");
+        if (!entries[index]) engine::refuse(fmt::format("{}: entry {} is empty; it must be given", name, index));
         add_unless_present(changed.origins, entries[index]->GetOrigin());
         add_unless_present(changed.destinations, entries[index]->GetDestination());
     }
@@ -69,8 +71,9 @@ Population from_entries(Population const& population, std::vector<std::shared_pt
     for (std::size_t index = 0; index < entries.size(); ++index) {
         auto const cell = require_pair(changed, entries[index]->GetOrigin(), entries[index]->GetDestination());
         if (given[cell]) {
-            engine::refuse(name + ": entry " + std::to_string(index) +
-                           " has the origin and destination of an earlier one; each pair may occur once");
+            engine::refuse(
+                fmt::format("{}: entry {} has the origin and destination of an earlier one; each pair may occur once",
+                            name, index));
         }
         given[cell] = true;
         changed.amounts[cell] = entries[index]->GetPopulation();

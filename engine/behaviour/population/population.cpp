@@ -12,6 +12,8 @@
 #include <numeric>
 #include <string>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 namespace {
 
@@ -28,8 +30,7 @@ double sum(std::vector<double> const& values) { return std::accumulate(values.be
 void require_whole_seconds(std::string_view name, double seconds) {
     constexpr auto longest = std::numeric_limits<int>::max();
     if (seconds <= longest) return;
-    refuse(std::string(name) + ": the arrival lasts " + text_of(seconds) + " s; it may last " +
-           std::to_string(longest) + " s");
+    refuse(fmt::format("{}: the arrival lasts {} s; it may last {} s", name, text_of(seconds), longest));
 }
 
 std::vector<double> values_of(std::vector<Period> const& periods) {
@@ -40,9 +41,9 @@ std::vector<double> values_of(std::vector<Period> const& periods) {
 
 void require_valid_periods(std::string_view name, std::vector<Period> const& periods) {
     for (std::size_t index = 0; index < periods.size(); ++index) {
-        auto const subject = std::string(name) + ": period " + std::to_string(index);
-        require_not_negative(subject + ", duration", periods[index].duration);
-        require_not_negative(subject + ", value", periods[index].value);
+        auto const subject = fmt::format("{}: period {}", name, index);
+        require_not_negative(fmt::format("{}, duration", subject), periods[index].duration);
+        require_not_negative(fmt::format("{}, value", subject), periods[index].value);
     }
     require_whole_seconds(name, seconds_of(CurveArrival{periods}));
 }
@@ -50,8 +51,8 @@ void require_valid_periods(std::string_view name, std::vector<Period> const& per
 void check(InstantArrival const& /*arrival*/) {}
 void check(EvenArrival const& arrival) {
     if (arrival.seconds < 1) {
-        refuse("PopulationArrival: an even arrival lasts " + std::to_string(arrival.seconds) +
-               " s; it must last at least 1 s");
+        refuse(
+            fmt::format("PopulationArrival: an even arrival lasts {} s; it must last at least 1 s", arrival.seconds));
     }
 }
 void check(RandomArrival const& arrival) {
@@ -84,25 +85,26 @@ void require_fitting_destinations(Population const& population, PopulationTraits
     bool const chosen = population.assignment != DestinationAssignment::BY_COUNT;
     bool const weighted = population.assignment == DestinationAssignment::WEIGHTED_BY_CHANCE;
     if (chosen != traits.chooses_destinations)
-        refuse(name + ": the destination assignment must " + (chosen ? "" : "not ") + "be BY_COUNT");
+        refuse(fmt::format("{}: the destination assignment must {}be BY_COUNT", name, chosen ? "" : "not "));
     if (population.assignment == DestinationAssignment::IN_SEQUENCE)
-        refuse(name + ": the destination assignment must not be IN_SEQUENCE, a person has one destination");
+        refuse(
+            fmt::format("{}: the destination assignment must not be IN_SEQUENCE, a person has one destination", name));
     if (weighted) {
-        require_equal_lengths(name + ": destinations", population.destinations.size(), "their weights",
+        require_equal_lengths(fmt::format("{}: destinations", name), population.destinations.size(), "their weights",
                               population.destination_weights.size());
-        require_weights(name + ": destination weight", population.destination_weights);
+        require_weights(fmt::format("{}: destination weight", name), population.destination_weights);
     } else if (!population.destination_weights.empty()) {
-        refuse(name + ": there are destination weights; there must be none unless they are used");
+        refuse(fmt::format("{}: there are destination weights; there must be none unless they are used", name));
     }
 }
 
 void require_fitting_origin_weights(Population const& population, PopulationTraits const& traits) {
     if (population.origin_weights.empty()) return;
     auto const name = std::string(traits.name);
-    if (!traits.has_origin_weights) refuse(name + ": there are origin weights; there must be none");
-    require_equal_lengths(name + ": origins", population.origins.size(), "their weights",
+    if (!traits.has_origin_weights) refuse(fmt::format("{}: there are origin weights; there must be none", name));
+    require_equal_lengths(fmt::format("{}: origins", name), population.origins.size(), "their weights",
                           population.origin_weights.size());
-    require_weights(name + ": origin weight", population.origin_weights);
+    require_weights(fmt::format("{}: origin weight", name), population.origin_weights);
 }
 
 }  // namespace
@@ -143,20 +145,20 @@ Population empty_population(PopulationSourceTypeId type) {
 void require_valid(Population const& population) {
     auto const& traits = traits_of(population.type);
     auto const name = std::string(traits.name);
-    require_equal_lengths(name + ": numbers of persons", population.amounts.size(), "places or pairs of them",
-                          amount_count(population));
+    require_equal_lengths(fmt::format("{}: numbers of persons", name), population.amounts.size(),
+                          "places or pairs of them", amount_count(population));
     require_fitting_origin_weights(population, traits);
     require_fitting_destinations(population, traits);
-    require_distinct(name + ": origin", population.origins);
-    require_distinct(name + ": destination", population.destinations);
-    require_not_negative(name + ": population count", population.count);
-    require_none_negative(name + ": number of persons", population.amounts);
+    require_distinct(fmt::format("{}: origin", name), population.origins);
+    require_distinct(fmt::format("{}: destination", name), population.destinations);
+    require_not_negative(fmt::format("{}: population count", name), population.count);
+    require_none_negative(fmt::format("{}: number of persons", name), population.amounts);
     if (population.type != PopulationSourceTypeId::SCHEDULE) {
         require_valid(population.arrival);
     } else if (auto const* const curve = std::get_if<CurveArrival>(&population.arrival)) {
         require_valid_periods(name, curve->periods);
     } else {
-        refuse(name + ": the arrival must be a curve");
+        refuse(fmt::format("{}: the arrival must be a curve", name));
     }
 }
 

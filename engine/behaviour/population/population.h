@@ -40,7 +40,7 @@ struct EvenArrival {
     int seconds = 1;
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("seconds", self.seconds, AT_LEAST_ONE);
+        field("seconds", self.seconds, at_least_one);
     }
 };
 
@@ -60,8 +60,8 @@ struct Period {
     double value = 0;
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("duration", self.duration, NOT_NEGATIVE);
-        field("value", self.value, NOT_NEGATIVE);
+        field("duration", self.duration, not_negative);
+        field("value", self.value, not_negative);
     }
 };
 
@@ -100,12 +100,12 @@ struct Population {
     static void fields(Self& self, Field&& field) {
         field("type", self.type);
         field("origins", self.origins, RefersTo{"a place where agents can be", is_place, Role::ORIGIN});
-        field("originWeights", self.origin_weights, NOT_NEGATIVE);
+        field("originWeights", self.origin_weights, not_negative);
         field("destinations", self.destinations, RefersTo{"a place where agents can be", is_place, Role::DESTINATION});
-        field("destinationWeights", self.destination_weights, NOT_NEGATIVE);
+        field("destinationWeights", self.destination_weights, not_negative);
         field("destinationAssignment", self.assignment);
-        field("count", self.count, NOT_NEGATIVE);
-        field("amounts", self.amounts, NOT_NEGATIVE);
+        field("count", self.count, not_negative);
+        field("amounts", self.amounts, not_negative);
         field("arrival", self.arrival);
     }
 

@@ -6,10 +6,12 @@
 #include <algorithm>
 #include <string>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 void set_arrival(Population& population, std::shared_ptr<PopulationArrival> const& arrival) {
-    if (!arrival) refuse(std::string(traits_of(population.type).name) + ": the arrival is empty; it must be given");
+    if (!arrival) refuse(fmt::format("{}: the arrival is empty; it must be given", traits_of(population.type).name));
     edit(population, [&](Population& changed) { changed.arrival = PopulationAccess::arrival(*arrival); });
 }
 

@@ -10,6 +10,8 @@
 #include <string>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 using engine::edit;
@@ -29,7 +31,7 @@ void set_origins(Population& population, std::vector<GlobalId> const& origins, s
 void require_one_weight_each(Population const& population, std::string_view list, std::vector<GlobalId> const& places,
                              std::vector<double> const& weights) {
     auto const name = std::string(engine::traits_of(population.type).name);
-    engine::require_equal_lengths(name + ": " + std::string(list), places.size(), "their weights", weights.size());
+    engine::require_equal_lengths(fmt::format("{}: {}", name, list), places.size(), "their weights", weights.size());
 }
 
 void set_weighted_origins(Population& population, std::vector<GlobalId> const& origins,
@@ -278,7 +280,7 @@ std::shared_ptr<PopulationSource> empty_source(PopulationSourceTypeId type) {
         case PopulationSourceTypeId::OD_MATRIX:
             return std::make_shared<ODMatrixPopulationSource>();
     }
-    refuse("PopulationSource: " + std::to_string(static_cast<int>(type)) + " is no type of source");
+    refuse(fmt::format("PopulationSource: {} is no type of source", static_cast<int>(type)));
 }
 
 }  // namespace

@@ -9,6 +9,8 @@
 #include <string>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 namespace {
 
@@ -25,8 +27,8 @@ int persons_of(Population const& population, double multiplier) {
     constexpr double most = 1e7;
     auto const persons = std::round(require_not_negative("population multiplier", multiplier) * total_of(population));
     if (!(persons <= most)) {
-        refuse(std::string(traits_of(population.type).name) + ": the total population is " + text_of(persons) +
-               "; it must be at most " + text_of(most));
+        refuse(fmt::format("{}: the total population is {}; it must be at most {}", traits_of(population.type).name,
+                           text_of(persons), text_of(most)));
     }
     return static_cast<int>(persons);
 }
@@ -34,9 +36,9 @@ int persons_of(Population const& population, double multiplier) {
 void require_places(Population const& population) {
     auto const& traits = traits_of(population.type);
     if (population.origins.empty())
-        refuse(std::string(traits.name) + " has a population but no origin; it must have at least one");
+        refuse(fmt::format("{} has a population but no origin; it must have at least one", traits.name));
     if (population.destinations.empty() && !traits.chooses_destinations)
-        refuse(std::string(traits.name) + " has a population but no destination; it must have at least one");
+        refuse(fmt::format("{} has a population but no destination; it must have at least one", traits.name));
 }
 
 double amount_at(Population const& population, std::size_t origin) {

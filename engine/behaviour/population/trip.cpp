@@ -5,6 +5,8 @@
 #include <string>
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 namespace {
 
@@ -17,8 +19,8 @@ engine::TripPath path_over(std::vector<GlobalId> const& nodes, TripBoundaryMetho
 
 void require_named(std::string const& which, TripBoundaryMethod method) {
     if (engine::name_of_value(method).empty()) {
-        engine::refuse("Trip: " + which + " must be one of " + engine::names_of<TripBoundaryMethod>() + ", not " +
-                       std::to_string(static_cast<int>(method)));
+        engine::refuse(fmt::format("Trip: {} must be one of {}, not {}", which, engine::names_of<TripBoundaryMethod>(),
+                                   static_cast<int>(method)));
     }
 }
 
@@ -26,8 +28,8 @@ engine::TripPath checked(engine::TripPath path) {
     if (path.nodes.empty()) engine::refuse("Trip: nodes must have at least one place, not none");
     for (std::size_t index = 0; index < path.nodes.size(); ++index) {
         if (!path.nodes[index].place.IsValid()) {
-            engine::refuse("Trip: node " + std::to_string(index) +
-                           " must be a floor, connection, portal or zone, not the invalid identifier");
+            engine::refuse(fmt::format(
+                "Trip: node {} must be a floor, connection, portal or zone, not the invalid identifier", index));
         }
     }
     require_named("startNodeType", path.start);

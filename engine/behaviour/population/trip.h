@@ -1,8 +1,8 @@
 #pragma once
 
 #include "engine/behaviour/population/population.h"
-#include "engine/model/codec.h"
 #include "engine/model/enumerations.h"
+#include "engine/model/field_type.h"
 #include "engine/model/rules.h"
 
 #include <pedflux/timetables.h>

@@ -1,16 +1,15 @@
 #include "engine/behaviour/tallies/tally_states.h"
-#include "engine/model/node_kind.h"
+#include "engine/model/node_handles.h"
 
 #include <pedflux/tallies.h>
 
-#include <type_traits>
+#include <memory>
+#include <span>
+#include <vector>
 
 namespace pedflux {
 
 using engine::change;
-using engine::get;
-using engine::make_node;
-using engine::set;
 
 using Tallies = std::vector<std::shared_ptr<Tally>>;
 
@@ -25,107 +24,45 @@ std::shared_ptr<Tally> Tally::GetChildTally(int index) { return engine::child_of
 Tallies Tally::GetChildTallies() { return engine::children_of(*this); }
 Tallies Tally::GetAllNestedChildTallies() { return engine::nested_children_of(*this); }
 
-/// The getter and the setter of one field.
-#define ACCESS(Class, Name, Type, field)                                                              \
-    std::remove_cvref_t<Type> Class::Get##Name() { return get(*this, &engine::Class##State::field); } \
-    void Class::Set##Name(Type value) { set(*this, &engine::Class##State::field, value); }
-
-/// A tally of a single value.
-#define OF_ONE(Class, Name, Type)                                                                     \
-    Class::Class(Type value)                                                                          \
-        : Tally(make_node<Tally, engine::Class##State>([&](auto& state) { state.value = value; })) {} \
-    ACCESS(Class, Name, Type, value)
-
-/// A tally of a list of objects, or of one of them.
-#define OF_OBJECTS(Class, Name)                       \
-    OF_ONE(Class, Name, std::vector<GlobalId> const&) \
-    Class::Class(GlobalId const& object) : Class(std::vector{object}) {}
-
-/// A tally of a list of tallies.
-#define OF_TALLIES(Class)                                                                               \
-    Class::Class(Tallies const& tallies)                                                                \
-        : Tally(make_node<Tally, engine::Class##State>([&](auto& state) { state.value = tallies; })) {} \
-    Class::Class(std::shared_ptr<Tally> const& first, std::shared_ptr<Tally> const& second)             \
-        : Class(Tallies{first, second}) {}                                                              \
-    void Class::AddChildTally(std::shared_ptr<Tally> const& tally) {                                    \
-        change<engine::Class##State>(*this, [&](auto& state) { state.value.push_back(tally); });        \
-    }                                                                                                   \
-    void Class::ClearChildTallies() { SetChildTallies({}); }                                            \
-    void Class::SetChildTally(int index, std::shared_ptr<Tally> const& tally) {                         \
-        change<engine::Class##State>(*this, [&](auto& state) {                                          \
-            state.value[engine::checked_index(state, "child", index, state.value.size())] = tally;      \
-        });                                                                                             \
-    }                                                                                                   \
-    void Class::SetChildTallies(Tallies const& tallies) {                                               \
-        change<engine::Class##State>(*this, [&](auto& state) { state.value = tallies; });               \
+/// A list of tallies that make one up.
+#define PEDFLUX_ACCESS_CHILDREN(Class, Type, Name, member)                                           \
+    void Class::AddChildTally(std::shared_ptr<Tally> const& tally) {                                 \
+        change<engine::Class##State>(*this, [&](auto& state) { state.member.push_back(tally); });    \
+    }                                                                                                \
+    void Class::ClearChildTallies() { SetChildTallies({}); }                                         \
+    void Class::SetChildTally(int index, std::shared_ptr<Tally> const& tally) {                      \
+        change<engine::Class##State>(*this, [&](auto& state) {                                       \
+            state.member[engine::checked_index(state, "child", index, state.member.size())] = tally; \
+        });                                                                                          \
+    }                                                                                                \
+    void Class::SetChildTallies(Tallies const& tallies) {                                            \
+        change<engine::Class##State>(*this, [&](auto& state) { state.member = tallies; });           \
     }
 
-/// A tally of a first and a second one.
+#define TALLY(Class, type, ...)                    \
+    PEDFLUX_CONSTRUCTOR(Tally, Class, __VA_ARGS__) \
+    PEDFLUX_ACCESSORS(Class, __VA_ARGS__)
+#define TALLY_OF_PLACES(Class, type, ...) \
+    TALLY(Class, type, __VA_ARGS__)       \
+    Class::Class(GlobalId const& object) : Class(std::vector{object}) {}
+#define TALLY_OF_SERVERS TALLY_OF_PLACES
+#include "engine/behaviour/tallies/tally_table.def"
+
 #define OF_TWO(Class)                                                                       \
     Class::Class(std::shared_ptr<Tally> const& first, std::shared_ptr<Tally> const& second) \
-        : Tally(make_node<Tally, engine::Class##State>([&](auto& state) {                   \
-              state.first = first;                                                          \
-              state.second = second;                                                        \
-          })) {}                                                                            \
-    ACCESS(Class, FirstTally, std::shared_ptr<Tally> const&, first)                         \
-    ACCESS(Class, SecondTally, std::shared_ptr<Tally> const&, second)
-
-OF_OBJECTS(AreaPopulationTally, Areas)
-OF_OBJECTS(ServerAvailableCapacityTally, Servers)
-OF_OBJECTS(ServerQueueAndApproachTally, Servers)
-OF_OBJECTS(ServerQueueTally, Servers)
-OF_OBJECTS(SurfaceAreaTally, WalkableObjects)
-OF_ONE(NamedTally, TallyObject, GlobalId const&)
-OF_ONE(TransitionTally, Transition, std::shared_ptr<Transition> const&)
-OF_TALLIES(AddTally)
-OF_TALLIES(MaxTally)
-OF_TALLIES(MinTally)
-OF_TWO(SubtractTally)
-OF_TWO(MultiplyTally)
-
-VariableTally::VariableTally(double value)
-    : Tally(make_node<Tally, engine::VariableTallyState>([&](auto& state) { state.value = value; })) {}
-double VariableTally::GetValue() const { return get(*this, &engine::VariableTallyState::value); }
-void VariableTally::SetValue(double value) { set(*this, &engine::VariableTallyState::value, value); }
-
-ScaleTally::ScaleTally(std::shared_ptr<Tally> const& tally, double scaleValue)
-    : Tally(make_node<Tally, engine::ScaleTallyState>([&](auto& state) {
-          state.tally = tally;
-          state.scale = scaleValue;
-      })) {}
-ACCESS(ScaleTally, Tally, std::shared_ptr<pedflux::Tally> const&, tally)
-ACCESS(ScaleTally, ScaleValue, double, scale)
-
-DivideTally::DivideTally(std::shared_ptr<Tally> const& numerator, std::shared_ptr<Tally> const& denominator,
-                         ZeroOverZeroValue zeroOverZero)
-    : Tally(make_node<Tally, engine::DivideTallyState>([&](auto& state) {
-          state.numerator = numerator;
-          state.denominator = denominator;
-          state.zero_over_zero = zeroOverZero;
-      })) {}
-ACCESS(DivideTally, NumeratorTally, std::shared_ptr<Tally> const&, numerator)
-ACCESS(DivideTally, DenominatorTally, std::shared_ptr<Tally> const&, denominator)
-ACCESS(DivideTally, ZeroOverZeroValue, pedflux::ZeroOverZeroValue, zero_over_zero)
+        : Class(Tallies{first, second}) {}
+OF_TWO(AddTally)
+OF_TWO(MaxTally)
+OF_TWO(MinTally)
 
 namespace engine {
 
 template <>
 std::span<KindOfNode<Tally> const* const> kinds_of<Tally>() {
-    static KindOfNode<Tally> const* const kinds[] = {&node_kind<Tally, AreaPopulationTallyState>(),
-                                                     &node_kind<Tally, NamedTallyState>(),
-                                                     &node_kind<Tally, ServerAvailableCapacityTallyState>(),
-                                                     &node_kind<Tally, ServerQueueAndApproachTallyState>(),
-                                                     &node_kind<Tally, ServerQueueTallyState>(),
-                                                     &node_kind<Tally, SurfaceAreaTallyState>(),
-                                                     &node_kind<Tally, TransitionTallyState>(),
-                                                     &node_kind<Tally, VariableTallyState>(),
-                                                     &node_kind<Tally, ScaleTallyState>(),
-                                                     &node_kind<Tally, SubtractTallyState>(),
-                                                     &node_kind<Tally, MultiplyTallyState>(),
-                                                     &node_kind<Tally, DivideTallyState>(),
-                                                     &node_kind<Tally, AddTallyState>(),
-                                                     &node_kind<Tally, MaxTallyState>(),
-                                                     &node_kind<Tally, MinTallyState>()};
+    static KindOfNode<Tally> const* const kinds[] = {
+#define TALLY(Class, ...) &node_kind<Tally, Class##State>(),
+#include "engine/behaviour/tallies/tally_table.def"
+    };
     return kinds;
 }
 

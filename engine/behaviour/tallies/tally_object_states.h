@@ -24,7 +24,7 @@ struct MadeOfTally {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("tally", self.tally, REQUIRED);
+        field("tally", self.tally, must_be_given);
     }
 };
 
@@ -34,7 +34,7 @@ struct MadeOfWindow : MadeOfTally {
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
         MadeOfTally::fields(self, field);
-        field("windowInSeconds", self.seconds, Range{1, WITHOUT_END, "s"});
+        field("windowInSeconds", self.seconds, Range{1, unlimited, "s"});
     }
 };
 
@@ -123,7 +123,7 @@ struct IntervalReset {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("intervalInSeconds", self.seconds, Range{1, WITHOUT_END, "s"});
+        field("intervalInSeconds", self.seconds, Range{1, unlimited, "s"});
     }
 };
 
@@ -184,7 +184,7 @@ struct TallyCommand {
     static void fields(Self& self, Field&& field) {
         field("resets", self.resets);
         field("adds", self.adds);
-        field("addPeriodInSeconds", self.period, Range{1, WITHOUT_END, "s"});
+        field("addPeriodInSeconds", self.period, Range{1, unlimited, "s"});
     }
 };
 
@@ -222,11 +222,11 @@ struct TallyChangeState : ObjectState {
     static void fields(Self& self, Field&& field) {
         ObjectState::fields(self, field);
         field("tallyObjects", self.tally_objects, A_TALLY_OBJECT);
-        field("triggerRange", self.range, REQUIRED);
+        field("triggerRange", self.range, must_be_given);
         field("command", self.command);
         field("value", self.value);
         field("valueDistributionUsesIntegers", self.integers);
-        field("cyclePeriodInSeconds", self.cycle_period, Range{1, WITHOUT_END, "s"});
+        field("cyclePeriodInSeconds", self.cycle_period, Range{1, unlimited, "s"});
         field("skipFirstAddition", self.skip_first);
     }
     /// Throws Exception when the command neither resets nor adds.

@@ -14,6 +14,8 @@
 #include <utility>
 #include <variant>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
 using engine::get;
@@ -275,8 +277,8 @@ void require_acyclic(TallyObjectState const& owner, TallyValue const& value) {
     std::vector<TallyObjectState const*> reached = tally_objects_in(owner, value);
     for (std::size_t i = 0; i < reached.size(); ++i) {
         if (reached[i] == &owner) {
-            throw Exception(title_of(owner) + ": value must be made of other tally objects, not of itself" +
-                            (i == 0 ? "" : " by way of others"));
+            throw Exception(fmt::format("{}: value must be made of other tally objects, not of itself{}",
+                                        title_of(owner), i == 0 ? "" : " by way of others"));
         }
         for (auto const* const inner : tally_objects_in(*reached[i], reached[i]->value)) {
             if (std::ranges::find(reached, inner) == reached.end()) reached.push_back(inner);
@@ -286,8 +288,8 @@ void require_acyclic(TallyObjectState const& owner, TallyValue const& value) {
 
 void require_ordered_bounds(TallyObjectState const& self) {
     if (self.min && self.max && *self.min > *self.max) {
-        throw Exception(title_of(self) + ": minValue must be at most maxValue, " + text_of(*self.max) + ", not " +
-                        text_of(*self.min));
+        throw Exception(fmt::format("{}: minValue must be at most maxValue, {}, not {}", title_of(self),
+                                    text_of(*self.max), text_of(*self.min)));
     }
 }
 
@@ -298,10 +300,11 @@ void TallyObjectState::check(TallyObjectState const& self) {
 
 void TallyChangeState::check(TallyChangeState const& self) {
     if (!self.command.resets && !self.command.adds) {
-        throw Exception(title_of(self) + ": command must reset or add, or both, not neither");
+        throw Exception(fmt::format("{}: command must reset or add, or both, not neither", title_of(self)));
     }
     if (!self.command.adds && self.command.period) {
-        throw Exception(title_of(self) + ": command must not have an addPeriodInSeconds when it does not add");
+        throw Exception(
+            fmt::format("{}: command must not have an addPeriodInSeconds when it does not add", title_of(self)));
     }
 }
 

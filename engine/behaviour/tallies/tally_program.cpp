@@ -6,14 +6,20 @@
 #include <pedflux/exception.h>
 
 #include <algorithm>
+#include <cmath>
 #include <concepts>
+#include <string>
 #include <unordered_map>
 #include <utility>
 #include <variant>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
+
+constexpr double largest = std::numeric_limits<double>::max();
 
 double value_of(ZeroOverZeroValue rule) {
     switch (rule) {
@@ -22,15 +28,29 @@ double value_of(ZeroOverZeroValue rule) {
         case ZeroOverZeroValue::ONE:
             return 1;
         case ZeroOverZeroValue::INFINITE:
-            return std::numeric_limits<double>::max();
+            return largest;
     }
     return 0;
 }
 
+// The arithmetic of tallies: always finite.
+
+double sum(double first, double second, double /*unused*/) { return nearest_finite(first + second); }
+double difference(double first, double second, double /*unused*/) { return nearest_finite(first - second); }
+double product(double first, double second, double /*unused*/) { return nearest_finite(first * second); }
+double quotient(double numerator, double denominator, double zero_over_zero) {
+    if (denominator != 0) return nearest_finite(numerator / denominator);
+    return numerator == 0 ? zero_over_zero : std::copysign(largest, numerator);
+}
+double greatest(double first, double second, double /*unused*/) { return std::max(first, second); }
+double least(double first, double second, double /*unused*/) { return std::min(first, second); }
+
 class Compiler {
+    using Step = TallyOperation::Step;
+
   public:
-    Compiler(Document const& project, SymbolTable& symbols) : project_(project), mentions_(symbols) {
-        plan_.frame_rate = project.settings.frame_rate;
+    Compiler(Document const& project, SymbolTable& symbols) : project_(project), symbols_(symbols) {
+        program_.frame_rate = project.settings.frame_rate;
     }
 
     TallyProgram compile() {
@@ -38,17 +58,17 @@ class Compiler {
         for (auto const* const object : objects) {
             places_.emplace(object->id, static_cast<TallyIndex>(places_.size()));
         }
-        for (auto const* const object : objects) plan_.tallies.push_back(planned(*object));
+        for (auto const* const object : objects) program_.tallies.push_back(planned(*object));
         for (auto const* const change : project_.objects<TallyChangeState>()) {
-            if (change->enabled) plan_.changes.push_back(planned(*change));
+            if (change->enabled) program_.changes.push_back(planned(*change));
         }
-        for (auto const& tally : mentions_.tallies) plan_.compared.push_back(expression(*tally));
+        for (auto const& tally : symbols_.tallies) program_.compared.push_back(expression(*tally));
         sort(objects);
-        return std::move(plan_);
+        return std::move(program_);
     }
 
   private:
-    std::int64_t frames(int seconds) const { return std::int64_t{seconds} * plan_.frame_rate; }
+    std::int64_t frames(int seconds) const { return std::int64_t{seconds} * program_.frame_rate; }
 
     PlannedTally planned(TallyObjectState const& object) {
         PlannedTally tally;
@@ -108,67 +128,70 @@ class Compiler {
     TallyExpression expression(Tally const& tally) {
         // A tally outside of projects can be changed until it is compiled, so its extent is checked here.
         require_shallow(node_of(tally));
-        auto const first = static_cast<TallyIndex>(plan_.operations.size());
+        auto const first = static_cast<TallyIndex>(program_.operations.size());
         emit(tally);
-        return {first, static_cast<TallyIndex>(plan_.operations.size()) - first};
+        return {first, static_cast<TallyIndex>(program_.operations.size()) - first};
     }
 
     void emit(Tally const& tally) {
         auto const children = children_of(tally);
         for (auto const& child : children) emit(*child);
-        plan_.operations.push_back(operation(tally, static_cast<TallyIndex>(children.size())));
+        program_.operations.push_back(operation(tally, static_cast<TallyIndex>(children.size())));
     }
 
     TallyOperation operation(Tally const& tally, TallyIndex operands) {
-        auto const kind = static_cast<TallyType>(type_of(tally));
-        switch (kind) {
-            case TallyType::AREA_POPULATION:
-                return measure(kind, state_of<AreaPopulationTallyState>(tally).value);
-            case TallyType::SERVER_AVAILABLE_CAPACITY:
-                return measure(kind, state_of<ServerAvailableCapacityTallyState>(tally).value);
-            case TallyType::SERVER_QUEUE_AND_APPROACH:
-                return measure(kind, state_of<ServerQueueAndApproachTallyState>(tally).value);
-            case TallyType::SERVER_QUEUE:
-                return measure(kind, state_of<ServerQueueTallyState>(tally).value);
-            case TallyType::SURFACE_AREA:
-                return measure(kind, state_of<SurfaceAreaTallyState>(tally).value);
-            case TallyType::TRANSITION:
-                return measure(
-                    {kind, {}, SymbolTable::add(mentions_.transitions, state_of<TransitionTallyState>(tally).value)});
+        auto const combined = [&](TallyOperation::Combination combination, double parameter = 0) {
+            return TallyOperation{Step::COMBINE, operands, parameter, combination};
+        };
+        switch (static_cast<TallyType>(type_of(tally))) {
+#define TALLY(...)
+#define TALLY_OF_PLACES(Class, type, ...) \
+    case TallyType::type:                 \
+        return measure(PlaceMeasure::type, state_of<Class##State>(tally).value);
+#define TALLY_OF_SERVERS(Class, type, ...) \
+    case TallyType::type:                  \
+        return measure(ServerMeasure::type, state_of<Class##State>(tally).value);
+#include "engine/behaviour/tallies/tally_table.def"
+            case TallyType::TRANSITION: {
+                auto const& transition = state_of<TransitionTallyState>(tally).value;
+                return measure(TransitionMeasure{SymbolTable::add(symbols_.transitions, transition)}, {});
+            }
             case TallyType::NAMED:
-                return {.kind = kind, .index = place_of(state_of<NamedTallyState>(tally).value)};
+                return {.step = Step::OBJECT, .index = place_of(state_of<NamedTallyState>(tally).value)};
             case TallyType::VARIABLE:
-                return {.kind = kind, .number = state_of<VariableTallyState>(tally).value};
+                return {.step = Step::NUMBER, .number = state_of<VariableTallyState>(tally).value};
             case TallyType::SCALE:
-                return {.kind = kind, .number = state_of<ScaleTallyState>(tally).scale};
+                program_.operations.push_back({.step = Step::NUMBER, .number = state_of<ScaleTallyState>(tally).scale});
+                return {.step = Step::COMBINE, .index = 2, .combination = product};
             case TallyType::DIVIDE:
-                return {.kind = kind, .number = value_of(state_of<DivideTallyState>(tally).zero_over_zero)};
+                return combined(quotient, value_of(state_of<DivideTallyState>(tally).zero_over_zero));
             case TallyType::SUBTRACT:
+                return combined(difference);
             case TallyType::MULTIPLY:
+                return combined(product);
             case TallyType::ADD:
+                return combined(sum);
             case TallyType::MAX:
+                return combined(greatest);
             case TallyType::MIN:
-                break;
+                return combined(least);
         }
-        return {.kind = kind, .index = operands};
+        throw Exception(fmt::format("Tally: there is no kind {}", type_of(tally)));
     }
 
-    TallyOperation measure(TallyType kind, std::vector<GlobalId> const& objects) {
+    template <class Kind>
+    TallyOperation measure(Kind kind, std::vector<GlobalId> const& objects) {
         TallyMeasure made{kind, {}};
-        for (auto const& id : objects) made.objects.push_back(mentions_.object(id));
-        return measure(std::move(made));
-    }
-    TallyOperation measure(TallyMeasure made) {
-        auto const kind = made.kind;
-        plan_.measures.push_back(std::move(made));
-        return {.kind = kind, .index = static_cast<TallyIndex>(plan_.measures.size() - 1)};
+        for (auto const& id : objects) made.objects.push_back(symbols_.object(id));
+        program_.measures.push_back(std::move(made));
+        return {.step = Step::MEASURE, .index = static_cast<TallyIndex>(program_.measures.size() - 1)};
     }
 
     TallyIndex place_of(GlobalId const& id) const {
         auto const place = places_.find(id);
         if (place == places_.end()) {
-            throw Exception("NamedTally: the project has no tally object with the identifier " +
-                            GlobalId(id).GetString());
+            throw Exception(fmt::format("NamedTally: the project has no tally object with the identifier {}",
+                                        GlobalId(id).GetString()));
         }
         return place->second;
     }
@@ -179,14 +202,14 @@ class Compiler {
         std::vector<std::vector<TallyIndex>> users(objects.size());
         std::vector<std::size_t> missing(objects.size(), 0);
         for (std::size_t i = 0; i < objects.size(); ++i) {
-            auto const [first, count] = plan_.tallies[i].expression;
+            auto const [first, count] = program_.tallies[i].expression;
             for (TallyIndex k = first; k < first + count; ++k) {
-                if (plan_.operations[k].kind != TallyType::NAMED) continue;
-                users[plan_.operations[k].index].push_back(static_cast<TallyIndex>(i));
+                if (program_.operations[k].step != Step::OBJECT) continue;
+                users[program_.operations[k].index].push_back(static_cast<TallyIndex>(i));
                 ++missing[i];
             }
         }
-        auto& order = plan_.order;
+        auto& order = program_.order;
         for (TallyIndex i = 0; i < objects.size(); ++i) {
             if (missing[i] == 0) order.push_back(i);
         }
@@ -199,12 +222,14 @@ class Compiler {
     }
 
     Document const& project_;
-    SymbolTable& mentions_;
-    TallyProgram plan_;
+    SymbolTable& symbols_;
+    TallyProgram program_;
     std::unordered_map<GlobalId, TallyIndex, IdentifierHash, IdentifierEqual> places_;
 };
 
 }  // namespace
+
+double nearest_finite(double number) { return std::clamp(number, -largest, largest); }
 
 std::optional<TallyIndex> TallyProgram::find(GlobalId const& id) const {
     auto const found =

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/behaviour/symbol_table.h"
+#include "engine/behaviour/compiled/symbol_table.h"
 #include "engine/model/document.h"
 
 #include <pedflux/distributions.h>
@@ -12,32 +12,57 @@
 #include <limits>
 #include <memory>
 #include <optional>
+#include <variant>
 #include <vector>
 
 /// Tallies, tally objects and tally changes compiled for a simulation: flat lists whose elements refer to each other by
 /// their places. Times are counted in frames, so that periods of seconds never drift.
 namespace pedflux::engine {
 
-/// A place in one of the plan's lists.
+/// A place in one of the program's lists.
 using TallyIndex = std::uint32_t;
+
+/// The measures of walkable objects and volumes.
+enum class PlaceMeasure {
+#define TALLY(...)
+#define TALLY_OF_PLACES(Class, type, ...) type,
+#include "engine/behaviour/tallies/tally_table.def"
+};
+/// The measures of servers.
+enum class ServerMeasure {
+#define TALLY(...)
+#define TALLY_OF_SERVERS(Class, type, ...) type,
+#include "engine/behaviour/tallies/tally_table.def"
+};
+/// How often a transition is made, by its number in the symbol table.
+struct TransitionMeasure {
+    SymbolIndex transition;
+};
 
 /// What a simulation measures in every frame.
 struct TallyMeasure {
-    TallyType kind;                    ///< AREA_POPULATION, a kind of server tally, SURFACE_AREA or TRANSITION
+    std::variant<PlaceMeasure, ServerMeasure, TransitionMeasure> kind;
     std::vector<SymbolIndex> objects;  ///< the areas, servers or walkable objects
-    SymbolIndex transition = 0;        ///< of the kind TRANSITION
 };
 
 /// One step of an expression in postfix order.
 struct TallyOperation {
-    /// NAMED is the value of a tally object and a leaf other than VARIABLE and NAMED a measure; every other kind takes
-    /// its operands off the stack.
-    TallyType kind;
-    TallyIndex index = 0;  ///< of the measure or the tally object; of ADD, MAX and MIN the number of operands
-    double number = 0;     ///< of VARIABLE and SCALE; of DIVIDE what 0 divided by 0 is
+    enum class Step {
+        MEASURE,  ///< pushes the value of a measure
+        OBJECT,   ///< pushes the value of a tally object
+        NUMBER,   ///< pushes `number`
+        COMBINE,  ///< replaces the last operands by one value, from the last one to the first
+    };
+    /// @param parameter the operation's `number`
+    using Combination = double (*)(double first, double second, double parameter);
+
+    Step step;
+    TallyIndex index = 0;  ///< of the measure or the tally object; for COMBINE the number of operands
+    double number = 0;
+    Combination combination = nullptr;
 };
 
-/// A part of the plan's operations.
+/// A part of the program's operations.
 struct TallyExpression {
     TallyIndex first = 0;
     TallyIndex count = 0;
@@ -88,14 +113,17 @@ struct TallyProgram {
     std::vector<PlannedTally> tallies;        ///< in the order of the project
     std::vector<TallyIndex> order;            ///< of evaluation: each after those that it is made of
     std::vector<PlannedTallyChange> changes;  ///< the enabled ones, in the order of the project
-    std::vector<TallyExpression> compared;    ///< the tallies that other rules mention, by their numbers
+    std::vector<TallyExpression> compared;    ///< the tallies of the symbol table, by their numbers
 
     /// The place of a tally object; none if the project had no such object.
     std::optional<TallyIndex> find(GlobalId const& id) const;
 };
 
-/// Compiles the tally objects and tally changes of a project, and the tallies that are mentioned already. Areas,
-/// servers and transitions are mentioned in turn.
+/// Values that grow beyond all numbers stay at the largest one.
+double nearest_finite(double number);
+
+/// Compiles the tally objects and tally changes of a project, and the tallies of the symbol table, to which areas,
+/// servers and transitions are added in turn.
 TallyProgram compile_tallies(Document const& project, SymbolTable& symbols);
 
 }  // namespace pedflux::engine

@@ -5,21 +5,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace pedflux::engine {
 
 namespace {
-
-constexpr double LARGEST = std::numeric_limits<double>::max();
-
-/// The nearest finite number.
-double finite(double number) { return std::clamp(number, -LARGEST, LARGEST); }
-
-double quotient(double numerator, double denominator, double zero_over_zero) {
-    if (denominator != 0) return finite(numerator / denominator);
-    return numerator == 0 ? zero_over_zero : std::copysign(LARGEST, numerator);
-}
 
 /// Whether the bounds hold for all that was ever added, and not only for what is shown.
 bool is_total(TallyValueType type) {
@@ -31,7 +20,7 @@ bool is_total(TallyValueType type) {
 
 void RollingSum::push(double value) {
     if (next_ == static_cast<std::size_t>(length_)) {
-        for (auto i = values_.size() - 1; i > 0; --i) values_[i - 1] = finite(values_[i - 1] + values_[i]);
+        for (auto i = values_.size() - 1; i > 0; --i) values_[i - 1] = nearest_finite(values_[i - 1] + values_[i]);
         next_ = 0;
         running_ = 0;
     }
@@ -41,13 +30,13 @@ void RollingSum::push(double value) {
         values_[next_] = value;
     }
     ++next_;
-    running_ = finite(running_ + value);
+    running_ = nearest_finite(running_ + value);
     count_ = std::min(count_ + 1, length_);
 }
 
 double RollingSum::sum() const {
     // Where no block came before, the values end with the running one.
-    return next_ == values_.size() ? running_ : finite(running_ + values_[next_]);
+    return next_ == values_.size() ? running_ : nearest_finite(running_ + values_[next_]);
 }
 
 void RollingSum::clear() {
@@ -57,43 +46,44 @@ void RollingSum::clear() {
     count_ = 0;
 }
 
-TallyRun::TallyRun(TallyProgram const& plan, std::uint64_t seed) : plan_(plan), compared_(plan.compared.size(), 0) {
-    for (TallyIndex i = 0; i < plan.tallies.size(); ++i) {
-        auto const& tally = plan.tallies[i];
+TallyRun::TallyRun(TallyProgram const& program, std::uint64_t seed)
+    : program_(program), compared_(program.compared.size(), 0) {
+    for (TallyIndex i = 0; i < program.tallies.size(); ++i) {
+        auto const& tally = program.tallies[i];
         auto& running = running_.emplace_back(Running{.random = Random(seed, streams::of_tallies + i)});
         if (tally.window > 0) running.window.emplace(tally.window);
         running.base = tally.start ? *tally.start : sample(*tally.default_value, running.random);
         settle(i);
     }
-    for (std::size_t i = 0; i < plan.changes.size(); ++i)
+    for (std::size_t i = 0; i < program.changes.size(); ++i)
         changes_.push_back({.random = Random(seed, streams::of_tally_changes + i)});
 }
 
 void TallyRun::step(std::span<double const> measures, std::span<RangeInFrame const> ranges) {
     measures_ = measures;
     ++frame_;
-    for (TallyIndex const tally : plan_.order) {
+    for (TallyIndex const tally : program_.order) {
         count_clock(tally);
         if (is_reset_due(tally)) reset(tally);
     }
     for (std::size_t i = 0; i < changes_.size(); ++i) carry_out(i, ranges[i]);
-    for (TallyIndex const tally : plan_.order) {
+    for (TallyIndex const tally : program_.order) {
         measure(tally);
         settle(tally);
     }
-    for (TallyIndex const tally : plan_.order) compare(tally);
-    for (std::size_t i = 0; i < compared_.size(); ++i) compared_[i] = evaluate(plan_.compared[i]);
+    for (TallyIndex const tally : program_.order) compare(tally);
+    for (std::size_t i = 0; i < compared_.size(); ++i) compared_[i] = evaluate(program_.compared[i]);
 }
 
 void TallyRun::add(TallyIndex tally, double amount) {
-    if (!plan_.tallies[tally].enabled) return;
+    if (!program_.tallies[tally].enabled) return;
     auto& running = running_[tally];
-    running.base = finite(running.base + amount);
+    running.base = nearest_finite(running.base + amount);
     settle(tally);
 }
 
 void TallyRun::reset(TallyIndex tally) {
-    auto const& planned = plan_.tallies[tally];
+    auto const& planned = program_.tallies[tally];
     if (!planned.enabled) return;
     auto& running = running_[tally];
     running.base = sample(*planned.default_value, running.random);
@@ -105,17 +95,17 @@ void TallyRun::reset(TallyIndex tally) {
 }
 
 void TallyRun::count_clock(TallyIndex tally) {
-    auto const& planned = plan_.tallies[tally];
+    auto const& planned = program_.tallies[tally];
     if (planned.type != TallyValueType::CLOCK || !planned.enabled || frame_ == 0) return;
     auto& running = running_[tally];
     ++running.frames;
-    double const seconds = static_cast<double>(running.frames) / plan_.frame_rate;
+    double const seconds = static_cast<double>(running.frames) / program_.frame_rate;
     running.part = planned.counts_down ? -seconds : seconds;
     settle(tally);
 }
 
 bool TallyRun::is_reset_due(TallyIndex tally) const {
-    auto const& rule = plan_.tallies[tally].reset;
+    auto const& rule = program_.tallies[tally].reset;
     if (frame_ == 0) return false;
     switch (rule.when) {
         case TallyResetRule::When::NEVER:
@@ -132,7 +122,7 @@ bool TallyRun::is_reset_due(TallyIndex tally) const {
 }
 
 void TallyRun::carry_out(std::size_t index, RangeInFrame range) {
-    auto const& planned = plan_.changes[index];
+    auto const& planned = program_.changes[index];
     auto& change = changes_[index];
     if (range.opened) {
         change.frames = 0;
@@ -162,7 +152,7 @@ void TallyRun::add_all(PlannedTallyChange const& change, Random& random) {
 }
 
 void TallyRun::measure(TallyIndex tally) {
-    auto const& planned = plan_.tallies[tally];
+    auto const& planned = program_.tallies[tally];
     if (!planned.enabled || planned.expression.count == 0) return;
     auto& running = running_[tally];
     double const now = evaluate(planned.expression);
@@ -171,7 +161,7 @@ void TallyRun::measure(TallyIndex tally) {
             running.part = now;
             break;
         case TallyValueType::AGGREGATE_SUM_OVER_TIME:
-            running.base = finite(running.base + now);
+            running.base = nearest_finite(running.base + now);
             break;
         case TallyValueType::AGGREGATE_MIN_OVER_TIME:
             running.part = *(running.extreme = std::min(running.extreme.value_or(now), now));
@@ -196,9 +186,9 @@ void TallyRun::measure(TallyIndex tally) {
 }
 
 void TallyRun::settle(TallyIndex tally) {
-    auto const& planned = plan_.tallies[tally];
+    auto const& planned = program_.tallies[tally];
     auto& running = running_[tally];
-    double const unbounded = finite(running.base + running.part);
+    double const unbounded = nearest_finite(running.base + running.part);
     running.value = std::clamp(unbounded, planned.min, planned.max);
     if (is_total(planned.type) && running.value != unbounded) {
         running.base = running.value;
@@ -208,61 +198,39 @@ void TallyRun::settle(TallyIndex tally) {
 }
 
 void TallyRun::compare(TallyIndex tally) {
-    auto const& rule = plan_.tallies[tally].reset;
+    auto const& rule = program_.tallies[tally].reset;
     auto& running = running_[tally];
     if (rule.when == TallyResetRule::When::GREATER_OR_EQUAL) running.reached = running.value >= evaluate(rule.compared);
     if (rule.when == TallyResetRule::When::LESS_OR_EQUAL) running.reached = running.value <= evaluate(rule.compared);
 }
 
 double TallyRun::evaluate(TallyExpression expression) {
+    using enum TallyOperation::Step;
     auto& stack = stack_;
     auto const pop = [&] {
         double const top = stack.back();
         stack.pop_back();
         return top;
     };
-    auto const combine = [&](TallyIndex count, auto const& join) {
-        double joined = count == 0 ? 0 : pop();
-        for (TallyIndex i = 1; i < count; ++i) joined = join(pop(), joined);
-        stack.push_back(joined);
+    auto const combined = [&](TallyOperation const& operation) {
+        double value = operation.index == 0 ? 0 : pop();
+        for (TallyIndex i = 1; i < operation.index; ++i) value = operation.combination(pop(), value, operation.number);
+        return value;
     };
     for (TallyIndex i = expression.first; i < expression.first + expression.count; ++i) {
-        auto const& operation = plan_.operations[i];
-        switch (operation.kind) {
-            case TallyType::AREA_POPULATION:
-            case TallyType::SERVER_AVAILABLE_CAPACITY:
-            case TallyType::SERVER_QUEUE_AND_APPROACH:
-            case TallyType::SERVER_QUEUE:
-            case TallyType::SURFACE_AREA:
-            case TallyType::TRANSITION:
+        auto const& operation = program_.operations[i];
+        switch (operation.step) {
+            case MEASURE:
                 stack.push_back(measures_[operation.index]);
                 break;
-            case TallyType::NAMED:
+            case OBJECT:
                 stack.push_back(running_[operation.index].value);
                 break;
-            case TallyType::VARIABLE:
+            case NUMBER:
                 stack.push_back(operation.number);
                 break;
-            case TallyType::SCALE:
-                stack.back() = finite(stack.back() * operation.number);
-                break;
-            case TallyType::SUBTRACT:
-                combine(2, [](double first, double second) { return finite(first - second); });
-                break;
-            case TallyType::MULTIPLY:
-                combine(2, [](double first, double second) { return finite(first * second); });
-                break;
-            case TallyType::DIVIDE:
-                combine(2, [&](double first, double second) { return quotient(first, second, operation.number); });
-                break;
-            case TallyType::ADD:
-                combine(operation.index, [](double first, double second) { return finite(first + second); });
-                break;
-            case TallyType::MAX:
-                combine(operation.index, [](double first, double second) { return std::max(first, second); });
-                break;
-            case TallyType::MIN:
-                combine(operation.index, [](double first, double second) { return std::min(first, second); });
+            case COMBINE:
+                stack.push_back(combined(operation));
                 break;
         }
     }

@@ -40,26 +40,28 @@ struct RangeInFrame {
     bool opened = false;  ///< a span of it begins with this frame; another one may have ended with it
 };
 
-/// The values of a plan's tallies, frame by frame.
+/// The values of a program's tallies, frame by frame.
 ///
 /// A frame happens in this order: clocks move on; what resets by itself is reset; tally changes are carried out in the
 /// order of the project, each seeing the measures of this frame and the values of tally objects as those before left
-/// them; every tally object takes its value, each after those that it is made of; last, the tallies that others mention
-/// take theirs. Between frames agents add to tally objects, which is seen at once by those who ask for the object's
-/// value, and in the next frame by what is made of it.
+/// them; every tally object takes its value, each after those that it is made of; last, the tallies of the symbol
+/// table take theirs. Between frames agents add to tally objects: the object's own value changes at once, what is made
+/// of it in the next frame.
 class TallyRun {
   public:
-    /// Every tally object has its start value. The plan outlives the run.
-    TallyRun(TallyProgram const& plan, std::uint64_t seed);
+    /// Every tally object has its start value. The program outlives the run.
+    TallyRun(TallyProgram const& program, std::uint64_t seed);
 
     /// One frame. The first one is that of the start, in which no time has passed.
-    /// @param measures one value for each measure of the plan
-    /// @param ranges one for each change of the plan
+    /// @param measures one value for each measure of the program
+    /// @param ranges one for each change of the program
     void step(std::span<double const> measures, std::span<RangeInFrame const> ranges);
 
+    /// The place of a tally object; none if the project had no such object.
+    std::optional<TallyIndex> find(GlobalId const& id) const { return program_.find(id); }
     /// The value of a tally object.
     double value(TallyIndex tally) const { return running_[tally].value; }
-    /// The value of a tally that other rules mention, as it was in the last frame.
+    /// The value of a tally of the symbol table in the last frame.
     double compared(SymbolIndex tally) const { return compared_[tally]; }
 
     void add(TallyIndex tally, double amount);
@@ -91,7 +93,7 @@ class TallyRun {
     void compare(TallyIndex tally);
     double evaluate(TallyExpression expression);
 
-    TallyProgram const& plan_;
+    TallyProgram const& program_;
     std::int64_t frame_ = -1;
     std::vector<Running> running_;
     std::vector<Change> changes_;

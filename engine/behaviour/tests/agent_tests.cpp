@@ -1,5 +1,5 @@
 #include "engine/behaviour/tests/agent_test_states.h"
-#include "engine/model/node_kind.h"
+#include "engine/model/node_handles.h"
 
 #include <pedflux/agent_tests.h>
 
@@ -7,7 +7,6 @@ namespace pedflux {
 
 using engine::change;
 using engine::get;
-using engine::make_node;
 using engine::set;
 
 AgentTest::AgentTest(engine::NodePointer node) : node_(std::move(node)) {}
@@ -23,158 +22,72 @@ std::vector<std::shared_ptr<AgentTest>> AgentTest::GetAllNestedChildTests() {
     return engine::nested_children_of(*this);
 }
 
-AlwaysTrueTest::AlwaysTrueTest() : AgentTest(make_node<AgentTest, engine::AlwaysTrueTestState>()) {}
+/// A list of tests that make one up.
+#define PEDFLUX_ACCESS_CHILDREN(Class, Type, Name, member)                                          \
+    void Class::AddChildTest(std::shared_ptr<AgentTest> const& test) {                              \
+        change<engine::Class##State>(*this, [&](auto& state) { state.member.push_back(test); });    \
+    }                                                                                               \
+    void Class::ClearChildTests() { SetChildTests({}); }                                            \
+    void Class::SetChildTest(int index, std::shared_ptr<AgentTest> const& test) {                   \
+        change<engine::Class##State>(*this, [&](auto& state) {                                      \
+            state.member[engine::checked_index(state, "child", index, state.member.size())] = test; \
+        });                                                                                         \
+    }                                                                                               \
+    void Class::SetChildTests(Type const& tests) {                                                  \
+        change<engine::Class##State>(*this, [&](auto& state) { state.member = tests; });            \
+    }
 
-/// The accessors of one field of a test's state.
-#define PROPERTY(Class, Value, Parameter, Name, field)                            \
-    Value Class::Get##Name() { return get(*this, &engine::Class##State::field); } \
-    void Class::Set##Name(Parameter value) { set(*this, &engine::Class##State::field, value); }
+#define AGENT_TEST(Class, type, ...)                   \
+    PEDFLUX_CONSTRUCTOR(AgentTest, Class, __VA_ARGS__) \
+    PEDFLUX_ACCESSORS(Class, __VA_ARGS__)
+#define AGENT_TEST_OF_OBJECTS(Class, type, ...) \
+    AGENT_TEST(Class, type, __VA_ARGS__)        \
+    Class::Class(GlobalId const& object) : Class(std::vector{object}) {}
+#define AGENT_TEST_WITH_CONSTRUCTORS(Class, type, ...) PEDFLUX_ACCESSORS(Class, __VA_ARGS__)
+#include "engine/behaviour/tests/agent_test_table.def"
 
-/// A test of a list of objects; the list can be given as one object.
-#define TEST_BY(Class, Names)                                                                                     \
-    Class::Class(GlobalId const& object) : Class(std::vector<GlobalId>{object}) {}                                \
-    Class::Class(std::vector<GlobalId> const& objects)                                                            \
-        : AgentTest(make_node<AgentTest, engine::Class##State>([&](auto& state) { state.objects = objects; })) {} \
-    PROPERTY(Class, std::vector<GlobalId>, std::vector<GlobalId> const&, Names, objects)
+// What the table does not tell.
 
-TEST_BY(CreatedByTest, Events)
-TEST_BY(EnteredAtTest, Portals)
-TEST_BY(InAreaTest, Areas)
-TEST_BY(InitialExitTest, Portals)
-TEST_BY(ProfileTest, Profiles)
-TEST_BY(EventActiveTest, Events)
-TEST_BY(GateStateTest, GatedObjects)
-TEST_BY(ServerStateTest, Servers)
-TEST_BY(TokenTest, Tokens)
-
-PROPERTY(EventActiveTest, LogicQuantifier, LogicQuantifier, LogicQuantifier, quantifier)
-PROPERTY(GateStateTest, LogicQuantifier, LogicQuantifier, LogicQuantifier, quantifier)
-PROPERTY(ServerStateTest, LogicQuantifier, LogicQuantifier, LogicQuantifier, quantifier)
-PROPERTY(TokenTest, LogicQuantifier, LogicQuantifier, LogicQuantifier, quantifier)
+/// Only the list of objects is given, or one of them; the rest is as it is by default.
+#define OF_OBJECTS(Class)                                                                                           \
+    Class::Class(std::vector<GlobalId> const& objects)                                                              \
+        : AgentTest(                                                                                                \
+              engine::make_node<AgentTest, engine::Class##State>([&](auto& state) { state.objects = objects; })) {} \
+    Class::Class(GlobalId const& object) : Class(std::vector{object}) {}
+OF_OBJECTS(EventActiveTest)
+OF_OBJECTS(GateStateTest)
+OF_OBJECTS(ServerStateTest)
+OF_OBJECTS(TokenTest)
 
 EventActiveTest::EventActiveTest(GlobalId const& event, LogicQuantifier quantifier, EventStateActivity activity)
-    : EventActiveTest(std::vector<GlobalId>{event}, quantifier, activity) {}
-EventActiveTest::EventActiveTest(std::vector<GlobalId> const& events, LogicQuantifier quantifier,
-                                 EventStateActivity activity)
-    : AgentTest(make_node<AgentTest, engine::EventActiveTestState>([&](auto& state) {
-          state.objects = events;
-          state.quantifier = quantifier;
-          state.activity = activity;
-      })) {}
-PROPERTY(EventActiveTest, EventStateActivity, EventStateActivity, EventStateActivity, activity)
-
+    : EventActiveTest(std::vector{event}, quantifier, activity) {}
 GateStateTest::GateStateTest(GlobalId const& gatedObject, LogicQuantifier quantifier, GateStateDirection direction,
                              AgentAccess access)
-    : GateStateTest(std::vector<GlobalId>{gatedObject}, quantifier, direction, access) {}
-GateStateTest::GateStateTest(std::vector<GlobalId> const& gatedObjects, LogicQuantifier quantifier,
-                             GateStateDirection direction, AgentAccess access)
-    : AgentTest(make_node<AgentTest, engine::GateStateTestState>([&](auto& state) {
-          state.objects = gatedObjects;
-          state.quantifier = quantifier;
-          state.direction = direction;
-          state.access = access;
-      })) {}
-PROPERTY(GateStateTest, GateStateDirection, GateStateDirection, GateStateDirection, direction)
-PROPERTY(GateStateTest, AgentAccess, AgentAccess, AgentAccess, access)
-
+    : GateStateTest(std::vector{gatedObject}, quantifier, direction, access) {}
 ServerStateTest::ServerStateTest(GlobalId const& server, LogicQuantifier quantifier, ServerAccessPoint point,
                                  AgentAccess access)
-    : ServerStateTest(std::vector<GlobalId>{server}, quantifier, point, access) {}
-ServerStateTest::ServerStateTest(std::vector<GlobalId> const& servers, LogicQuantifier quantifier,
-                                 ServerAccessPoint point, AgentAccess access)
-    : AgentTest(make_node<AgentTest, engine::ServerStateTestState>([&](auto& state) {
-          state.objects = servers;
-          state.quantifier = quantifier;
-          state.point = point;
-          state.access = access;
-      })) {}
-PROPERTY(ServerStateTest, ServerAccessPoint, ServerAccessPoint, ServerAccessPoint, point)
-PROPERTY(ServerStateTest, AgentAccess, AgentAccess, AgentAccess, access)
-
-TokenTest::TokenTest(GlobalId const& token, LogicQuantifier quantifier)
-    : TokenTest(std::vector<GlobalId>{token}, quantifier) {}
-TokenTest::TokenTest(std::vector<GlobalId> const& tokens, LogicQuantifier quantifier)
-    : AgentTest(make_node<AgentTest, engine::TokenTestState>([&](auto& state) {
-          state.objects = tokens;
-          state.quantifier = quantifier;
-      })) {}
+    : ServerStateTest(std::vector{server}, quantifier, point, access) {}
+TokenTest::TokenTest(GlobalId const& token, LogicQuantifier quantifier) : TokenTest(std::vector{token}, quantifier) {}
 
 AgeTest::AgeTest(float age, AgentAgeComparison comparison)
-    : AgentTest(make_node<AgentTest, engine::AgeTestState>([&](auto& state) {
+    : AgentTest(engine::make_node<AgentTest, engine::AgeTestState>([&](auto& state) {
           state.age = static_cast<double>(age);
           state.comparison = comparison;
       })) {}
 float AgeTest::GetTestAgeInSeconds() { return static_cast<float>(get(*this, &engine::AgeTestState::age)); }
 void AgeTest::SetTestAgeInSeconds(float age) { set(*this, &engine::AgeTestState::age, static_cast<double>(age)); }
-PROPERTY(AgeTest, AgentAgeComparison, AgentAgeComparison, AgentAgeComparison, comparison)
 
-RandomChanceTest::RandomChanceTest(double chance)
-    : AgentTest(make_node<AgentTest, engine::RandomChanceTestState>([&](auto& state) { state.chance = chance; })) {}
 float RandomChanceTest::GetChance() { return static_cast<float>(get(*this, &engine::RandomChanceTestState::chance)); }
 void RandomChanceTest::SetChance(double chance) { set(*this, &engine::RandomChanceTestState::chance, chance); }
 
-TallyTest::TallyTest(std::shared_ptr<Tally> const& first, ComparisonType comparison,
-                     std::shared_ptr<Tally> const& second)
-    : AgentTest(make_node<AgentTest, engine::TallyTestState>([&](auto& state) {
-          state.first = first;
-          state.comparison = comparison;
-          state.second = second;
-      })) {}
-PROPERTY(TallyTest, std::shared_ptr<Tally>, std::shared_ptr<Tally> const&, FirstTally, first)
-PROPERTY(TallyTest, std::shared_ptr<Tally>, std::shared_ptr<Tally> const&, SecondTally, second)
-PROPERTY(TallyTest, ComparisonType, ComparisonType, ComparisonType, comparison)
-
-TimeTest::TimeTest(std::shared_ptr<TimeReference> const& time, TimeComparison comparison)
-    : AgentTest(make_node<AgentTest, engine::TimeTestState>([&](auto& state) {
-          state.time = time;
-          state.comparison = comparison;
-      })) {}
 TimeTest::TimeTest(int seconds, TimeComparison comparison) : TimeTest(TimeReference::Absolute(seconds), comparison) {}
-PROPERTY(TimeTest, std::shared_ptr<TimeReference>, std::shared_ptr<TimeReference> const&, TimeReference, time)
-PROPERTY(TimeTest, TimeComparison, TimeComparison, TimeComparison, comparison)
 
-NamedTest::NamedTest(GlobalId const& testObject)
-    : AgentTest(make_node<AgentTest, engine::NamedTestState>([&](auto& state) { state.object = testObject; })) {}
-PROPERTY(NamedTest, GlobalId, GlobalId const&, AgentTestObject, object)
-
-NotTest::NotTest(std::shared_ptr<AgentTest> const& test)
-    : AgentTest(make_node<AgentTest, engine::NotTestState>([&](auto& state) { state.child = test; })) {}
-PROPERTY(NotTest, std::shared_ptr<AgentTest>, std::shared_ptr<AgentTest> const&, NegatedTest, child)
-
-CompoundTest::CompoundTest(std::shared_ptr<AgentTest> const& first, std::shared_ptr<AgentTest> const& second,
-                           BooleanOperator combination)
-    : AgentTest(make_node<AgentTest, engine::CompoundTestState>([&](auto& state) {
-          state.first = first;
-          state.second = second;
-          state.combination = combination;
-      })) {}
-PROPERTY(CompoundTest, std::shared_ptr<AgentTest>, std::shared_ptr<AgentTest> const&, FirstChildTest, first)
-PROPERTY(CompoundTest, std::shared_ptr<AgentTest>, std::shared_ptr<AgentTest> const&, SecondChildTest, second)
-PROPERTY(CompoundTest, BooleanOperator, BooleanOperator, BooleanOperator, combination)
-
-using List = engine::TestListState;
-
-#define LIST_TEST(Class)                                                                                         \
-    Class::Class(std::shared_ptr<AgentTest> const& first, std::shared_ptr<AgentTest> const& second)              \
-        : Class(std::vector<std::shared_ptr<AgentTest>>{first, second}) {}                                       \
-    Class::Class(std::vector<std::shared_ptr<AgentTest>> const& tests)                                           \
-        : AgentTest(make_node<AgentTest, engine::Class##State>([&](auto& state) { state.children = tests; })) {} \
-    void Class::AddChildTest(std::shared_ptr<AgentTest> const& test) {                                           \
-        change<List>(*this, [&](List& list) { list.children.push_back(test); });                                 \
-    }                                                                                                            \
-    void Class::ClearChildTests() { SetChildTests({}); }                                                         \
-    void Class::SetChildTest(int index, std::shared_ptr<AgentTest> const& test) {                                \
-        change<List>(*this, [&](List& list) {                                                                    \
-            list.children[engine::checked_index(list, "child", index, list.children.size())] = test;             \
-        });                                                                                                      \
-    }                                                                                                            \
-    void Class::SetChildTests(std::vector<std::shared_ptr<AgentTest>> const& tests) {                            \
-        change<List>(*this, [&](List& list) { list.children = tests; });                                         \
-    }
-
-LIST_TEST(AllOfTest)
-LIST_TEST(AnyOfTest)
-LIST_TEST(NoneOfTest)
+#define OF_TWO(Class)                                                                               \
+    Class::Class(std::shared_ptr<AgentTest> const& first, std::shared_ptr<AgentTest> const& second) \
+        : Class(std::vector{first, second}) {}
+OF_TWO(AllOfTest)
+OF_TWO(AnyOfTest)
+OF_TWO(NoneOfTest)
 
 std::shared_ptr<AgentTest> AgentTestObject::GetAgentTest() {
     return engine::get_copy(*this, &engine::AgentTestObjectState::test);
@@ -188,16 +101,9 @@ namespace engine {
 template <>
 std::span<KindOfNode<AgentTest> const* const> kinds_of<AgentTest>() {
     static KindOfNode<AgentTest> const* const kinds[] = {
-        &node_kind<AgentTest, AlwaysTrueTestState>(),   &node_kind<AgentTest, AgeTestState>(),
-        &node_kind<AgentTest, CreatedByTestState>(),    &node_kind<AgentTest, EnteredAtTestState>(),
-        &node_kind<AgentTest, EventActiveTestState>(),  &node_kind<AgentTest, GateStateTestState>(),
-        &node_kind<AgentTest, InAreaTestState>(),       &node_kind<AgentTest, InitialExitTestState>(),
-        &node_kind<AgentTest, NamedTestState>(),        &node_kind<AgentTest, ProfileTestState>(),
-        &node_kind<AgentTest, RandomChanceTestState>(), &node_kind<AgentTest, ServerStateTestState>(),
-        &node_kind<AgentTest, TallyTestState>(),        &node_kind<AgentTest, TimeTestState>(),
-        &node_kind<AgentTest, TokenTestState>(),        &node_kind<AgentTest, NotTestState>(),
-        &node_kind<AgentTest, CompoundTestState>(),     &node_kind<AgentTest, AllOfTestState>(),
-        &node_kind<AgentTest, AnyOfTestState>(),        &node_kind<AgentTest, NoneOfTestState>()};
+#define AGENT_TEST(Class, ...) &node_kind<AgentTest, Class##State>(),
+#include "engine/behaviour/tests/agent_test_table.def"
+    };
     return kinds;
 }
 

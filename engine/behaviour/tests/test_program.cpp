@@ -1,23 +1,66 @@
 #include "engine/behaviour/tests/test_program.h"
 
 #include "engine/base/hashing.h"
-#include "engine/behaviour/named_rules.h"
+#include "engine/behaviour/compiled/named_rules.h"
 #include "engine/behaviour/tests/agent_test_states.h"
 
 #include <pedflux/exception.h>
 
 #include <algorithm>
-#include <array>
-#include <span>
+#include <cstdint>
+#include <string>
+#include <utility>
+
+#include <fmt/format.h>
 
 namespace pedflux::engine {
 
 namespace {
 
+/// Objects by their numbers.
+using Objects = std::vector<SymbolIndex>;
+
+template <class Predicate>
+bool holds(Objects const& objects, LogicQuantifier quantifier, Predicate const& predicate) {
+    switch (quantifier) {
+        case LogicQuantifier::ALL_OF:
+            return std::ranges::all_of(objects, predicate);
+        case LogicQuantifier::ANY_OF:
+            return std::ranges::any_of(objects, predicate);
+        case LogicQuantifier::NONE_OF:
+            break;
+    }
+    return std::ranges::none_of(objects, predicate);
+}
+
+bool is_gate(GateStateTestState const& state, SymbolIndex gate, TestSituation const& situation) {
+    bool const open = state.access == AgentAccess::OPEN;
+    bool const forth = situation.is_gate_open(gate, GateStateDirection::BALL_TO_BOX) == open;
+    bool const back = situation.is_gate_open(gate, GateStateDirection::BOX_TO_BALL) == open;
+    switch (state.direction) {
+        case GateStateDirection::BOTH_WAYS:
+            return forth && back;
+        case GateStateDirection::BALL_TO_BOX:
+            return forth;
+        case GateStateDirection::BOX_TO_BALL:
+            return back;
+        case GateStateDirection::EITHER_WAY:
+            break;
+    }
+    return forth || back;
+}
+
+bool is_server(ServerStateTestState const& state, SymbolIndex server, TestSituation const& situation) {
+    bool const open = state.access == AgentAccess::OPEN;
+    bool const entrance = situation.is_server_open(server, ServerAccessPoint::ENTRANCE) == open;
+    bool const exit = situation.is_server_open(server, ServerAccessPoint::EXIT) == open;
+    return (state.point == ServerAccessPoint::EXIT || entrance) && (state.point == ServerAccessPoint::ENTRANCE || exit);
+}
+
 class Compiler {
   public:
-    Compiler(Document const& project, SymbolTable& symbols, TestProgram& plan)
-        : named_(project), mentions_(symbols), plan_(plan) {}
+    Compiler(Document const& project, SymbolTable& symbols, TestProgram& program)
+        : named_(project), symbols_(symbols), program_(program) {}
 
     DecisionIndex append(AgentTest const& test, DecisionIndex yes, DecisionIndex no) {
         CountedRule const counted(extent_, "AgentTest");
@@ -27,21 +70,15 @@ class Compiler {
   private:
     DecisionIndex append_kind(AgentTest const& test, DecisionIndex yes, DecisionIndex no);
 
-    template <class Question>
-    DecisionIndex question(Question const& question, DecisionIndex yes, DecisionIndex no) {
-        plan_.decisions.push_back({question, yes, no});
-        return static_cast<DecisionIndex>(plan_.decisions.size() - 1);
-    }
-
-    ask::Objects objects(std::vector<GlobalId> const& ids) {
-        auto const first = static_cast<std::uint32_t>(plan_.objects.size());
-        for (auto const& id : ids) plan_.objects.push_back(mentions_.object(id));
-        return {first, static_cast<std::uint32_t>(ids.size())};
+    Objects objects(std::vector<GlobalId> const& ids) {
+        Objects found;
+        for (auto const& id : ids) found.push_back(symbols_.object(id));
+        return found;
     }
 
     NamedRules<AgentTestObjectState> named_;
-    SymbolTable& mentions_;
-    TestProgram& plan_;
+    SymbolTable& symbols_;
+    TestProgram& program_;
     RuleExtent extent_;
 };
 
@@ -49,18 +86,31 @@ DecisionIndex Compiler::append_kind(AgentTest const& test, DecisionIndex yes, De
     auto const append_child = [&](std::shared_ptr<AgentTest> const& child, DecisionIndex if_yes, DecisionIndex if_no) {
         return append(*child, if_yes, if_no);
     };
+    auto const question = [&](TestQuestion asked) {
+        program_.decisions.push_back({std::move(asked), yes, no});
+        return static_cast<DecisionIndex>(program_.decisions.size() - 1);
+    };
+    // Whether the agent has to do with one of the objects in a way.
     auto const any_object = [&](auto relation, std::vector<GlobalId> const& ids) {
-        return question(ask::AnyObject{relation, objects(ids)}, yes, no);
+        return question([relation, objects = objects(ids)](TestSituation const& situation) {
+            return std::ranges::any_of(objects, [&](SymbolIndex object) { return (situation.*relation)(object); });
+        });
     };
     switch (static_cast<AgentTestType>(type_of(test))) {
         case AgentTestType::ALWAYS_TRUE:
             return yes;
         case AgentTestType::AGE: {
             auto const& state = state_of<AgeTestState>(test);
-            return question(ask::Age{state.age, state.comparison}, yes, no);
+            return question([age = state.age, comparison = state.comparison](TestSituation const& situation) {
+                bool const is_older = situation.age() >= age;
+                return is_older == (comparison == AgentAgeComparison::OLDER_THAN);
+            });
         }
         case AgentTestType::RANDOM_CHANCE:
-            return question(ask::Chance{state_of<RandomChanceTestState>(test).chance, mentions_.chances++}, yes, no);
+            return question([chance = state_of<RandomChanceTestState>(test).chance,
+                             number = symbols_.chances++](TestSituation const& situation) {
+                return draw(situation.chance_key(), number) < chance;
+            });
         case AgentTestType::CREATED_BY:
             return any_object(&TestSituation::was_created_by, state_of<CreatedByTestState>(test).objects);
         case AgentTestType::ENTERED_AT:
@@ -70,148 +120,84 @@ DecisionIndex Compiler::append_kind(AgentTest const& test, DecisionIndex yes, De
         case AgentTestType::PROFILE:
             return any_object(&TestSituation::has_profile, state_of<ProfileTestState>(test).objects);
         case AgentTestType::INITIAL_EXIT:
-            return question(ask::InitialExit{objects(state_of<InitialExitTestState>(test).objects)}, yes, no);
+            return any_object(&TestSituation::initial_exit_is, state_of<InitialExitTestState>(test).objects);
         case AgentTestType::TOKEN: {
             auto const& state = state_of<TokenTestState>(test);
-            return question(ask::Tokens{objects(state.objects), state.quantifier}, yes, no);
+            return question(
+                [tokens = objects(state.objects), quantifier = state.quantifier](TestSituation const& situation) {
+                    return holds(tokens, quantifier, [&](SymbolIndex token) { return situation.holds(token); });
+                });
         }
         case AgentTestType::EVENT_ACTIVE: {
             auto const& state = state_of<EventActiveTestState>(test);
-            return question(ask::Events{objects(state.objects), state.quantifier, state.activity}, yes, no);
+            auto const events = objects(state.objects);
+            program_.events.insert(program_.events.end(), events.begin(), events.end());
+            bool const active = state.activity == EventStateActivity::ACTIVE;
+            return question([events, active, quantifier = state.quantifier](TestSituation const& situation) {
+                return holds(events, quantifier,
+                             [&](SymbolIndex event) { return situation.is_active(event) == active; });
+            });
         }
         case AgentTestType::GATE_STATE: {
             auto const& state = state_of<GateStateTestState>(test);
-            return question(ask::Gates{objects(state.objects), state.quantifier, state.direction, state.access}, yes,
-                            no);
+            return question([state, gates = objects(state.objects)](TestSituation const& situation) {
+                return holds(gates, state.quantifier,
+                             [&](SymbolIndex gate) { return is_gate(state, gate, situation); });
+            });
         }
         case AgentTestType::SERVER_STATE: {
             auto const& state = state_of<ServerStateTestState>(test);
-            return question(ask::Servers{objects(state.objects), state.quantifier, state.point, state.access}, yes, no);
+            return question([state, servers = objects(state.objects)](TestSituation const& situation) {
+                return holds(servers, state.quantifier,
+                             [&](SymbolIndex server) { return is_server(state, server, situation); });
+            });
         }
         case AgentTestType::TALLY: {
             auto const& state = state_of<TallyTestState>(test);
-            auto const first = SymbolTable::add(mentions_.tallies, copy_of(state.first));
-            auto const second = SymbolTable::add(mentions_.tallies, copy_of(state.second));
-            return question(ask::Tallies{first, state.comparison, second}, yes, no);
+            auto const first = SymbolTable::add(symbols_.tallies, copy_of(state.first));
+            auto const second = SymbolTable::add(symbols_.tallies, copy_of(state.second));
+            return question([first, second, comparison = state.comparison](TestSituation const& situation) {
+                return compares(situation.tally(first), comparison, situation.tally(second));
+            });
         }
         case AgentTestType::TIME: {
             auto const& state = state_of<TimeTestState>(test);
-            auto const time = SymbolTable::add(mentions_.times, SharedValue<TimeReference>::value(*state.time));
-            return question(ask::Time{time, state.comparison}, yes, no);
+            auto const time = SymbolTable::add(symbols_.times, SharedValue<TimeReference>::value(*state.time));
+            return question([time, comparison = state.comparison](TestSituation const& situation) {
+                bool const is_before = situation.clock() < situation.time(time);
+                return is_before == (comparison == TimeComparison::BEFORE);
+            });
         }
         case AgentTestType::NAMED:
             return named_.follow(state_of<NamedTestState>(test).object,
                                  [&](AgentTestObjectState const& object) { return append(*object.test, yes, no); });
         case AgentTestType::NOT:
             return append(*state_of<NotTestState>(test).child, no, yes);
-        case AgentTestType::COMPOUND: {
-            auto const& state = state_of<CompoundTestState>(test);
-            auto const children = std::array{state.first, state.second};
-            return state.combination == BooleanOperator::AND ? append_all_of(children, yes, no, append_child)
-                                                             : append_any_of(children, yes, no, append_child);
-        }
+        case AgentTestType::COMPOUND:
+            return state_of<CompoundTestState>(test).combination == BooleanOperator::AND
+                       ? append_all_of(children_of(test), yes, no, append_child)
+                       : append_any_of(children_of(test), yes, no, append_child);
         case AgentTestType::ALL_OF:
-            return append_all_of(state_of<TestListState>(test).children, yes, no, append_child);
+            return append_all_of(children_of(test), yes, no, append_child);
         case AgentTestType::ANY_OF:
-            return append_any_of(state_of<TestListState>(test).children, yes, no, append_child);
+            return append_any_of(children_of(test), yes, no, append_child);
         case AgentTestType::NONE_OF:
-            return append_none_of(state_of<TestListState>(test).children, yes, no, append_child);
+            return append_none_of(children_of(test), yes, no, append_child);
     }
-    throw Exception("AgentTest: kind " + std::to_string(type_of(test)) + " cannot be evaluated");
+    throw Exception(fmt::format("AgentTest: kind {} cannot be evaluated", type_of(test)));
 }
-
-/// Answers the questions of one plan about one agent.
-struct Answers {
-    std::vector<SymbolIndex> const& objects;
-    TestSituation const& situation;
-
-    bool operator()(ask::Age const& age) const {
-        bool const is_older = situation.age() >= age.seconds;
-        return is_older == (age.comparison == AgentAgeComparison::OLDER_THAN);
-    }
-    bool operator()(ask::Chance const& chance) const {
-        return draw(situation.chance_key(), chance.number) < chance.chance;
-    }
-    bool operator()(ask::AnyObject const& any) const {
-        return holds(any.objects, LogicQuantifier::ANY_OF,
-                     [&](SymbolIndex object) { return (situation.*any.relation)(object); });
-    }
-    bool operator()(ask::InitialExit const& exit) const {
-        return holds(exit.portals, LogicQuantifier::ANY_OF,
-                     [&](SymbolIndex portal) { return situation.initial_exit_is(portal); });
-    }
-    bool operator()(ask::Tokens const& held) const {
-        return holds(held.tokens, held.quantifier, [&](SymbolIndex token) { return situation.holds(token); });
-    }
-    bool operator()(ask::Events const& events) const {
-        return holds(events.events, events.quantifier, [&](SymbolIndex event) {
-            return situation.is_active(event) == (events.activity == EventStateActivity::ACTIVE);
-        });
-    }
-    bool operator()(ask::Gates const& gates) const {
-        bool const open = gates.access == AgentAccess::OPEN;
-        return holds(gates.gates, gates.quantifier, [&](SymbolIndex gate) {
-            bool const forth = situation.is_gate_open(gate, GateStateDirection::BALL_TO_BOX) == open;
-            bool const back = situation.is_gate_open(gate, GateStateDirection::BOX_TO_BALL) == open;
-            switch (gates.direction) {
-                case GateStateDirection::BOTH_WAYS:
-                    return forth && back;
-                case GateStateDirection::BALL_TO_BOX:
-                    return forth;
-                case GateStateDirection::BOX_TO_BALL:
-                    return back;
-                case GateStateDirection::EITHER_WAY:
-                    break;
-            }
-            return forth || back;
-        });
-    }
-    bool operator()(ask::Servers const& servers) const {
-        bool const open = servers.access == AgentAccess::OPEN;
-        return holds(servers.servers, servers.quantifier, [&](SymbolIndex server) {
-            bool const entrance = situation.is_server_open(server, ServerAccessPoint::ENTRANCE) == open;
-            bool const exit = situation.is_server_open(server, ServerAccessPoint::EXIT) == open;
-            return (servers.point == ServerAccessPoint::EXIT || entrance) &&
-                   (servers.point == ServerAccessPoint::ENTRANCE || exit);
-        });
-    }
-    bool operator()(ask::Tallies const& tallies) const {
-        return compares(situation.tally(tallies.first), tallies.comparison, situation.tally(tallies.second));
-    }
-    bool operator()(ask::Time const& time) const {
-        bool const is_before = situation.clock() < situation.time(time.time);
-        return is_before == (time.comparison == TimeComparison::BEFORE);
-    }
-
-  private:
-    template <class Predicate>
-    bool holds(ask::Objects part, LogicQuantifier quantifier, Predicate const& predicate) const {
-        auto const list = std::span(objects).subspan(part.first, part.count);
-        switch (quantifier) {
-            case LogicQuantifier::ALL_OF:
-                return std::ranges::all_of(list, predicate);
-            case LogicQuantifier::ANY_OF:
-                return std::ranges::any_of(list, predicate);
-            case LogicQuantifier::NONE_OF:
-                break;
-        }
-        return std::ranges::none_of(list, predicate);
-    }
-};
 
 }  // namespace
 
 TestProgram compile(AgentTest const& test, Document const& project, SymbolTable& symbols) {
     require_shallow(node_of(test));
-    TestProgram plan;
-    plan.entry = Compiler(project, symbols, plan).append(test, YES, NO);
-    return plan;
+    TestProgram program;
+    program.entry = Compiler(project, symbols, program).append(test, YES, NO);
+    return program;
 }
 
-bool passes(TestProgram const& plan, TestSituation const& situation) {
-    Answers const answers{plan.objects, situation};
-    return decide(plan.decisions, plan.entry,
-                  [&](TestQuestion const& question) { return std::visit(answers, question); });
+bool passes(TestProgram const& program, TestSituation const& situation) {
+    return decide(program.decisions, program.entry, [&](TestQuestion const& question) { return question(situation); });
 }
 
 double draw(ChanceKey const& key, SymbolIndex number) {

@@ -1,18 +1,15 @@
 #include "engine/behaviour/triggers/transition_states.h"
-#include "engine/model/node_kind.h"
+#include "engine/model/node_handles.h"
 
 #include <pedflux/transitions.h>
 
 #include <utility>
 
+#include <fmt/format.h>
+
 namespace pedflux {
 
-using engine::AnyOfTransitionState;
-using engine::BetweenObjectsTransitionState;
 using engine::change;
-using engine::get;
-using engine::make_node;
-using engine::set;
 
 Transition::Transition(engine::NodePointer node) : node_(std::move(node)) {}
 Transition::Transition(Transition const& other) : node_(engine::copy_of(engine::node_of(other))) {}
@@ -57,58 +54,41 @@ std::shared_ptr<Transition> Transition::SimExit(GlobalId const& object) {
 
 AnyOfTransition::AnyOfTransition(std::shared_ptr<Transition> const& first, std::shared_ptr<Transition> const& second)
     : AnyOfTransition(std::vector{first, second}) {}
-AnyOfTransition::AnyOfTransition(std::vector<std::shared_ptr<Transition>> const& children)
-    : Transition(make_node<Transition, AnyOfTransitionState>([&](auto& state) { state.children = children; })) {}
-void AnyOfTransition::AddChildTransition(std::shared_ptr<Transition> const& child) {
-    change<AnyOfTransitionState>(*this, [&](auto& state) { state.children.push_back(child); });
-}
-void AnyOfTransition::ClearChildTransitions() { SetChildTransitions({}); }
-void AnyOfTransition::SetChildTransition(int index, std::shared_ptr<Transition> const& child) {
-    change<AnyOfTransitionState>(*this, [&](auto& state) {
-        state.children[engine::checked_index(state, "child", index, state.children.size())] = child;
-    });
-}
-void AnyOfTransition::SetChildTransitions(std::vector<std::shared_ptr<Transition>> const& children) {
-    change<AnyOfTransitionState>(*this, [&](auto& state) { state.children = children; });
-}
 
-BetweenObjectsTransition::BetweenObjectsTransition(GlobalId const& from, GlobalId const& to)
-    : Transition(make_node<Transition, BetweenObjectsTransitionState>([&](auto& state) {
-          state.from = from;
-          state.to = to;
-      })) {}
-GlobalId BetweenObjectsTransition::GetFromObject() { return get(*this, &BetweenObjectsTransitionState::from); }
-void BetweenObjectsTransition::SetFromObject(GlobalId const& from) {
-    set(*this, &BetweenObjectsTransitionState::from, from);
-}
-GlobalId BetweenObjectsTransition::GetToObject() { return get(*this, &BetweenObjectsTransitionState::to); }
-void BetweenObjectsTransition::SetToObject(GlobalId const& to) { set(*this, &BetweenObjectsTransitionState::to, to); }
-
-#define TRANSITION(Name, type, member, Member, rule)                                                                \
-    Name##Transition::Name##Transition(GlobalId const& member)                                                      \
-        : Transition(                                                                                               \
-              make_node<Transition, engine::Name##TransitionState>([&](auto& state) { state.member = member; })) {} \
-    GlobalId Name##Transition::Get##Member() { return get(*this, &engine::Name##TransitionState::member); }         \
-    void Name##Transition::Set##Member(GlobalId const& member) {                                                    \
-        set(*this, &engine::Name##TransitionState::member, member);                                                 \
+/// A list of transitions that make one up.
+#define PEDFLUX_ACCESS_CHILDREN(Class, Type, Name, member)                                           \
+    void Class::AddChildTransition(std::shared_ptr<Transition> const& child) {                       \
+        change<engine::Class##State>(*this, [&](auto& state) { state.member.push_back(child); });    \
+    }                                                                                                \
+    void Class::ClearChildTransitions() { SetChildTransitions({}); }                                 \
+    void Class::SetChildTransition(int index, std::shared_ptr<Transition> const& child) {            \
+        change<engine::Class##State>(*this, [&](auto& state) {                                       \
+            state.member[engine::checked_index(state, "child", index, state.member.size())] = child; \
+        });                                                                                          \
+    }                                                                                                \
+    void Class::SetChildTransitions(Type const& children) {                                          \
+        change<engine::Class##State>(*this, [&](auto& state) { state.member = children; });          \
     }
-PEDFLUX_TRANSITIONS_OF_AN_OBJECT(TRANSITION)
-#undef TRANSITION
+
+#define TRANSITION(Class, type, ...)                    \
+    PEDFLUX_CONSTRUCTOR(Transition, Class, __VA_ARGS__) \
+    PEDFLUX_ACCESSORS(Class, __VA_ARGS__)
+#include "engine/behaviour/triggers/transition_table.def"
 
 namespace engine {
 
 void BetweenObjectsTransitionState::check(Subject const& subject, BetweenObjectsTransitionState const& self) {
     if (subject.owner.node != nullptr || !self.from.InternalEquals(self.to)) return;
     Subject{subject.owner, subject.property.empty() ? "toObject" : subject.property + ".toObject"}.refuse(
-        "another object than fromObject", GlobalId(self.to).GetString() + " as well");
+        "another object than fromObject", fmt::format("{} as well", GlobalId(self.to).GetString()));
 }
 
 template <>
 std::span<KindOfNode<Transition> const* const> kinds_of<Transition>() {
-#define KIND(Name, ...) &node_kind<Transition, Name##TransitionState>(),
-    static KindOfNode<Transition> const* const kinds[] = {KIND(AnyOf) KIND(BetweenObjects)
-                                                              PEDFLUX_TRANSITIONS_OF_AN_OBJECT(KIND)};
-#undef KIND
+    static KindOfNode<Transition> const* const kinds[] = {
+#define TRANSITION(Class, ...) &node_kind<Transition, Class##State>(),
+#include "engine/behaviour/triggers/transition_table.def"
+    };
     return kinds;
 }
 

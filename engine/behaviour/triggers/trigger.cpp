@@ -1,10 +1,14 @@
 #include "engine/behaviour/triggers/trigger_states.h"
 #include "engine/model/node_kind.h"
+#include "engine/model/properties.h"
 
 #include <pedflux/triggers.h>
 
 #include <array>
+#include <type_traits>
 #include <utility>
+
+#include <fmt/format.h>
 
 namespace pedflux {
 namespace engine {
@@ -20,9 +24,10 @@ struct Traits {
 };
 
 Traits const& kind_traits_of(Trigger const& trigger) {
-#define TRAITS(Name, type, timing, children) {TriggerType::type, Timing::timing, Children::children},
-    static constexpr auto TABLE = std::to_array<Traits>({PEDFLUX_TRIGGERS(TRAITS)});
-#undef TRAITS
+    static constexpr auto TABLE = std::to_array<Traits>({
+#define TRIGGER(Class, type, timing, children, ...) {TriggerType::type, Timing::timing, Children::children},
+#include "engine/behaviour/triggers/trigger_table.def"
+    });
     static_assert([] {
         for (std::size_t i = 0; i < TABLE.size(); ++i) {
             if (static_cast<std::size_t>(TABLE[i].type) != i) return false;
@@ -57,7 +62,21 @@ void require_interval(Subject const& subject, std::string const& field, std::sha
     if (!trigger || timing_of(*trigger).interval) return;
     Subject{subject.owner, subject.property.empty() ? field : subject.property + "." + field}.refuse(
         "a trigger that holds for spans of time",
-        std::string(node_of(*trigger).kind->name) + ", which fires at moments");
+        fmt::format("{}, which fires at moments", node_of(*trigger).kind->name));
+}
+
+template <class State>
+void check_children(Subject const& subject, State const& self, Children children) {
+    if (children != Children::INTERVALS) return;
+    State::fields(self, [&]<class Value>(std::string_view name, Value const& value, auto const&...) {
+        if constexpr (std::is_same_v<Value, std::shared_ptr<Trigger>>) {
+            require_interval(subject, std::string(name), value);
+        } else if constexpr (std::is_same_v<Value, std::vector<std::shared_ptr<Trigger>>>) {
+            for (std::size_t i = 0; i < value.size(); ++i) {
+                require_interval(subject, fmt::format("{}.{}", name, i), value[i]);
+            }
+        }
+    });
 }
 
 }  // namespace
@@ -67,21 +86,18 @@ TriggerTiming timing_of(Trigger const& trigger) {
     return shallow_timing_of(trigger);
 }
 
-void IntervalChildTriggerState::check(Subject const& subject, IntervalChildTriggerState const& self) {
-    require_interval(subject, "childTrigger", self.child);
-}
-
-void NoneOfTriggerState::check(Subject const& subject, NoneOfTriggerState const& self) {
-    for (std::size_t i = 0; i < self.children.size(); ++i) {
-        require_interval(subject, "childTriggers." + std::to_string(i), self.children[i]);
+#define TRIGGER(Class, type, timing, children, ...)                              \
+    void Class##State::check(Subject const& subject, Class##State const& self) { \
+        check_children(subject, self, Children::children);                       \
     }
-}
+#include "engine/behaviour/triggers/trigger_table.def"
 
 template <>
 std::span<KindOfNode<Trigger> const* const> kinds_of<Trigger>() {
-#define KIND(Name, ...) &node_kind<Trigger, Name##TriggerState>(),
-    static KindOfNode<Trigger> const* const kinds[] = {PEDFLUX_TRIGGERS(KIND)};
-#undef KIND
+    static KindOfNode<Trigger> const* const kinds[] = {
+#define TRIGGER(Class, ...) &node_kind<Trigger, Class##State>(),
+#include "engine/behaviour/triggers/trigger_table.def"
+    };
     return kinds;
 }
 

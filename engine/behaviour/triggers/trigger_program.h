@@ -1,18 +1,15 @@
 #pragma once
 
-#include "engine/behaviour/symbol_table.h"
+#include "engine/behaviour/compiled/symbol_table.h"
 #include "engine/model/document.h"
 
-#include <pedflux/conditions.h>
 #include <pedflux/identifiers.h>
 #include <pedflux/triggers.h>
 
 #include <cstdint>
+#include <functional>
 #include <limits>
-#include <memory>
-#include <optional>
-#include <unordered_map>
-#include <variant>
+#include <utility>
 #include <vector>
 
 /// Triggers and ranges compiled for a simulation: one flat list in which each stands after those that it is made of.
@@ -25,102 +22,24 @@ using MomentIndex = std::uint32_t;
 using EventIndex = std::uint32_t;
 inline constexpr EventIndex NO_EVENT = std::numeric_limits<EventIndex>::max();
 
-/// What a trigger or range comes down to.
-namespace moment {
-
-struct Never {};
-struct Always {};
-struct AtFrame {
-    std::int64_t frame;
-};
-/// Compares the clock with a time; with one after an event's start if there is an event.
-struct Clock {
-    ComparisonType comparison;
-    std::int64_t seconds;  ///< after midnight, or after the event's start
-    EventIndex event;
-};
-struct EventActive {
-    EventIndex event;
-    EventStateActivity activity;
-};
-struct AfterEventStart {
-    EventIndex event;
-    std::int64_t delay;
-};
-struct Gate {
-    SymbolIndex gate;
-    GateStateDirection direction;
-    AgentAccess access;
-};
-struct Server {
-    SymbolIndex server;
-    ServerAccessPoint point;
-    AgentAccess access;
-};
-struct Tallies {
-    SymbolIndex first;
-    ComparisonType comparison;
-    SymbolIndex second;
-};
-struct AllOf {
-    std::vector<MomentIndex> children;
-};
-struct AnyOf {
-    std::vector<MomentIndex> children;
-};
-struct NoneOf {
-    std::vector<MomentIndex> children;
-};
-struct BeginningOf {
-    MomentIndex child;
-};
-struct EndOf {
-    MomentIndex child;
-};
-struct Whenever {
-    MomentIndex child;
-};
-struct Delayed {
-    MomentIndex child;
-    std::int64_t delay;
-};
-struct Blocking {
-    MomentIndex child;
-    std::int64_t interval;
-};
-struct Periodic {
-    MomentIndex child;
-    std::int64_t period;
-    std::int64_t count;  ///< 0: endless
-};
-struct TransitionCount {
-    MomentIndex child;
-    SymbolIndex transition;
-    std::int64_t target;
-    bool loop;
-};
-/// Spans after each firing of the child; a firing meanwhile begins them anew.
-struct Spans {
-    struct Span {
-        std::int64_t from;
-        std::int64_t until;
-    };
-    MomentIndex child;
-    std::vector<Span> spans;
-    bool prolongs;  ///< what a firing begins anew goes on, rather than being another span
-};
-struct Bounded {
-    MomentIndex start;
-    MomentIndex end;
+/// A trigger or range in one frame. An instant holds in the frame in which it fires; an interval fires in the frame in
+/// which it begins to hold, a range in that in which a span begins.
+struct Moment {
+    bool fires = false;
+    bool holds = false;
 };
 
-}  // namespace moment
+struct MomentMemory;
+struct MomentStep;
+class TriggerRun;
 
-using MomentRule =
-    std::variant<moment::Never, moment::Always, moment::AtFrame, moment::Clock, moment::EventActive,
-                 moment::AfterEventStart, moment::Gate, moment::Server, moment::Tallies, moment::AllOf, moment::AnyOf,
-                 moment::NoneOf, moment::BeginningOf, moment::EndOf, moment::Whenever, moment::Delayed,
-                 moment::Blocking, moment::Periodic, moment::TransitionCount, moment::Spans, moment::Bounded>;
+/// What a trigger or range comes down to. Each kind is compiled and evaluated in one place, in trigger_program.cpp.
+struct MomentRule {
+    /// What it is in a frame.
+    std::function<Moment(MomentStep const& step)> evaluate;
+    /// No when it is certain that it never fires again; always yes without.
+    std::function<bool(TriggerRun const& run, MomentMemory const& own)> may_fire_again;
+};
 
 struct PlannedMoment {
     MomentRule rule;
@@ -132,7 +51,7 @@ struct PlannedMoment {
 struct PlannedEvent {
     GlobalId id;
     MomentIndex start;
-    bool lasts = false;  ///< it is active while its moment holds; otherwise those who run the simulation know
+    bool lasts = false;  ///< active while its moment holds; otherwise the simulation tells
 };
 
 struct TriggerProgram {
@@ -142,8 +61,8 @@ struct TriggerProgram {
     std::vector<PlannedEvent> events;  ///< the enabled ones that were asked for
 };
 
-/// Compiles triggers, ranges and the starts of events. What they compare and count is mentioned. Named triggers are
-/// those of the project at this moment.
+/// Compiles triggers, ranges and the starts of events. What they compare and count is added to the
+/// symbol table. Named triggers are those of the project at this moment.
 class TriggerCompiler {
   public:
     TriggerCompiler(Document const& project, SymbolTable& symbols);
@@ -154,14 +73,14 @@ class TriggerCompiler {
     /// An event with people or a broadcast. One that is disabled never starts.
     EventIndex add_event(GlobalId const& event);
 
-    TriggerProgram take() { return std::move(plan_); }
+    TriggerProgram take() { return std::move(program_); }
 
   private:
     struct Compilation;
 
     Document const& project_;
-    SymbolTable& mentions_;
-    TriggerProgram plan_;
+    SymbolTable& symbols_;
+    TriggerProgram program_;
 };
 
 }  // namespace pedflux::engine

@@ -3,6 +3,7 @@
 #include "engine/behaviour/triggers/trigger_states.h"
 #include "engine/model/check.h"
 #include "engine/model/node.h"
+#include "engine/model/node_table.h"
 
 #include <pedflux/triggers.h>
 
@@ -10,20 +11,8 @@
 #include <string_view>
 #include <vector>
 
-/// The states of trigger ranges: see engine/model/node.h.
+/// The states of trigger ranges: see engine/model/node.h and trigger_range_table.def.
 namespace pedflux::engine {
-
-#define TRIGGER_RANGE_KIND(Name, type)                               \
-    static constexpr TriggerRangeType TYPE = TriggerRangeType::type; \
-    static constexpr std::string_view NAME = #Name "TriggerRange";   \
-    using Handle = Name##TriggerRange
-
-struct AllSimulationTriggerRangeState : NodeState {
-    TRIGGER_RANGE_KIND(AllSimulation, ALL_SIMULATION);
-
-    template <class Self, class Field>
-    static void fields(Self&, Field&&) {}
-};
 
 /// A range that a trigger starts.
 struct StartedRangeState : NodeState {
@@ -31,31 +20,7 @@ struct StartedRangeState : NodeState {
 
     template <class Self, class Field>
     static void fields(Self& self, Field&& field) {
-        field("startTrigger", self.start, REQUIRED);
-    }
-};
-
-struct BoundedTriggerRangeState : StartedRangeState {
-    TRIGGER_RANGE_KIND(Bounded, BOUNDED);
-
-    std::shared_ptr<Trigger> end;
-
-    template <class Self, class Field>
-    static void fields(Self& self, Field&& field) {
-        StartedRangeState::fields(self, field);
-        field("endTrigger", self.end, REQUIRED);
-    }
-};
-
-struct OverDurationTriggerRangeState : StartedRangeState {
-    TRIGGER_RANGE_KIND(OverDuration, OVER_DURATION);
-
-    int duration = 0;  ///< seconds
-
-    template <class Self, class Field>
-    static void fields(Self& self, Field&& field) {
-        StartedRangeState::fields(self, field);
-        field("durationInSeconds", self.duration, WHOLE_SECONDS);
+        field("startTrigger", self.start, must_be_given);
     }
 };
 
@@ -70,22 +35,16 @@ struct ScheduledInterval {
     }
 };
 
-struct ScheduledTriggerRangeState : StartedRangeState {
-    TRIGGER_RANGE_KIND(Scheduled, SCHEDULED);
-
-    std::vector<ScheduledInterval> intervals;
-
-    template <class Self, class Field>
-    static void fields(Self& self, Field&& field) {
-        StartedRangeState::fields(self, field);
-        field("intervals", self.intervals);
-    }
-};
-
-struct WheneverTriggerRangeState : StartedRangeState {
-    TRIGGER_RANGE_KIND(Whenever, WHENEVER);
-};
-
-#undef TRIGGER_RANGE_KIND
+#define TRIGGER_RANGE(Class, type, ...)             \
+    struct Class##State : NodeState {               \
+        PEDFLUX_KIND(TriggerRangeType, Class, type) \
+        PEDFLUX_PROPERTIES(__VA_ARGS__)             \
+    };
+#define STARTED_RANGE(Class, type, ...)                                        \
+    struct Class##State : StartedRangeState {                                  \
+        PEDFLUX_KIND(TriggerRangeType, Class, type)                            \
+        PEDFLUX_PROPERTIES_AFTER(StartedRangeState __VA_OPT__(, ) __VA_ARGS__) \
+    };
+#include "engine/behaviour/triggers/trigger_range_table.def"
 
 }  // namespace pedflux::engine

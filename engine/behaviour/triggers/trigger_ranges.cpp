@@ -1,6 +1,7 @@
 #include "engine/base/list_checks.h"
 #include "engine/behaviour/triggers/trigger_range_states.h"
-#include "engine/model/node_kind.h"
+#include "engine/model/node_handles.h"
+#include "engine/model/properties.h"
 
 #include <pedflux/triggers.h>
 
@@ -10,6 +11,7 @@ namespace pedflux {
 
 using engine::get;
 using engine::make_node;
+using engine::ScheduledTriggerRangeState;
 using engine::set;
 using engine::StartedRangeState;
 
@@ -36,44 +38,16 @@ std::shared_ptr<Trigger> TriggerRange::GetStartTrigger() {
 }
 std::shared_ptr<TriggerRange> TriggerRange::Clone() { return engine::clone_of(*this); }
 
-#define RANGE(Class) \
-    Class::Class() : TriggerRange(make_node<TriggerRange, engine::Class##State>()) {}
-
-#define STARTED_RANGE(Class) \
-    RANGE(Class)             \
-    void Class::SetStartTrigger(std::shared_ptr<Trigger> const& start) { set(*this, &StartedRangeState::start, start); }
-
-RANGE(AllSimulationTriggerRange)
-STARTED_RANGE(BoundedTriggerRange)
-STARTED_RANGE(OverDurationTriggerRange)
-STARTED_RANGE(ScheduledTriggerRange)
-STARTED_RANGE(WheneverTriggerRange)
-
-BoundedTriggerRange::BoundedTriggerRange(std::shared_ptr<Trigger> const& start, std::shared_ptr<Trigger> const& end)
-    : TriggerRange(make_node<TriggerRange, engine::BoundedTriggerRangeState>([&](auto& state) {
-          state.start = start;
-          state.end = end;
-      })) {}
-std::shared_ptr<Trigger> BoundedTriggerRange::GetEndTrigger() {
-    return get(*this, &engine::BoundedTriggerRangeState::end);
-}
-void BoundedTriggerRange::SetEndTrigger(std::shared_ptr<Trigger> const& end) {
-    set(*this, &engine::BoundedTriggerRangeState::end, end);
-}
-
-OverDurationTriggerRange::OverDurationTriggerRange(std::shared_ptr<Trigger> const& start, int duration)
-    : TriggerRange(make_node<TriggerRange, engine::OverDurationTriggerRangeState>([&](auto& state) {
-          state.start = start;
-          state.duration = duration;
-      })) {}
-int OverDurationTriggerRange::GetDurationInSeconds() const {
-    return get(*this, &engine::OverDurationTriggerRangeState::duration);
-}
-void OverDurationTriggerRange::SetDurationInSeconds(int duration) {
-    set(*this, &engine::OverDurationTriggerRangeState::duration, duration);
-}
-
-using engine::ScheduledTriggerRangeState;
+#define TRIGGER_RANGE(Class, type, ...) PEDFLUX_CONSTRUCTOR(TriggerRange, Class, __VA_ARGS__)
+#define STARTED_RANGE(Class, type, ...)                                                                   \
+    PEDFLUX_CONSTRUCTOR(TriggerRange, Class,                                                              \
+                        (VALUE, std::shared_ptr<Trigger>, StartTrigger, start)__VA_OPT__(, ) __VA_ARGS__) \
+    STARTED_RANGE_WITH_CONSTRUCTORS(Class, type, __VA_ARGS__)
+#define STARTED_RANGE_WITH_CONSTRUCTORS(Class, type, ...)                       \
+    PEDFLUX_CONSTRUCTOR(TriggerRange, Class)                                    \
+    PEDFLUX_ACCESS_SETTER(Class, std::shared_ptr<Trigger>, StartTrigger, start) \
+    PEDFLUX_ACCESSORS(Class, __VA_ARGS__)
+#include "engine/behaviour/triggers/trigger_range_table.def"
 
 ScheduledTriggerRange::ScheduledTriggerRange(std::shared_ptr<Trigger> const& start, std::vector<int> const& offsets,
                                              std::vector<int> const& durations)
@@ -108,18 +82,14 @@ int ScheduledTriggerRange::GetIntervalCount() const {
 OF_INTERVALS(Offset, offset)
 OF_INTERVALS(Duration, duration)
 
-WheneverTriggerRange::WheneverTriggerRange(std::shared_ptr<Trigger> const& start)
-    : TriggerRange(
-          make_node<TriggerRange, engine::WheneverTriggerRangeState>([&](auto& state) { state.start = start; })) {}
-
 namespace engine {
 
 template <>
 std::span<KindOfNode<TriggerRange> const* const> kinds_of<TriggerRange>() {
     static KindOfNode<TriggerRange> const* const kinds[] = {
-        &node_kind<TriggerRange, AllSimulationTriggerRangeState>(),
-        &node_kind<TriggerRange, BoundedTriggerRangeState>(), &node_kind<TriggerRange, OverDurationTriggerRangeState>(),
-        &node_kind<TriggerRange, ScheduledTriggerRangeState>(), &node_kind<TriggerRange, WheneverTriggerRangeState>()};
+#define TRIGGER_RANGE(Class, ...) &node_kind<TriggerRange, Class##State>(),
+#include "engine/behaviour/triggers/trigger_range_table.def"
+    };
     return kinds;
 }
 

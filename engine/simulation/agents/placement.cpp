@@ -13,16 +13,17 @@ namespace {
 
 /// Side of the cells that bodies are looked up in (metres).
 constexpr double cell_size = 1;
-/// The gap between bodies where people come in (metres).
+/// The least gap between bodies where agents enter (metres).
 constexpr double gap = 0.05;
-/// How many places are tried for a person in one frame.
+/// Attempts to place an agent in one frame.
 constexpr int tries_at_portal = 6;
 constexpr int tries_in_area = 60;
-/// Distance of neighbouring places of an ordered placement (metres).
+/// Distance of neighbouring slots of an ordered placement (metres).
 constexpr double slot_width = 0.55;
 
 /// The fractions of a portal's line to try, in this order.
-std::vector<double> fractions_to_try(AgentInitialPlacement placement, double line_length, std::uint32_t number,
+/// @param entered how many agents entered at the portal before
+std::vector<double> fractions_to_try(AgentInitialPlacement placement, double line_length, std::uint32_t entered,
                                      Random& random) {
     auto const slots = std::max(1, static_cast<int>(line_length / slot_width));
     std::vector<double> fractions;
@@ -31,7 +32,7 @@ std::vector<double> fractions_to_try(AgentInitialPlacement placement, double lin
             for (int i = 0; i < tries_at_portal; ++i) fractions.push_back(random.uniform());
             break;
         case AgentInitialPlacement::EVEN:
-            fractions.push_back((number % static_cast<unsigned>(slots) + 0.5) / slots);
+            fractions.push_back((entered % static_cast<unsigned>(slots) + 0.5) / slots);
             break;
         case AgentInitialPlacement::CENTER:
             for (int i = 0; i < slots; ++i) {
@@ -44,16 +45,17 @@ std::vector<double> fractions_to_try(AgentInitialPlacement placement, double lin
     return fractions;
 }
 
-std::optional<Spot> spot_at_portal(SimulationState const& run, std::uint32_t doorway_number,
-                                   SpawnRequest const& request, Occupancy const& occupancy, Random& random) {
-    Doorway const& doorway = run.plan.doorways[doorway_number];
-    Segment const line = doorway.line.line;
-    auto const number = run.entered_at[doorway_number];
-    for (double const fraction : fractions_to_try(doorway.placement, length(line), number, random)) {
+/// @param entered how many agents entered at the doorway before
+std::optional<Standpoint> spot_at_portal(World const& world, navigation::Navigation const& navigation,
+                                         std::uint32_t doorway_number, std::uint32_t entered, double radius,
+                                         Occupancy const& occupancy, Random& random) {
+    auto const& doorway = world.plan.doorways[doorway_number];
+    auto const& [region, line] = doorway.line;
+    for (double const fraction : fractions_to_try(doorway.placement, length(line), entered, random)) {
         // Just inside, as the line itself may be a closed wall.
-        Point const inside = at(line, fraction) - request.radius * run.doorway_outward[doorway_number];
-        Point const place = run.navigation.nearest_clear(doorway.line.region, inside);
-        if (occupancy.is_free(doorway.line.region, place, request.radius)) return Spot{doorway.line.region, place};
+        Point const inside = at(line, fraction) - radius * world.doorway_outward[doorway_number];
+        Point const point = navigation.nearest_clear(region, inside);
+        if (occupancy.is_free(region, point, radius)) return Standpoint{region, point};
     }
     return std::nullopt;
 }
@@ -64,12 +66,13 @@ Bounds bounds_of(Polygon const& polygon) {
     return bounds;
 }
 
-/// A random point of the regions' polygons, each piece of area equally likely; it may miss.
-Spot random_spot(SimulationState const& run, Place const& place, Random& random) {
+/// A random point of the boxes around the place's polygons, which may lie outside of these. Each piece of area is
+/// equally likely.
+Standpoint random_spot(FloorPlan const& plan, Place const& place, Random& random) {
     std::vector<double> areas;
     std::vector<std::pair<navigation::RegionIndex, Polygon const*>> parts;
     for (auto const region : place.regions) {
-        for (auto const& polygon : run.plan.surfaces[region].walkable) {
+        for (auto const& polygon : plan.surfaces[region].walkable) {
             auto const bounds = bounds_of(polygon);
             areas.push_back((bounds.high.x - bounds.low.x) * (bounds.high.z - bounds.low.z));
             parts.emplace_back(region, &polygon);
@@ -82,39 +85,44 @@ Spot random_spot(SimulationState const& run, Place const& place, Random& random)
     return {region, {x, z}};
 }
 
-std::optional<Spot> spot_in_area(SimulationState const& run, Place const& place, SpawnRequest const& request,
-                                 Occupancy const& occupancy, Random& random) {
+std::optional<Standpoint> spot_in_area(FloorPlan const& plan, navigation::Navigation const& navigation,
+                                       Place const& place, double radius, Occupancy const& occupancy, Random& random) {
     for (int i = 0; i < tries_in_area; ++i) {
-        Spot const spot = random_spot(run, place, random);
-        if (!run.navigation.contains(spot.region, spot.place)) continue;
-        if (distance(run.navigation.nearest_clear(spot.region, spot.place), spot.place) > 1e-6) continue;
-        if (occupancy.is_free(spot.region, spot.place, request.radius)) return spot;
+        auto const spot = random_spot(plan, place, random);
+        if (!navigation.contains(spot.region, spot.point)) continue;
+        if (distance(navigation.nearest_clear(spot.region, spot.point), spot.point) > 1e-6) continue;
+        if (occupancy.is_free(spot.region, spot.point, radius)) return spot;
     }
     return std::nullopt;
 }
 
 }  // namespace
 
-Occupancy::Occupancy(SimulationState const& run) : bodies_(run.plan.surfaces.size(), SparseGrid<Body>(cell_size)) {
-    for (auto const& motion : run.motions) add(motion.region, motion.position, run.crowd.radius(motion.body));
+Occupancy::Occupancy(Agents const& agents, crowd::Crowd const& crowd) {
+    for (auto const& motion : agents.motions) add(motion.region, motion.position, crowd.radius(motion.body));
 }
 
-void Occupancy::add(navigation::RegionIndex region, Point place, double radius) {
+void Occupancy::add(navigation::RegionIndex region, Point point, double radius) {
     largest_ = std::max(largest_, radius);
-    bodies_[region].add(place, {place, radius});
+    if (bodies_.size() <= region) bodies_.resize(region + 1, SparseGrid<Body>(cell_size));
+    bodies_[region].add(point, {point, radius});
 }
 
-bool Occupancy::is_free(navigation::RegionIndex region, Point place, double radius) const {
-    return !bodies_[region].any_near(place, largest_ + radius + gap, [&](Body const& body) {
-        return distance(body.place, place) < body.radius + radius + gap;
+bool Occupancy::is_free(navigation::RegionIndex region, Point point, double radius) const {
+    if (region >= bodies_.size()) return true;
+    return !bodies_[region].any_near(point, largest_ + radius + gap, [&](Body const& body) {
+        return distance(body.point, point) < body.radius + radius + gap;
     });
 }
 
-std::optional<Spot> spot_for(SimulationState const& run, SpawnRequest const& request, Occupancy const& occupancy) {
-    Place const& place = run.places[request.origin];
-    Random random(run.seed, streams::of_placement + (static_cast<std::uint64_t>(run.frame) << 32) + request.key);
-    return place.is_portal() ? spot_at_portal(run, place.doorway, request, occupancy, random)
-                             : spot_in_area(run, place, request, occupancy, random);
+std::optional<Standpoint> spot_for(World const& world, navigation::Navigation const& navigation,
+                                   Spawning const& spawning, Clock const& clock, SpawnRequest const& request,
+                                   Occupancy const& occupancy) {
+    auto const& place = world.places[request.origin];
+    Random random(world.seed, streams::of_placement + (static_cast<std::uint64_t>(clock.frame) << 32) + request.key);
+    if (!place.is_portal()) return spot_in_area(world.plan, navigation, place, request.radius, occupancy, random);
+    auto const entered = spawning.entered_at[place.doorway];
+    return spot_at_portal(world, navigation, place.doorway, entered, request.radius, occupancy, random);
 }
 
 }  // namespace pedflux::engine

@@ -1,38 +1,40 @@
 #pragma once
 
 #include "engine/geometry/uniform_grid.h"
-#include "engine/simulation/frame/simulation_state.h"
+#include "engine/navigation/navigation.h"
+#include "engine/simulation/agents/agents.h"
+#include "engine/simulation/agents/spawning.h"
+#include "engine/simulation/world/clock.h"
+#include "engine/simulation/world/world.h"
 
 #include <cstdint>
 #include <optional>
 #include <vector>
 
+/// Where agents enter.
 namespace pedflux::engine {
 
-/// Who stands where, to find room for others.
+/// The bodies that are present, to find room for others.
 class Occupancy {
   public:
-    explicit Occupancy(SimulationState const& run);
+    Occupancy(Agents const& agents, crowd::Crowd const& crowd);
 
-    void add(navigation::RegionIndex region, Point place, double radius);
+    void add(navigation::RegionIndex region, Point point, double radius);
     /// Whether a body would touch no other.
-    bool is_free(navigation::RegionIndex region, Point place, double radius) const;
+    bool is_free(navigation::RegionIndex region, Point point, double radius) const;
 
   private:
     struct Body {
-        Point place;
+        Point point;
         double radius;
     };
-    std::vector<SparseGrid<Body>> bodies_;  ///< by region
-    double largest_ = 0;
+    std::vector<SparseGrid<Body>> bodies_;  ///< of each region
+    double largest_ = 0;                    ///< radius
 };
 
-struct Spot {
-    navigation::RegionIndex region;
-    Point place;
-};
-
-/// A free spot for a person at the place where it comes from; none when there is no room now.
-std::optional<Spot> spot_for(SimulationState const& run, SpawnRequest const& request, Occupancy const& occupancy);
+/// A free spot for an agent at the place where it enters; none when there is no room now.
+std::optional<Standpoint> spot_for(World const& world, navigation::Navigation const& navigation,
+                                   Spawning const& spawning, Clock const& clock, SpawnRequest const& request,
+                                   Occupancy const& occupancy);
 
 }  // namespace pedflux::engine

@@ -5,58 +5,61 @@
 #include <pedflux/color.h>
 #include <pedflux/identifiers.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <optional>
 #include <vector>
 
+/// The agents that are to enter.
 namespace pedflux::engine {
 
-class Document;
+struct SpawnProgram;
 
 inline constexpr std::uint32_t no_source = std::numeric_limits<std::uint32_t>::max();
 
-/// A person before it enters. Its random choices were made when the simulation was created, so they do not depend on
-/// when there is room for it. Lengths in metres, speeds in metres per second, times in seconds since the start.
+/// An agent before it enters. Its random choices are made when it is planned, so they do not depend on when there is
+/// room for it. Lengths in metres, speeds in metres per second, times in seconds since the start.
 struct SpawnRequest {
-    double due = 0;                    ///< of those who are planned: after their event starts
-    std::uint32_t source = no_source;  ///< its event's number among the enabled ones with people
-    std::uint32_t key = 0;             ///< the person's number among all who were planned
+    double due = 0;                    ///< of a planned agent: after the start of its event
+    std::uint32_t source = no_source;  ///< its event, among those of the SpawnProgram
+    std::uint32_t key = 0;             ///< of its random numbers; unique
     PlaceIndex origin = no_place;
-    PlaceIndex destination = no_place;  ///< none: the person stays where it starts
-    std::uint32_t choices = no_place;   ///< which of the choices below it takes the nearest of
+    PlaceIndex destination = no_place;  ///< none: the agent stays where it enters
+    std::uint32_t choices = no_place;   ///< the set in SpawnRequests::choices of which it takes the nearest
     double wait = 0;                    ///< before it walks
     double speed = 1.34;
     double radius = 0.2;
     double side_bias = 0;
     std::optional<GlobalId> network;  ///< none: all ways
-    double climbing = 1;              ///< what a metre on stairs and slopes counts as on its routes, in metres
-    double waiting = 1;               ///< what a second in a queue counts as, in seconds of walking
-    GlobalId event;                   ///< that brings it; invalid for those whom a program asked for
+    double climbing = 1;              ///< cost of a metre on stairs and slopes, in metres on the level
+    double waiting = 1;               ///< cost of a second in a queue, in seconds of walking
+    GlobalId event;                   ///< invalid for agents that a program requested
     GlobalId profile;
     std::optional<GlobalId> avatar;
     Color color;
 };
 
-/// Everyone who is to come.
+/// All agents that are to enter.
 struct SpawnRequests {
     std::vector<std::vector<SpawnRequest>> by_origin;  ///< of each place, in the order in which they are due
-    std::vector<std::vector<PlaceIndex>> choices;      ///< sets of destinations of which people take the nearest
+    std::vector<std::vector<PlaceIndex>> choices;      ///< sets of destinations of which agents take the nearest
     std::size_t count = 0;
 };
 
-/// Plans the people of all enabled events. Throws Exception in one sentence when there are none.
-SpawnRequests spawn_requests_of(Document const& document, Places& places, std::uint64_t seed);
+/// Plans the agents of the first start of all events. Throws Exception in one sentence when a population makes no
+/// sense.
+SpawnRequests spawn_requests_of(SpawnProgram const& program, Places& places, std::uint64_t seed);
 
-/// Plans the people of a further start of an event, with numbers of their own. The first start was planned with all.
+/// Plans the agents of a further start of an event, in the order of their keys.
 /// @param source the event's number
 /// @param start from 1
-/// @param first_key the first person's number
-std::vector<SpawnRequest> people_of_start(Document const& document, Places& places, std::uint64_t seed,
-                                          GlobalId const& event, std::uint32_t source, std::uint32_t start,
-                                          std::size_t first_key);
+/// @param first_key the first agent's key
+std::vector<SpawnRequest> people_of_start(SpawnProgram const& program, Places& places, std::uint64_t seed,
+                                          std::uint32_t source, std::uint32_t start, std::size_t first_key);
 
-/// A person of a profile, or of a default profile where there is none; nothing else of it is set.
-SpawnRequest person_of(Document const& document, GlobalId const& profile, std::uint64_t seed, std::uint32_t key);
+/// An agent of a profile, or of the default profile where the identifier is invalid; nothing else of it is set. Throws
+/// Exception when the program has no such profile.
+SpawnRequest person_of(SpawnProgram const& program, GlobalId const& profile, std::uint64_t seed, std::uint32_t key);
 
 }  // namespace pedflux::engine

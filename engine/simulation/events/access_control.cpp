@@ -1,20 +1,28 @@
 #include "engine/simulation/events/access_control.h"
 
-#include "engine/simulation/events/event_engine.h"
+#include <utility>
 
 namespace pedflux::engine {
 
-void AccessRules::step(EventEngine const& run, std::int64_t frame) {
-    for (auto& rule : rules) {
-        auto const range = run.moment(rule.range);
-        if (range.fires) rule.began = frame;
-        if (!range.holds) rule.began = -1;
+AccessControl access_control_of(std::vector<AccessRule> rules, std::size_t thing_count) {
+    AccessControl control;
+    control.began.resize(rules.size(), -1);
+    control.rules = std::move(rules);
+    control.from_program.resize(thing_count);
+    return control;
+}
+
+void update_ranges(AccessControl& control, TriggerRun const& triggers, std::int64_t frame) {
+    for (std::size_t rule = 0; rule < control.rules.size(); ++rule) {
+        auto const range = triggers[control.rules[rule].range];
+        if (range.fires) control.began[rule] = frame;
+        if (!range.holds) control.began[rule] = -1;
     }
 }
 
-void AccessRules::obey_program(std::size_t thing, Sides const& sides, std::optional<bool> open) {
+void set_by_program(AccessControl& control, std::size_t thing, Sides const& sides, std::optional<bool> open) {
     for (std::size_t side = 0; side < sides.size(); ++side) {
-        if (sides[side]) from_program[thing][side] = open;
+        if (sides[side]) control.from_program[thing][side] = open;
     }
 }
 

@@ -4,10 +4,13 @@
 #include "engine/behaviour/events/event_states.h"
 #include "engine/behaviour/tallies/tally_object_states.h"
 #include "engine/model/document.h"
-#include "engine/simulation/tasks/live_situation.h"
+#include "engine/simulation/events/gate_access.h"
+#include "engine/simulation/events/server_access.h"
 
 #include <algorithm>
-#include <iterator>
+#include <utility>
+
+#include <fmt/format.h>
 
 namespace pedflux::engine {
 
@@ -18,230 +21,162 @@ template <class Compile>
 auto compiled(ObjectState const& object, Compile const& compile) try {
     return compile();
 } catch (Exception const& exception) {
-    refuse(title_of(object) + ": " + exception.GetMessage());
+    refuse(fmt::format("{}: {}", title_of(object), exception.GetMessage()));
 }
 
-RuleMeasure measure_of(TallyMeasure const& measure, Document const& document, SimulationState& run,
-                       SymbolTable const& symbols) {
-    RuleMeasure made;
-    std::vector<bool> counted(run.plan.surfaces.size());
-    auto const add_area = [&](GlobalId const& id) {
-        auto const area = rule_area_of(document, run.plan, run.places, id);
-        for (std::size_t i = 0; i < counted.size(); ++i) counted[i] = counted[i] || area.regions[i];
-        if (area.volume != no_volume) made.volumes.push_back(area.volume);
-    };
-    switch (measure.kind) {
-        case TallyType::TRANSITION:
-            made.transition = measure.transition;
-            return made;
-        case TallyType::AREA_POPULATION:
-        case TallyType::SURFACE_AREA:
-            for (auto const object : measure.objects) add_area(symbols.objects[object]);
-            break;
-        default:
-            made.of_servers = measure.kind;
-            for (auto const object : measure.objects) {
-                auto const server = server_of(run.plan, symbols.objects[object]);
-                if (server != no_server) made.servers.push_back(server);
-            }
-            return made;
-    }
-    for (navigation::RegionIndex region = 0; region < counted.size(); ++region) {
-        if (!counted[region]) continue;
-        if (measure.kind == TallyType::AREA_POPULATION) {
-            made.regions.push_back(region);
-        } else {
-            made.constant += area(run.plan.surfaces[region].walkable) * run.plan.inclines[region].length_factor;
-        }
-    }
-    return made;
-}
-
-std::size_t passageway_of(SimulationState const& run, GlobalId const& id) {
-    auto const region = run.places.region_of(id);
-    bool const is_connection = region != navigation::none && region >= run.plan.floor_count;
-    return is_connection ? region - run.plan.floor_count : no_passageway;
+std::size_t passageway_of(World const& world, GlobalId const& id) {
+    auto const region = world.places.region_of(id);
+    bool const is_connection = region != navigation::none && region >= world.plan.floor_count;
+    return is_connection ? region - world.plan.floor_count : no_passageway;
 }
 
 }  // namespace
 
-std::unique_ptr<EventEngine> event_engine_of(SimulationState& run, Document const& document, SymbolTable& symbols) {
-    EventProgram plan;
+std::unique_ptr<EventEngine> event_engine_of(Document const& document, World& world, BehaviourProgram const& program,
+                                             SymbolTable& symbols) {
+    EventEngineProgram events;
     TriggerCompiler triggers(document, symbols);
     for (auto const* const event : document.objects<EventState>()) {
         if (!event->enabled) continue;
-        plan.sources.push_back(compiled(*event, [&] { return triggers.add_event(event->id); }));
+        events.sources.push_back(compiled(*event, [&] { return triggers.add_event(event->id); }));
     }
     for (auto const* const broadcast : document.objects<BroadcastState>()) {
         if (broadcast->enabled) compiled(*broadcast, [&] { return triggers.add_event(broadcast->id); });
     }
-    auto gates = gate_rules_of(document, run.plan, run.rules, triggers);
-    auto servers = server_rules_of(document, run.plan, triggers);
+    auto gate_rules = gate_rules_of(document, world.plan, program, triggers);
+    auto server_rules = server_rules_of(document, world.plan, triggers);
     for (auto const* const change : document.objects<TallyChangeState>()) {
         if (!change->enabled) continue;
-        plan.change_ranges.push_back(compiled(*change, [&] { return triggers.add(*change->range); }));
+        events.change_ranges.push_back(compiled(*change, [&] { return triggers.add(*change->range); }));
     }
-    plan.triggers = triggers.take();
-    plan.tallies = compile_tallies(document, symbols);
-    for (auto const& measure : plan.tallies.measures) {
-        plan.measures.push_back(measure_of(measure, document, run, symbols));
+    events.triggers = triggers.take();
+    for (auto const& event : events.triggers.events) {
+        events.events.emplace(event.id, static_cast<EventIndex>(events.events.size()));
+    }
+    events.tallies = compile_tallies(document, symbols);
+    for (auto const& measure : events.tallies.measures) {
+        events.measures.push_back(compiled_measure_of(measure, document, world, symbols));
     }
     for (auto const& object : symbols.objects) {
-        plan.passageways.push_back(passageway_of(run, object));
-        plan.servers.push_back(server_of(run.plan, object));
+        events.passageways.push_back(passageway_of(world, object));
+        events.servers.push_back(server_of(world.plan, object));
     }
-    Crossings crossings(document, run.plan, run.places, symbols.transitions);
-    return std::make_unique<EventEngine>(run, std::move(plan), std::move(crossings), std::move(gates),
-                                         std::move(servers));
+    TransitionCounter transitions(document, world, symbols.transitions);
+    return std::make_unique<EventEngine>(std::move(events), std::move(transitions),
+                                         access_control_of(std::move(gate_rules), world.plan.passageways.size()),
+                                         access_control_of(std::move(server_rules), world.plan.servers.size()),
+                                         world.seed);
 }
 
-EventEngine::EventEngine(SimulationState& run, EventProgram plan, Crossings made_crossings, AccessRules made_gates,
-                         AccessRules made_servers)
-    : run_(run),
-      plan_(std::move(plan)),
-      triggers_(plan_.triggers),
-      tallies(plan_.tallies, run.seed),
-      crossings(std::move(made_crossings)),
-      gates(std::move(made_gates)),
-      servers(std::move(made_servers)) {
-    for (auto const& event : plan_.triggers.events) events_.emplace(event.id, static_cast<EventIndex>(events_.size()));
-    for (auto const event : plan_.sources) sources_.push_back({event});
-    for (auto& waiting : run.requests.by_origin) {
-        for (auto& info : waiting) sources_[info.source].planned.push_back(std::move(info));
+EventEngine::EventEngine(EventEngineProgram compiled, TransitionCounter counter, AccessControl gate_access,
+                         AccessControl server_access, std::uint64_t seed)
+    : program(std::move(compiled)),
+      triggers(program.triggers),
+      tallies(program.tallies, seed),
+      transitions(std::move(counter)),
+      gates(std::move(gate_access)),
+      servers(std::move(server_access)) {}
+
+bool EventFacts::has_people(EventIndex event) const {
+    for (std::size_t i = 0; i < engine_.program.sources.size(); ++i) {
+        if (engine_.program.sources[i] == event && spawning_.sources[i].here_or_coming > 0) return true;
+    }
+    return false;
+}
+
+bool EventFacts::is_gate_open(SymbolIndex gate, GateStateDirection way) const {
+    auto const passageway = engine_.program.passageways[gate];
+    if (passageway == no_passageway) return false;
+    auto const& state = gates_.states[passageway];
+    return way == GateStateDirection::BALL_TO_BOX ? state.ball_to_box : state.box_to_ball;
+}
+
+bool EventFacts::is_server_open(SymbolIndex server, ServerAccessPoint point) const {
+    return is_open(servers_, engine_.program.servers[server], point);
+}
+
+std::optional<EventIndex> EventFacts::event_of(GlobalId const& id) const {
+    auto const found = engine_.program.events.find(id);
+    if (found == engine_.program.events.end()) return std::nullopt;
+    return found->second;
+}
+
+bool EventFacts::is_active(GlobalId const& id) const {
+    auto const event = event_of(id);
+    return event && engine_.triggers.is_active(*event, *this);
+}
+
+std::optional<double> EventFacts::last_start(GlobalId const& id) const {
+    auto const event = event_of(id);
+    if (!event || engine_.triggers.starts(*event).empty()) return std::nullopt;
+    return static_cast<double>(engine_.triggers.starts(*event).back()) / engine_.program.tallies.frame_rate;
+}
+
+std::size_t EventFacts::start_count(GlobalId const& id) const {
+    auto const event = event_of(id);
+    return event ? engine_.triggers.starts(*event).size() : 0;
+}
+
+void assign_requests_to_events(Spawning& spawning, std::size_t source_count) {
+    spawning.sources.resize(source_count);
+    for (auto& waiting : spawning.requests.by_origin) {
+        for (auto& request : waiting) spawning.sources[request.source].planned.push_back(std::move(request));
         waiting.clear();
     }
-    for (auto& source : sources_) {
-        source.brings_people = !source.planned.empty();
+    for (auto& source : spawning.sources) {
+        source.brings_agents = !source.planned.empty();
         std::ranges::sort(source.planned, {}, &SpawnRequest::key);
     }
 }
 
-void EventEngine::step() {
-    crossings.end_frame();
-    triggers_.step(*this);
-    for (std::uint32_t i = 0; i < sources_.size(); ++i) {
-        if (moment(plan_.triggers.events[sources_[i].event].start).fires) start(i);
-    }
-    obey_gate_rules(run_);
-    obey_server_rules(run_);
-    step_tallies();
-}
+namespace {
 
-void EventEngine::step_tallies() {
-    std::vector<int> population(run_.plan.surfaces.size());
-    if (!plan_.measures.empty()) {
-        for (auto const& motion : run_.motions) ++population[motion.region];
-    }
-    std::vector<double> measures;
-    for (auto const& measure : plan_.measures) {
-        double value = measure.constant;
-        if (measure.transition) value += static_cast<double>(crossings.count(*measure.transition));
-        value += count_in(measure, population);
-        for (auto const server : measure.servers) value += server_number(run_, server, measure.of_servers);
-        measures.push_back(value);
-    }
-    std::vector<RangeInFrame> ranges;
-    for (auto const range : plan_.change_ranges) ranges.push_back({moment(range).holds, moment(range).fires});
-    tallies.step(measures, ranges);
-}
-
-int EventEngine::count_in(RuleMeasure const& measure, std::vector<int> const& population) const {
-    int count = 0;
-    for (auto const region : measure.regions) count += population[region];
-    if (measure.volumes.empty()) return count;
-    for (auto const& motion : run_.motions) {
-        auto const point = point_in_space(run_, motion);
-        bool const is_counted = std::ranges::binary_search(measure.regions, motion.region);
-        bool const is_inside = std::ranges::any_of(
-            measure.volumes, [&](std::size_t volume) { return contains(run_.rules.volumes[volume], point); });
-        if (is_inside && !is_counted) ++count;
-    }
-    return count;
-}
-
-Whereabouts EventEngine::whereabouts_of(AgentMotion const& motion) const {
-    Whereabouts now{motion.region, motion.position};
-    if (!crossings.needs_space()) return now;
-    auto const point = point_in_space(run_, motion);
-    now.height = point.y - above_ground;
-    now.volumes = crossings.volumes_around(point);
-    return now;
-}
-
-void EventEngine::start(std::uint32_t number) {
-    auto& source = sources_[number];
-    if (!source.brings_people) return;
-    auto const& id = plan_.triggers.events[source.event].id;
-    auto people = source.starts == 0 ? std::move(source.planned)
-                                     : people_of_start(*run_.project, run_.places, run_.seed, id, number, source.starts,
-                                                       run_.requests.count);
-    if (source.starts > 0) run_.requests.count += people.size();
+void announce(Spawning& spawning, World& world, Clock const& clock, std::uint32_t number) {
+    auto& source = spawning.sources[number];
+    if (!source.brings_agents) return;
+    auto requests = source.starts == 0 ? std::move(source.planned)
+                                       : people_of_start(spawning.program, world.places, world.seed, number,
+                                                         source.starts, spawning.requests.count);
+    if (source.starts > 0) spawning.requests.count += requests.size();
     ++source.starts;
-    source.here_or_coming += people.size();
-    run_.waiting_to_enter += people.size();
-    for (auto& info : people) {
-        info.due += run_.seconds();
-        auto& waiting = run_.requests.by_origin[info.origin];
+    source.here_or_coming += requests.size();
+    spawning.waiting_to_enter += requests.size();
+    for (auto& request : requests) {
+        request.due += clock.seconds();
+        auto& waiting = spawning.requests.by_origin[request.origin];
+        auto const next = waiting.begin() + static_cast<std::ptrdiff_t>(spawning.next_request[request.origin]);
         // Who is due at the same time comes in the order of the starts.
-        auto const later =
-            std::ranges::upper_bound(waiting.begin() + static_cast<std::ptrdiff_t>(run_.next_request[info.origin]),
-                                     waiting.end(), info.due, {}, &SpawnRequest::due);
-        waiting.insert(later, std::move(info));
+        auto const later = std::ranges::upper_bound(next, waiting.end(), request.due, {}, &SpawnRequest::due);
+        waiting.insert(later, std::move(request));
     }
 }
 
-bool EventEngine::has_people(EventIndex event) const {
-    return std::ranges::any_of(
-        sources_, [&](Source const& source) { return source.event == event && source.here_or_coming > 0; });
+}  // namespace
+
+void start_events(EventEngine const& engine, Spawning& spawning, World& world, Clock const& clock) {
+    auto const& program = engine.program;
+    for (std::uint32_t source = 0; source < program.sources.size(); ++source) {
+        auto const start = program.triggers.events[program.sources[source]].start;
+        if (engine.triggers[start].fires) announce(spawning, world, clock, source);
+    }
 }
 
-bool EventEngine::is_gate_open(SymbolIndex gate, GateStateDirection way) const {
-    auto const passageway = plan_.passageways[gate];
-    if (passageway == no_passageway) return false;
-    auto const& state = run_.gates[passageway];
-    return way == GateStateDirection::BALL_TO_BOX ? state.ball_to_box : state.box_to_ball;
+bool may_start(EventEngine const& engine, Spawning const& spawning) {
+    auto const& program = engine.program;
+    for (std::size_t source = 0; source < program.sources.size(); ++source) {
+        auto const start = program.triggers.events[program.sources[source]].start;
+        if (spawning.sources[source].brings_agents && engine.triggers.may_fire_again(start)) return true;
+    }
+    return false;
 }
 
-bool EventEngine::is_server_open(SymbolIndex server, ServerAccessPoint point) const {
-    return is_open(run_, plan_.servers[server], point);
-}
-
-std::optional<EventIndex> EventEngine::event_of(GlobalId const& id) const {
-    auto const found = events_.find(id);
-    if (found == events_.end()) return std::nullopt;
-    return found->second;
-}
-
-bool EventEngine::is_active(GlobalId const& id) const {
-    auto const event = event_of(id);
-    return event && triggers_.is_active(*event, *this);
-}
-
-std::optional<double> EventEngine::last_start(GlobalId const& id) const {
-    auto const event = event_of(id);
-    if (!event || triggers_.starts(*event).empty()) return std::nullopt;
-    return static_cast<double>(triggers_.starts(*event).back()) / run_.frame_rate;
-}
-
-std::size_t EventEngine::start_count(GlobalId const& id) const {
-    auto const event = event_of(id);
-    return event ? triggers_.starts(*event).size() : 0;
-}
-
-bool EventEngine::may_start() const {
-    return std::ranges::any_of(sources_, [&](Source const& source) {
-        return source.brings_people && triggers_.may_fire_again(plan_.triggers.events[source.event].start);
-    });
-}
-
-void EventEngine::came_in(AgentMotion const& motion, std::uint32_t doorway) {
-    if (crossings.is_any()) crossings.came_in(motion.agent, whereabouts_of(motion), doorway);
-}
-
-void EventEngine::went_out(std::uint32_t agent, std::uint32_t doorway) {
-    crossings.went_out(agent, doorway);
-    auto const source = run_.infos[agent].origin.source;
-    if (source != no_source) --sources_[source].here_or_coming;
+void step_tallies(EventEngine& engine, World const& world, Agents const& agents, ServerQueues const& servers) {
+    auto const measures = measured(engine.program.measures, world, agents, servers, engine.transitions);
+    std::vector<RangeInFrame> ranges;
+    for (auto const range : engine.program.change_ranges) {
+        ranges.push_back({engine.triggers[range].holds, engine.triggers[range].fires});
+    }
+    engine.tallies.step(measures, ranges);
 }
 
 }  // namespace pedflux::engine

@@ -1,115 +1,99 @@
 #pragma once
 
-#include "engine/behaviour/symbol_table.h"
+#include "engine/behaviour/compiled/symbol_table.h"
 #include "engine/behaviour/tallies/tally_run.h"
 #include "engine/behaviour/triggers/trigger_run.h"
-#include "engine/simulation/events/gate_access.h"
-#include "engine/simulation/events/server_access.h"
+#include "engine/simulation/agents/spawning.h"
+#include "engine/simulation/events/access_control.h"
+#include "engine/simulation/events/tally_measures.h"
 #include "engine/simulation/events/transition_counter.h"
-#include "engine/simulation/frame/simulation_state.h"
+#include "engine/simulation/routing/dynamic_walls.h"
+#include "engine/simulation/tasks/behaviour_program.h"
+#include "engine/simulation/tasks/event_view.h"
+#include "engine/simulation/tasks/server_queues.h"
 
-#include <cstdint>
-#include <limits>
+#include <cstddef>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
-/// The project's rules while a simulation runs: triggers, the events that they start, tallies and gates.
-///
-/// They are looked at once when the simulation begins and then at the end of each frame, in this order: triggers and
-/// ranges, which see tallies, gates and servers as they were left; events that start; gates and servers; tallies. What
-/// they say is in force in the next frame.
+/// The project's triggers while a simulation runs, and what depends on them: events, access to gates and servers, and
+/// tallies. They are evaluated once when the simulation begins and then at the end of each frame; frame/frame.cpp has
+/// the order. What they say is in force in the next frame.
 namespace pedflux::engine {
 
-/// What a tally measures, as the simulation knows it.
-struct RuleMeasure {
-    std::vector<navigation::RegionIndex> regions;  ///< whose people are counted
-    std::vector<std::size_t> volumes;              ///< likewise
-    std::vector<std::uint32_t> servers;            ///< whose numbers are summed
-    TallyType of_servers{};                        ///< which number of the servers
-    std::optional<SymbolIndex> transition;
-    double constant = 0;  ///< what never changes
-};
+class Document;
 
 inline constexpr std::size_t no_passageway = std::numeric_limits<std::size_t>::max();
 
 /// What is compiled when the simulation is created.
-struct EventProgram {
+struct EventEngineProgram {
     TriggerProgram triggers;
     TallyProgram tallies;
-    std::vector<MomentIndex> change_ranges;  ///< of the tally plan's changes
-    std::vector<RuleMeasure> measures;       ///< of the tally plan
-    std::vector<std::size_t> passageways;    ///< of the mentioned objects; no_passageway for what is none
-    std::vector<std::uint32_t> servers;      ///< of the mentioned objects; no_server for what is none
-    std::vector<EventIndex> sources;         ///< the enabled events with people, in the order of the project
+    std::vector<MomentIndex> change_ranges;  ///< of the tally program's changes
+    std::vector<CompiledMeasure> measures;   ///< of the tally program
+    std::vector<std::size_t> passageways;    ///< of the symbols' objects; no_passageway for what is none
+    std::vector<std::uint32_t> servers;      ///< of the symbols' objects; no_server for what is none
+    std::vector<EventIndex> sources;         ///< of the spawning's sources
+    std::unordered_map<GlobalId, EventIndex, IdentifierHash, IdentifierEqual> events;  ///< the enabled ones
 };
 
-class EventEngine final : public TriggerFacts {
-  public:
-    EventEngine(SimulationState& run, EventProgram plan, Crossings crossings, AccessRules gates, AccessRules servers);
+struct EventEngine {
+    /// @param program outlives the engine's parts, as it is one of them
+    EventEngine(EventEngineProgram compiled, TransitionCounter counter, AccessControl gate_access,
+                AccessControl server_access, std::uint64_t seed);
+    EventEngine(EventEngine const&) = delete;
+    EventEngine& operator=(EventEngine const&) = delete;
 
-    /// The rules at the simulation's start, or at the end of a frame.
-    void step();
+    EventEngineProgram const program;
+    TriggerRun triggers;
+    TallyRun tallies;
+    TransitionCounter transitions;
+    AccessControl gates;    ///< of the passageways
+    AccessControl servers;  ///< of the floor plan's servers
+};
+
+/// Compiles the events, triggers, tallies and access rules of a project.
+/// @param symbols what others have compiled with; they ask by its numbers
+/// @throws Exception that names what simulations do not follow
+std::unique_ptr<EventEngine> event_engine_of(Document const& document, World& world, BehaviourProgram const& program,
+                                             SymbolTable& symbols);
+
+/// What triggers, tests and tasks ask of the events of a simulation.
+class EventFacts final : public TriggerFacts, public EventView {
+  public:
+    EventFacts(EventEngine const& engine, Spawning const& spawning, Gates const& gates, ServerQueues const& servers)
+        : engine_(engine), spawning_(spawning), gates_(gates), servers_(servers) {}
 
     bool has_people(EventIndex event) const override;
     bool is_gate_open(SymbolIndex gate, GateStateDirection way) const override;
     bool is_server_open(SymbolIndex server, ServerAccessPoint point) const override;
-    double tally(SymbolIndex tally) const override { return tallies.compared(tally); }
-    std::int64_t transitions(SymbolIndex transition) const override { return crossings.count(transition); }
+    double tally(SymbolIndex tally) const override { return engine_.tallies.compared(tally); }
+    std::int64_t transitions(SymbolIndex transition) const override { return engine_.transitions[transition]; }
 
-    Moment moment(MomentIndex index) const { return triggers_[index]; }
-    /// Whether an event has started and has not ended: of its people, some are still to come or there; a broadcast's
-    /// range is on. One that is disabled never starts.
-    bool is_active(GlobalId const& event) const;
-    /// Seconds since the simulation's start at which an event started last; none when it has not.
-    std::optional<double> last_start(GlobalId const& event) const;
-    /// How often an event has started.
-    std::size_t start_count(GlobalId const& event) const;
-    /// Whether an event may still bring people who were not announced yet.
-    bool may_start() const;
-
-    /// Where somebody is now; asked for after each of its steps.
-    void is_at(AgentMotion const& motion) {
-        if (crossings.is_any()) crossings.is_at(motion.agent, whereabouts_of(motion));
-    }
-    void came_in(AgentMotion const& motion, std::uint32_t doorway);
-    void went_out(std::uint32_t agent, std::uint32_t doorway);
+    bool is_active(GlobalId const& event) const override;
+    std::optional<double> last_start(GlobalId const& event) const override;
+    std::size_t start_count(GlobalId const& event) const override;
+    double tally_value(SymbolIndex tally) const override { return engine_.tallies.compared(tally); }
 
   private:
-    /// The people of one of the plan's sources.
-    struct Source {
-        EventIndex event;
-        std::vector<SpawnRequest> planned{};  ///< of its first start; their times count from it
-        std::size_t here_or_coming = 0;
-        std::uint32_t starts = 0;
-        bool brings_people = false;
-    };
-
     /// None for an event that is disabled, and for what is no event.
     std::optional<EventIndex> event_of(GlobalId const& id) const;
-    Whereabouts whereabouts_of(AgentMotion const& motion) const;
-    /// How many people are in areas and volumes, each counted once.
-    int count_in(RuleMeasure const& measure, std::vector<int> const& population) const;
-    void start(std::uint32_t source);
-    void step_tallies();
 
-    SimulationState& run_;
-    EventProgram const plan_;
-    std::unordered_map<GlobalId, EventIndex, IdentifierHash, IdentifierEqual> events_;
-    std::vector<Source> sources_;
-    TriggerRun triggers_;
-
-  public:
-    TallyRun tallies;
-    Crossings crossings;
-    AccessRules gates;
-    AccessRules servers;
-
-    TallyProgram const& tally_plan() const { return plan_.tallies; }
+    EventEngine const& engine_;
+    Spawning const& spawning_;
+    Gates const& gates_;
+    ServerQueues const& servers_;
 };
 
-/// Compiles the rules of a project for a run that has its world and its people, and takes their first look.
-/// @param mentions what others have compiled with; they ask by its numbers
-/// @throws Exception that names what simulations do not follow
-std::unique_ptr<EventEngine> event_engine_of(SimulationState& run, Document const& document, SymbolTable& symbols);
+/// Hands the planned requests to the sources of their events, which release them when the events start.
+void assign_requests_to_events(Spawning& spawning, std::size_t source_count);
+/// Announces the agents of the events whose triggers fire in this frame.
+void start_events(EventEngine const& engine, Spawning& spawning, World& world, Clock const& clock);
+/// Whether an event may still bring agents that were not announced yet.
+bool may_start(EventEngine const& engine, Spawning const& spawning);
+
+/// The tallies take their values at the end of a frame.
+void step_tallies(EventEngine& engine, World const& world, Agents const& agents, ServerQueues const& servers);
 
 }  // namespace pedflux::engine

@@ -2,7 +2,8 @@
 
 #include "engine/base/checks.h"
 #include "engine/model/document.h"
-#include "engine/simulation/events/event_engine.h"
+
+#include <fmt/format.h>
 
 namespace pedflux::engine {
 
@@ -17,51 +18,44 @@ AccessRule rule_of(ServerAccessState const& access, int frame_rate, FloorPlan co
     return rule;
 }
 
-void update(SimulationState& run, std::uint32_t server) {
-    auto& live = run.servers[server];
-    bool const was_open = live.open[entrance_side];
-    auto const everybody = [](AccessRule const&) { return true; };
-    for (std::size_t side = 0; side < live.open.size(); ++side) {
-        live.open[side] = run.events->servers.is_open(server, side, run.frame, everybody);
+void update(AccessControl const& control, Clock const& clock, ServerQueue& queue, std::uint32_t server) {
+    bool const was_open = queue.open[entrance_side];
+    auto const everybody = [](std::size_t) { return true; };
+    for (std::size_t side = 0; side < queue.open.size(); ++side) {
+        queue.open[side] = control.is_open(server, side, clock.frame, everybody);
     }
-    if (!was_open && live.open[entrance_side]) live.open_since = run.seconds();
+    if (!was_open && queue.open[entrance_side]) queue.open_since = clock.seconds();
 }
 
 }  // namespace
 
-AccessRules server_rules_of(Document const& document, FloorPlan const& plan, TriggerCompiler& triggers) {
-    AccessRules servers;
-    servers.from_program.resize(plan.servers.size());
+std::vector<AccessRule> server_rules_of(Document const& document, FloorPlan const& plan, TriggerCompiler& triggers) {
+    std::vector<AccessRule> rules;
     for (auto const* const access : document.objects<ServerAccessState>()) {
         if (!access->enabled) continue;
         try {
-            servers.rules.push_back(rule_of(*access, document.settings.frame_rate, plan, triggers));
+            rules.push_back(rule_of(*access, document.settings.frame_rate, plan, triggers));
         } catch (Exception const& exception) {
-            refuse(title_of(*access) + ": " + exception.GetMessage());
+            refuse(fmt::format("{}: {}", title_of(*access), exception.GetMessage()));
         }
     }
-    return servers;
+    return rules;
 }
 
-void obey_server_rules(SimulationState& run) {
-    auto& rules = run.events->servers;
-    if (rules.rules.empty()) return;
-    rules.step(*run.events, run.frame);
-    for (std::uint32_t server = 0; server < run.servers.size(); ++server) update(run, server);
+void obey_server_rules(AccessControl& control, TriggerRun const& triggers, Clock const& clock, ServerQueues& servers) {
+    if (control.rules.empty()) return;
+    update_ranges(control, triggers, clock.frame);
+    for (std::uint32_t server = 0; server < servers.queues.size(); ++server) {
+        update(control, clock, servers.queues[server], server);
+    }
 }
 
-void set_server_by_program(SimulationState& run, std::uint32_t server, std::size_t side, std::optional<bool> open) {
+void set_server_by_program(AccessControl& control, Clock const& clock, ServerQueues& servers, std::uint32_t server,
+                           std::size_t side, std::optional<bool> open) {
     Sides sides{};
     sides[side] = true;
-    run.events->servers.obey_program(server, sides, open);
-    update(run, server);
-}
-
-bool is_open(SimulationState const& run, std::uint32_t server, ServerAccessPoint point) {
-    if (server == no_server) return false;
-    auto const& open = run.servers[server].open;
-    return (point == ServerAccessPoint::EXIT || open[entrance_side]) &&
-           (point == ServerAccessPoint::ENTRANCE || open[exit_side]);
+    set_by_program(control, server, sides, open);
+    update(control, clock, servers.queues[server], server);
 }
 
 }  // namespace pedflux::engine

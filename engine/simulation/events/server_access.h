@@ -1,30 +1,24 @@
 #pragma once
 
 #include "engine/simulation/events/access_control.h"
-#include "engine/simulation/world/floor_plan.h"
-
-#include <pedflux/conditions.h>
+#include "engine/simulation/tasks/server_queues.h"
+#include "engine/simulation/world/clock.h"
 
 #include <optional>
+#include <vector>
 
-/// Entrances and exits of servers that rules and programs open and close.
+/// Entrances and exits of servers that access rules and programs open and close.
 namespace pedflux::engine {
 
-struct SimulationState;
+class Document;
 
-/// The entrance and the exit are the sides 0 and 1.
-inline constexpr std::size_t entrance_side = 0;
-inline constexpr std::size_t exit_side = 1;
-
-/// Compiles the enabled rules. Throws Exception that names those which simulations do not follow.
-AccessRules server_rules_of(Document const& document, FloorPlan const& plan, TriggerCompiler& triggers);
+/// Compiles the enabled rules of a project. Throws Exception that names those which simulations do not follow.
+std::vector<AccessRule> server_rules_of(Document const& document, FloorPlan const& plan, TriggerCompiler& triggers);
 
 /// Opens and closes what the rules want in this frame.
-void obey_server_rules(SimulationState& run);
+void obey_server_rules(AccessControl& control, TriggerRun const& triggers, Clock const& clock, ServerQueues& servers);
 /// The program opens or closes a side of a server, or leaves it to the rules again.
-void set_server_by_program(SimulationState& run, std::uint32_t server, std::size_t side, std::optional<bool> open);
-
-/// Whether a server is open at a point, or at both of them. What is no server of the simulation is closed.
-bool is_open(SimulationState const& run, std::uint32_t server, ServerAccessPoint point);
+void set_server_by_program(AccessControl& control, Clock const& clock, ServerQueues& servers, std::uint32_t server,
+                           std::size_t side, std::optional<bool> open);
 
 }  // namespace pedflux::engine

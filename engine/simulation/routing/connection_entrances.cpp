@@ -4,33 +4,33 @@
 #include "engine/base/random_streams.h"
 #include "engine/behaviour/distributions/distribution_handle.h"
 #include "engine/model/document.h"
-#include "engine/simulation/frame/simulation_state.h"
-#include "engine/simulation/routing/path_queries.h"
+#include "engine/scene/scene_states.h"
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 #include <tuple>
 
 namespace pedflux::engine {
 
 namespace {
 
-/// How far before a line people wait, in metres.
+/// How far before the line agents wait (metres).
 constexpr double waiting_distance = 0.5;
-/// How far before it they wait who let others come out first, in metres.
+/// How far before it those wait who let others come out first (metres).
 constexpr double yielding_distance = 1.5;
-/// So far beside the way out (metres) they step.
+/// How far beside the way out they step (metres).
 constexpr double aside = 0.5;
-/// The clock's rounding, in seconds.
+/// Tolerance for the rounding of times (seconds).
 constexpr double rounding = 1e-6;
 
-/// Somebody whose way leads over an end of a connection, and how far that is.
+/// An agent on the way over an end of a connection.
 struct Approach {
     std::size_t passageway;
-    double distance;
-    std::size_t motion;
-    std::size_t way;  ///< in which it goes through the connection
-    bool enters;
+    double distance;     ///< to the end (metres)
+    std::size_t motion;  ///< the agent, among those here
+    std::size_t way;     ///< 0: through the connection from ball to box, 1: from box to ball
+    bool enters;         ///< the connection, rather than leaves it
 };
 
 Entrance entrance_of(ConnectionState const& state) {
@@ -51,19 +51,21 @@ Entrance entrance_of(ConnectionState const& state) {
     return entrance;
 }
 
-std::size_t passageway_at(SimulationState const& run, navigation::ConnectionIndex joint) {
-    return run.plan.joints[joint].connection - run.plan.floor_count;
+std::size_t passageway_at(FloorPlan const& plan, navigation::ConnectionIndex joint) {
+    return plan.joints[joint].connection - plan.floor_count;
 }
 
-std::vector<Approach> approaches_of(SimulationState const& run) {
+/// By passageway, the nearest first.
+std::vector<Approach> approaches_of(std::span<Entrance const> entrances, FloorPlan const& plan,
+                                    std::span<AgentMotion const> motions) {
     std::vector<Approach> approaches;
-    for (std::size_t i = 0; i < run.motions.size(); ++i) {
-        auto const& motion = run.motions[i];
+    for (std::size_t i = 0; i < motions.size(); ++i) {
+        auto const& motion = motions[i];
         if (motion.ahead == navigation::none || motion.way != AgentMotion::Way::WALKS) continue;
-        auto const& joint = run.plan.joints[motion.ahead];
+        auto const& joint = plan.joints[motion.ahead];
         bool const enters = motion.region == joint.floor;
-        auto const passageway = passageway_at(run, motion.ahead);
-        auto const& entrance = run.entrances.of[passageway];
+        auto const passageway = passageway_at(plan, motion.ahead);
+        auto const& entrance = entrances[passageway];
         if (entrance.lets_in_at_once() && entrance.lets_out_at_once()) continue;
         std::size_t const way = joint.at_ball == enters ? 0 : 1;
         approaches.push_back({passageway, distance(joint.line, motion.position), i, way, enters});
@@ -75,25 +77,26 @@ std::vector<Approach> approaches_of(SimulationState const& run) {
     return approaches;
 }
 
-AdmissionTicket& turn_of(SimulationState& run, Approach const& approach) {
-    auto const& motion = run.motions[approach.motion];
-    AdmissionTicket& ticket = run.entrances.tickets[motion.agent];
-    if (ticket.joint == motion.ahead && ticket.enters == approach.enters) return ticket;
-    auto const& entrance = run.entrances.of[approach.passageway];
-    auto const& law = approach.enters ? entrance.entry_delay : entrance.exit_delay;
-    ticket = {motion.ahead, approach.enters, false, run.seconds(), ticket.number + 1};
-    if (law) {
-        Random random(run.seed, streams::of_delays_at_connections + (std::uint64_t{ticket.number} << 32) +
-                                    run.infos[motion.agent].origin.key);
-        ticket.ready_at += sample(*law, random);
-    }
-    return ticket;
+bool is_for(AdmissionTicket const& ticket, AgentMotion const& motion, bool enters) {
+    return ticket.joint == motion.ahead && ticket.enters == enters;
 }
 
-/// Whether somebody who goes the other way comes first.
-bool must_yield(Entrance const& entrance, Approach const& approach, std::span<Approach const> others) {
-    if (!entrance.priority) return false;
-    auto const& rule = *entrance.priority;
+/// The agent's ticket for the end that it approaches; a new one, with a delay drawn, when it has come to another end.
+void renew_ticket(AdmissionTicket& ticket, Entrance const& entrance, Approach const& approach,
+                  AgentMotion const& motion, std::uint64_t seed, std::uint32_t key, Clock const& clock) {
+    if (is_for(ticket, motion, approach.enters)) return;
+    ticket = {motion.ahead, approach.enters, false, clock.seconds(), ticket.number + 1};
+    auto const& delay = approach.enters ? entrance.entry_delay : entrance.exit_delay;
+    if (!delay) return;
+    Random random(seed, streams::of_delays_at_connections + (std::uint64_t{ticket.number} << 32) + key);
+    ticket.ready_at += sample(*delay, random);
+}
+
+/// Whether an agent that goes the other way comes first.
+bool must_yield(std::optional<PriorityRule> const& priority, Approach const& approach,
+                std::span<Approach const> others) {
+    if (!priority) return false;
+    auto const& rule = *priority;
     bool const goes_first = approach.way == rule.first_way;
     if (goes_first && !rule.yields_to_those_inside) return false;
     return std::ranges::any_of(others, [&](Approach const& other) {
@@ -102,35 +105,26 @@ bool must_yield(Entrance const& entrance, Approach const& approach, std::span<Ap
     });
 }
 
-/// Seconds between people who are let in over the end.
-double interval_at(SimulationState const& run, Entrance const& entrance, navigation::ConnectionIndex joint) {
+/// Seconds between admissions over the end.
+double interval_at(Entrance const& entrance, Joint const& joint) {
     if (entrance.interval_and_metre == 0) return entrance.interval;
-    return entrance.interval_and_metre / length(run.plan.joints[joint].line);
+    return entrance.interval_and_metre / length(joint.line);
 }
 
-bool is_admitted(SimulationState const& run, Entrance& entrance, Approach const& approach) {
-    if (!approach.enters) return true;
-    double const interval = interval_at(run, entrance, run.motions[approach.motion].ahead);
+/// Admits an agent to the connection unless the flow limit is reached; `next` is the earliest next admission.
+bool admit(double& next, double interval, Clock const& clock) {
     if (interval == 0) return true;
-    if (run.seconds() + rounding < entrance.next) return false;
-    // People come at whole steps; what they came late by counts for the next one.
-    entrance.next = std::max(entrance.next, run.seconds() - run.frame_length()) + interval;
+    if (clock.seconds() + rounding < next) return false;
+    // Agents come at whole steps; what they are late by counts for the next one.
+    next = std::max(next, clock.seconds() - clock.frame_length()) + interval;
     return true;
 }
 
-bool was_admitted(SimulationState const& run, Approach const& approach) {
-    auto const& motion = run.motions[approach.motion];
-    AdmissionTicket const& ticket = run.entrances.tickets[motion.agent];
-    return ticket.admitted && ticket.joint == motion.ahead && ticket.enters == approach.enters;
-}
-
-/// Lets somebody stand, or make way for those who come out towards it: else they would face each other for ever.
-void hold(SimulationState& run, Approach const& approach, bool yields) {
-    auto& motion = run.motions[approach.motion];
+/// Lets an agent stand, or step aside for those who come out towards it: else they would face each other for ever.
+void hold(AgentMotion& motion, Joint const& joint, bool yields) {
     motion.way = AgentMotion::Way::STANDS;
     motion.direction = {};
     if (!yields) return;
-    auto const& joint = run.plan.joints[motion.ahead];
     Point const along = unit(joint.line.to - joint.line.from);
     double const offset = dot(motion.position - at(joint.line, 0.5), along);
     if (std::abs(offset) > length(joint.line) / 2 + aside) return;
@@ -138,53 +132,63 @@ void hold(SimulationState& run, Approach const& approach, bool yields) {
     motion.direction = unit((offset < 0 ? -1 : 1) * along + 0.5 * joint.to_floor);
 }
 
+/// @param here all who approach the same connection
+void attend(ConnectionEntrances& entrances, World const& world, Agents& agents, Clock const& clock,
+            Approach const& approach, std::span<Approach const> here) {
+    auto& motion = agents.motions[approach.motion];
+    auto& ticket = entrances.tickets[motion.agent];
+    if (ticket.admitted && is_for(ticket, motion, approach.enters)) return;
+    auto const& entrance = entrances.entrances[approach.passageway];
+    auto const& joint = world.plan.joints[motion.ahead];
+    bool const yields = approach.enters && must_yield(entrance.priority, approach, here);
+    if (approach.distance > (yields ? yielding_distance : waiting_distance)) return;
+    if (approach.distance <= waiting_distance) {
+        auto const key = agents.infos[motion.agent].origin.key;
+        renew_ticket(ticket, entrance, approach, motion, world.seed, key, clock);
+        bool const is_ready = !yields && clock.seconds() + rounding >= ticket.ready_at;
+        double const interval = approach.enters ? interval_at(entrance, joint) : 0;
+        ticket.admitted = is_ready && admit(entrances.next_admission[approach.passageway], interval, clock);
+        if (ticket.admitted) return;
+    }
+    hold(motion, joint, yields);
+}
+
 }  // namespace
 
-Entrances entrances_of(Document const& document, FloorPlan const& plan) {
-    Entrances entrances;
+ConnectionEntrances connection_entrances_of(Document const& document, FloorPlan const& plan) {
+    ConnectionEntrances entrances;
     for (auto const& passageway : plan.passageways) {
         auto const& state = *document.find<ConnectionState>(plan.surfaces[passageway.region].id);
-        entrances.of.push_back(entrance_of(state));
-        auto const& entrance = entrances.of.back();
+        auto const& entrance = entrances.entrances.emplace_back(entrance_of(state));
         entrances.any = entrances.any || !entrance.lets_in_at_once() || !entrance.lets_out_at_once();
     }
+    entrances.next_admission.resize(plan.passageways.size());
     return entrances;
 }
 
-void hold_at_entrances(SimulationState& run) {
-    if (!run.entrances.any) return;
-    run.entrances.tickets.resize(run.infos.size());
-    auto const approaches = approaches_of(run);
+void hold_at_entrances(ConnectionEntrances& entrances, World const& world, Agents& agents, Clock const& clock) {
+    if (!entrances.any) return;
+    entrances.tickets.resize(agents.infos.size());
+    auto const approaches = approaches_of(entrances.entrances, world.plan, agents.motions);
     for (std::size_t first = 0; first < approaches.size();) {
         auto last = first;
         while (last < approaches.size() && approaches[last].passageway == approaches[first].passageway) ++last;
         auto const here = std::span(approaches).subspan(first, last - first);
-        auto& entrance = run.entrances.of[approaches[first].passageway];
-        for (auto const& approach : here) {
-            if (was_admitted(run, approach)) continue;
-            bool const yields = approach.enters && must_yield(entrance, approach, here);
-            if (approach.distance > (yields ? yielding_distance : waiting_distance)) continue;
-            if (approach.distance <= waiting_distance) {
-                AdmissionTicket& ticket = turn_of(run, approach);
-                ticket.admitted =
-                    !yields && run.seconds() + rounding >= ticket.ready_at && is_admitted(run, entrance, approach);
-                if (ticket.admitted) continue;
-            }
-            hold(run, approach, yields);
-        }
+        for (auto const& approach : here) attend(entrances, world, agents, clock, approach, here);
         first = last;
     }
 }
 
-bool is_before_its_turn(SimulationState const& run, AgentMotion const& motion, navigation::RegionIndex region) {
-    if (!run.entrances.any || motion.ahead == navigation::none) return false;
-    auto const& joint = run.plan.joints[motion.ahead];
+bool is_before_its_turn(ConnectionEntrances const& entrances, FloorPlan const& plan, AgentMotion const& motion,
+                        navigation::RegionIndex region) {
+    if (!entrances.any || motion.ahead == navigation::none) return false;
+    auto const& joint = plan.joints[motion.ahead];
     bool const enters = region == joint.connection;
     if (!enters && region != joint.floor) return false;
-    auto const& entrance = run.entrances.of[passageway_at(run, motion.ahead)];
+    auto const& entrance = entrances.entrances[passageway_at(plan, motion.ahead)];
     if (enters ? entrance.lets_in_at_once() : entrance.lets_out_at_once()) return false;
-    AdmissionTicket const& ticket = run.entrances.tickets[motion.agent];
-    return ticket.joint != motion.ahead || ticket.enters != enters || !ticket.admitted;
+    auto const& ticket = entrances.tickets[motion.agent];
+    return !is_for(ticket, motion, enters) || !ticket.admitted;
 }
 
 }  // namespace pedflux::engine

@@ -1,15 +1,17 @@
 #pragma once
 
-#include "engine/simulation/frame/simulation_state.h"
-#include "engine/simulation/routing/surroundings.h"
+#include "engine/navigation/navigation.h"
+#include "engine/simulation/agents/routing_preferences.h"
+#include "engine/simulation/world/world.h"
 
 #include <optional>
 #include <span>
-#include <vector>
 
 namespace pedflux::engine {
 
-/// The way to the next waypoint of somebody who is on the way to a destination: a connection, or the goal itself.
+struct Routes;
+
+/// The way of an agent to the next waypoint on its route: a connection, or the goal itself.
 struct WayToNext {
     double distance = 0;                                        ///< metres
     Point direction;                                            ///< of length 1; (0, 0) at the waypoint
@@ -18,23 +20,23 @@ struct WayToNext {
 };
 
 /// None when no way leads to the destination.
-std::optional<WayToNext> way_to_next(SimulationState const& run, Standpoint const& from,
-                                     navigation::DestinationIndex destination);
+std::optional<WayToNext> way_to_next(navigation::Navigation const& navigation, FloorPlan const& plan,
+                                     Standpoint const& from, navigation::DestinationIndex destination);
 
 /// The joint between two regions that is nearest to a point; none where they do not join.
-navigation::ConnectionIndex joint_at(SimulationState const& run, navigation::RegionIndex from,
-                                     navigation::RegionIndex to, Point point);
+navigation::ConnectionIndex joint_at(FloorPlan const& plan, navigation::RegionIndex from, navigation::RegionIndex to,
+                                     Point point);
 
-/// The direction in which the way to a destination starts.
-std::optional<Point> direction_to(SimulationState const& run, Standpoint const& from,
+/// The direction in which the way to a destination starts; (0, 0) at the destination, none when no way leads there.
+std::optional<Point> direction_to(navigation::Navigation const& navigation, Standpoint const& from,
                                   navigation::DestinationIndex destination);
 
-/// The nearest of some places by the way to walk; the first when no way leads to any.
-PlaceIndex nearest_place(SimulationState& run, Standpoint const& from, RouteClassIndex people,
+/// The place with the shortest way to it; the first when no way leads to any.
+PlaceIndex nearest_place(Routes& routes, World const& world, Standpoint const& from, RouteClassIndex people,
                          std::span<PlaceIndex const> places);
 
-/// The nearest point of the region at most so far away from which a way leads to the destination.
-std::optional<Point> nearest_with_way(SimulationState const& run, navigation::RegionIndex region, Point point,
-                                      double reach, navigation::DestinationIndex destination);
+/// The nearest point of the region, within `reach` (metres), from which a way leads to the destination.
+std::optional<Point> nearest_with_way(navigation::Navigation const& navigation, navigation::RegionIndex region,
+                                      Point point, double reach, navigation::DestinationIndex destination);
 
 }  // namespace pedflux::engine

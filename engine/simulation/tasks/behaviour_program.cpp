@@ -7,51 +7,35 @@
 #include "engine/scene/profile_state.h"
 #include "engine/scene/scene_states.h"
 #include "engine/scene/server_states.h"
-#include "engine/simulation/events/transition_counter.h"
-#include "engine/simulation/tasks/task_orders.h"
+#include "engine/simulation/world/object_area.h"
 
 #include <pedflux/exception.h>
 
 #include <algorithm>
 #include <type_traits>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
 
-bool goes_to_objects(AgentActionTypeId type) {
-    return type >= AgentActionTypeId::SEEK_AREA && type <= AgentActionTypeId::FOLLOW_SIGN;
-}
-
 /// Throws Exception for an event whose start and activity simulations do not know.
 void require_start(Document const& document, GlobalId const& event) {
     auto const* const object = document.find(event);
-    if (object == nullptr) refuse("the project has no event with the identifier '" + GlobalId(event).GetString() + "'");
+    if (object == nullptr) {
+        refuse(fmt::format("the project has no event with the identifier '{}'", GlobalId(event).GetString()));
+    }
     if (object->kind->type == ObjectType::DISPATCH) {
-        refuse(title_of(*object) + " has no start that other rules could wait for; it acts all the time");
+        refuse(fmt::format("{} has no start that other rules could wait for; it acts all the time", title_of(*object)));
     }
 }
 
-/// Throws Exception for a question that simulations do not answer.
-struct RequireAnswered {
-    SymbolTable const& symbols;
-    std::vector<SymbolIndex> const& objects;
-    Document const& document;
-
-    void operator()(ask::Events const& ask) const {
-        for (auto i = ask.events.first; i < ask.events.first + ask.events.count; ++i) {
-            require_start(document, symbols.objects[objects[i]]);
-        }
-    }
-    template <class Question>
-    void operator()(Question const&) const {}
-};
-
 class Compiler {
   public:
-    Compiler(Document const& document, FloorPlan const& plan, Places& places)
-        : document_(document), plan_(plan), places_(places) {
-        rules_.waits.spaces = wait_spaces_of(document, plan);
+    Compiler(Document const& document, World& world)
+        : document_(document), world_(world), plan_(world.plan), places_(world.places) {
+        program_.wait_spaces = wait_spaces_of(document, plan_);
     }
 
     BehaviourProgram take() {
@@ -60,13 +44,13 @@ class Compiler {
         }
         for (auto const* const profile : document_.objects<ProfileState>()) {
             if (int const action = compiled(*profile, profile->initial_action); action != NONE) {
-                rules_.profiles[profile->id] = action;
+                program_.profiles[profile->id] = action;
             }
         }
-        for (auto const& surface : plan_.surfaces) rules_.surfaces.push_back(actions_of(surface));
+        for (auto const& surface : plan_.surfaces) program_.surfaces.push_back(actions_of(surface));
         for (auto const& doorway : plan_.doorways) {
             auto const& portal = *document_.find<PortalState>(doorway.id);
-            rules_.doorways.push_back(
+            program_.doorways.push_back(
                 {compiled(portal, portal.enter_action), compiled(portal, portal.waypoint_action)});
         }
         for (auto const* const zone : document_.objects<ZoneState>()) add(*zone);
@@ -76,15 +60,13 @@ class Compiler {
         for (auto const* const dispatch : document_.objects<DispatchState>()) {
             if (dispatch->enabled) add(*dispatch);
         }
-        rules_.volumes = volumes_of(document_);
         for (auto const* const access : document_.objects<GateAccessState>()) {
             if (!access->enabled || !access->test) continue;
-            on_behalf(*access, [&] { rules_.gate_tests[access->id] = compiled_test(*access->test); });
+            on_behalf(*access, [&] { program_.gate_tests[access->id] = compiled_test(*access->test); });
         }
         for (auto const& server : plan_.servers) add(*document_.find<ServerState>(server.id));
-        mention_places();
-        begin_orders(rules_);
-        return std::move(rules_);
+        for (auto const& id : program_.symbols.objects) program_.symbol_targets.push_back(target_of(id));
+        return std::move(program_);
     }
 
   private:
@@ -93,35 +75,32 @@ class Compiler {
     static void on_behalf(ObjectState const& object, Action const& action) try {
         action();
     } catch (Exception const& exception) {
-        refuse(title_of(object) + ": " + exception.GetMessage());
+        refuse(fmt::format("{}: {}", title_of(object), exception.GetMessage()));
     }
 
     int compiled(ObjectState const& owner, std::shared_ptr<AgentAction> const& action) {
         if (!action) return NONE;
         int root = NONE;
         on_behalf(owner, [&] {
-            auto const first = rules_.plan.nodes.size();
-            auto const first_time = rules_.plan.times.size();
-            root = compile(rules_.plan, document_, *action);
-            for (auto time = first_time; time < rules_.plan.times.size(); ++time) {
-                require_known(rules_.plan.times[time]);
-            }
-            resolve_places(rules_, places_, first);
-            resolve_waits(rules_);
-            while (rules_.tests.size() < rules_.plan.tests.size()) {
-                rules_.tests.push_back(compiled_test(*rules_.plan.tests[rules_.tests.size()]));
+            auto& actions = program_.actions.program;
+            auto const first = actions.nodes.size();
+            auto const first_time = actions.times.size();
+            root = compile(actions, document_, *action);
+            for (auto time = first_time; time < actions.times.size(); ++time) require_known(actions.times[time]);
+            place_actions(program_.actions, places_, program_.wait_spaces, first);
+            while (program_.tests.size() < actions.tests.size()) {
+                program_.tests.push_back(compiled_test(*actions.tests[program_.tests.size()]));
             }
         });
         return root;
     }
 
     TestProgram compiled_test(AgentTest const& test) {
-        auto const first_time = rules_.symbols.times.size();
-        auto compiled = compile(test, document_, rules_.symbols);
-        RequireAnswered const require{rules_.symbols, compiled.objects, document_};
-        for (auto const& decision : compiled.decisions) std::visit(require, decision.question);
-        for (auto time = first_time; time < rules_.symbols.times.size(); ++time) {
-            require_known(rules_.symbols.times[time]);
+        auto const first_time = program_.symbols.times.size();
+        auto compiled = compile(test, document_, program_.symbols);
+        for (auto const event : compiled.events) require_start(document_, program_.symbols.objects[event]);
+        for (auto time = first_time; time < program_.symbols.times.size(); ++time) {
+            require_known(program_.symbols.times[time]);
         }
         return compiled;
     }
@@ -133,80 +112,77 @@ class Compiler {
     }
 
     void add(EventState const& event) {
-        EventRules rules;
-        rules.initial_action = compiled(event, event.initial_action);
+        EventInstructions instructions;
+        instructions.initial_action = compiled(event, event.initial_action);
         if (event.color_scheme == EventColorSchemeType::RULES) {
             for (auto const& rule : event.color_rules) {
-                on_behalf(event, [&] { rules.colors.push_back({compiled_test(*rule.test), rule.color}); });
+                on_behalf(event, [&] { instructions.colors.push_back({compiled_test(*rule.test), rule.color}); });
             }
         }
         if (auto const* const evacuation = dynamic_cast<EvacuationState const*>(&event)) {
-            rules.is_evacuation = true;
+            instructions.is_evacuation = true;
             on_behalf(event, [&] {
-                rules.wait_style = compiled_style(*evacuation->pre_movement_wait_style);
-                add_clearance(*evacuation, rules.wait_style);
+                instructions.wait_style = compiled_style(*evacuation->pre_movement_wait_style);
+                add_clearance(*evacuation, instructions.wait_style);
             });
         }
         if (auto const* const circulate = dynamic_cast<CirculateState const*>(&event)) {
-            on_behalf(event, [&] { rules.circulation = circulation_of(*circulate); });
+            on_behalf(event, [&] { instructions.circulation = circulation_of(*circulate); });
         }
-        rules_.events[event.id] = std::move(rules);
+        program_.events[event.id] = std::move(instructions);
     }
 
     int compiled_style(WaitStyle& style) {
-        rules_.plan.styles.push_back(style.Clone());
-        resolve_waits(rules_);
-        return static_cast<int>(rules_.plan.styles.size()) - 1;
+        auto& styles = program_.actions.program.styles;
+        styles.push_back(style.Clone());
+        compile_waits(program_.actions, program_.wait_spaces);
+        return static_cast<int>(styles.size()) - 1;
     }
 
     void add_clearance(EvacuationState const& evacuation, int wait_style) {
         if (evacuation.zones.empty()) return;
-        Clearance clearance{evacuation.id, {}, {}, {}};
-        clearance.wait = spec_of(*evacuation.pre_movement_wait);
-        clearance.wait_style = wait_style;
+        Clearance clearance{evacuation.id, {}, {}, spec_of(*evacuation.pre_movement_wait), wait_style};
         for (auto const& zone : evacuation.zones) clearance.zones.push_back(places_.of(zone));
-        for (auto const& exit : evacuation.population.destinations) {
-            auto const place = places_.of(exit);
-            clearance.exits.push_back(place);
-            places_[place].destination = 0;  // a route is wanted
-        }
+        for (auto const& exit : evacuation.population.destinations) clearance.exits.push_back(places_.of(exit));
         if (clearance.exits.empty())
             refuse("zones are cleared to the destinations of the population, and there are none");
-        rules_.clearances.push_back(std::move(clearance));
+        program_.clearances.push_back(std::move(clearance));
     }
 
     std::uint32_t circulation_of(CirculateState const& circulate) {
-        CirculationRules rules;
-        for (auto const& portal : circulate.portals) rules.portals.push_back(places_.of(portal));
-        if (rules.portals.empty()) refuse("people who circulate need at least one portal to go to");
+        CirculationProgram circulation;
+        for (auto const& portal : circulate.portals) circulation.portals.push_back(places_.of(portal));
+        if (circulation.portals.empty()) refuse("people who circulate need at least one portal to go to");
         std::visit(
             [&]<class Kind>(Kind const& kind) {
-                if constexpr (std::is_base_of_v<ForCount, Kind>) rules.count = spec_of(*kind.count);
-                if constexpr (std::is_base_of_v<ForDuration, Kind>) rules.duration = spec_of(*kind.duration);
+                if constexpr (std::is_base_of_v<ForCount, Kind>) circulation.count = spec_of(*kind.count);
+                if constexpr (std::is_base_of_v<ForDuration, Kind>) circulation.duration = spec_of(*kind.duration);
                 if constexpr (std::is_base_of_v<UntilTime, Kind>) {
-                    rules.time = TimeReferenceAccess::time(*kind.time);
-                    require_known(*rules.time);
+                    circulation.time = TimeReferenceAccess::time(*kind.time);
+                    require_known(*circulation.time);
                 }
-                if constexpr (requires { kind.until_both; }) rules.until_both = kind.until_both;
+                if constexpr (requires { kind.until_both; }) circulation.until_both = kind.until_both;
             },
             circulate.circulation);
-        rules_.circulations.push_back(std::move(rules));
-        return static_cast<std::uint32_t>(rules_.circulations.size() - 1);
+        program_.circulations.push_back(std::move(circulation));
+        return static_cast<std::uint32_t>(program_.circulations.size() - 1);
     }
 
     void add(BroadcastState const& broadcast) {
-        BroadcastRules rules;
-        rules.event = broadcast.id;
-        rules.action = compiled(broadcast, broadcast.action);
+        BroadcastProgram made;
+        made.event = broadcast.id;
+        made.action = compiled(broadcast, broadcast.action);
         on_behalf(broadcast, [&] {
-            if (broadcast.test) rules.test = compiled_test(*broadcast.test);
-            if (broadcast.zone) rules.regions = rule_area_of(document_, plan_, places_, *broadcast.zone).regions;
+            if (broadcast.test) made.test = compiled_test(*broadcast.test);
+            if (broadcast.zone) {
+                made.regions = object_area_of(document_, world_, *broadcast.zone).surfaces;
+            }
         });
-        rules_.broadcasts.push_back(std::move(rules));
+        program_.broadcasts.push_back(std::move(made));
     }
 
     void add(DispatchState const& dispatch) {
-        DispatchRules rules;
+        DispatchProgram made;
         auto const add_stations = [&](std::vector<GlobalId> const& stations, std::vector<PlaceIndex>& places) {
             for (auto const& id : stations) {
                 auto const* const object = document_.find(id);
@@ -216,12 +192,11 @@ class Compiler {
             }
         };
         on_behalf(dispatch, [&] {
-            add_stations(dispatch.sources, rules.sources);
-            add_stations(dispatch.sinks, rules.sinks);
+            add_stations(dispatch.sources, made.sources);
+            add_stations(dispatch.sinks, made.sinks);
         });
-        for (auto const sink : rules.sinks) places_[sink].destination = 0;  // a route is wanted
-        rules.process = compiled(dispatch, std::make_shared<SeekProcessStartAction>(std::vector{dispatch.id}, false));
-        rules_.dispatches.push_back(std::move(rules));
+        made.process = compiled(dispatch, std::make_shared<SeekProcessStartAction>(std::vector{dispatch.id}, false));
+        program_.dispatches.push_back(std::move(made));
     }
 
     SurfaceActions actions_of(Surface const& surface) {
@@ -237,7 +212,7 @@ class Compiler {
                            compiled(*connection, connection->box_exit_action)};
         }
         for (auto const& end : {actions.ball, actions.box}) {
-            if (end.enter != NONE || end.exit != NONE) rules_.any_at_surfaces = true;
+            if (end.enter != NONE || end.exit != NONE) program_.any_at_surfaces = true;
         }
         return actions;
     }
@@ -248,77 +223,65 @@ class Compiler {
         actions.has.resize(plan_.surfaces.size());
         for (auto const region : places_[places_.of(zone.id)].regions) actions.has[region] = true;
         actions.actions = {compiled(zone, zone.enter_action), compiled(zone, zone.exit_action)};
-        rules_.zones.push_back(std::move(actions));
-        rules_.any_at_surfaces = true;
+        program_.zones.push_back(std::move(actions));
+        program_.any_at_surfaces = true;
     }
 
     void add(ServerState const& server) {
-        ServerRules rules;
+        ServerProgram made;
         on_behalf(server, [&] {
-            if (server.access_required) rules.required = compiled_test(*server.access_required);
-            if (server.access_preferred) rules.preferred = compiled_test(*server.access_preferred);
+            if (server.access_required) made.required = compiled_test(*server.access_required);
+            if (server.access_preferred) made.preferred = compiled_test(*server.access_preferred);
             for (auto const& rule : server.contact_time_rules) {
-                rules.contact_rules.emplace_back(compiled_test(*rule.test), spec_of(*rule.duration));
+                made.contact_times.push_back({compiled_test(*rule.test), spec_of(*rule.duration)});
             }
         });
-        if (server.contact_time) rules.contact_time = spec_of(*server.contact_time);
-        rules.processed_action = compiled(server, server.processed_action);
-        rules.release_action = compiled(server, server.release_action);
-        rules_.servers.push_back(std::move(rules));
+        if (server.contact_time) made.contact_time = spec_of(*server.contact_time);
+        made.processed_action = compiled(server, server.processed_action);
+        made.release_action = compiled(server, server.release_action);
+        program_.servers.push_back(std::move(made));
     }
 
-    void mention_places() {
-        for (auto const& id : rules_.symbols.objects) {
-            SymbolTarget symbol_targets;
-            symbol_targets.server = server_of(plan_, id);
-            auto const* const object = document_.find(id);
-            if (symbol_targets.server == no_server && object != nullptr && object->enabled &&
-                Population::is_place(*object)) {
-                symbol_targets.place = places_.of(id);
-                auto const region = places_.region_of(id);
-                if (region != navigation::none && region >= plan_.floor_count) {
-                    symbol_targets.passageway = region - plan_.floor_count;
-                }
-            }
-            symbol_targets.volume = volume_number(rules_.volumes, id);
-            rules_.symbol_targets.push_back(symbol_targets);
+    SymbolTarget target_of(GlobalId const& id) {
+        SymbolTarget target;
+        target.server = server_of(plan_, id);
+        auto const* const object = document_.find(id);
+        bool const is_place = object != nullptr && object->enabled && Population::is_place(*object);
+        if (target.server == no_server && is_place) {
+            target.place = places_.of(id);
+            auto const region = places_.region_of(id);
+            bool const is_connection = region != navigation::none && region >= plan_.floor_count;
+            if (is_connection) target.passageway = region - plan_.floor_count;
         }
+        target.volume = volume_number(world_.volumes, id);
+        return target;
     }
 
     Document const& document_;
+    World& world_;
     FloorPlan const& plan_;
     Places& places_;
-    BehaviourProgram rules_;
+    BehaviourProgram program_;
 };
 
 }  // namespace
 
-void resolve_waits(BehaviourProgram& rules) {
-    auto const& styles = rules.plan.styles;
-    while (rules.waits.styles.size() < styles.size()) {
-        rules.waits.styles.push_back(wait_rule_of(*styles[rules.waits.styles.size()], rules.waits.spaces));
+BehaviourProgram behaviour_program_of(Document const& document, World& world) {
+    return Compiler(document, world).take();
+}
+
+std::vector<PlaceIndex> goals_of(BehaviourProgram const& program, Places const& places) {
+    std::vector<PlaceIndex> goals;
+    for (auto const place : program.actions.places) {
+        if (place != no_place && !places[place].is_dispatch()) goals.push_back(place);
     }
-}
-
-PlaceIndex place_of(Places& places, AgentActionTypeId action, GlobalId const& object) {
-    if (action == AgentActionTypeId::EVACUATE_ZONE) return places.outside_of(object);
-    if (action == AgentActionTypeId::SEEK_PROCESS_START) return places.process_start(object);
-    return places.of(object);
-}
-
-void resolve_places(BehaviourProgram& rules, Places& places, std::size_t first_node) {
-    rules.places.resize(rules.plan.objects.size(), no_place);
-    for (auto i = first_node; i < rules.plan.nodes.size(); ++i) {
-        auto const& node = rules.plan.nodes[i];
-        if (!goes_to_objects(node.type)) continue;
-        for (auto object = node.objects.first; object < node.objects.first + node.objects.count; ++object) {
-            rules.places[object] = place_of(places, node.type, rules.plan.objects[object]);
-        }
+    for (auto const& clearance : program.clearances) {
+        goals.insert(goals.end(), clearance.exits.begin(), clearance.exits.end());
     }
-}
-
-BehaviourProgram behaviour_program_of(Document const& document, FloorPlan const& plan, Places& places) {
-    return Compiler(document, plan, places).take();
+    for (auto const& dispatch : program.dispatches) {
+        goals.insert(goals.end(), dispatch.sinks.begin(), dispatch.sinks.end());
+    }
+    return goals;
 }
 
 }  // namespace pedflux::engine

@@ -1,30 +1,31 @@
 #pragma once
 
-#include "engine/simulation/tasks/behaviour_program.h"
+#include "engine/simulation/world/places.h"
 
 #include <optional>
 
-/// Dispatches, which send people on from station to station: portals, areas and servers.
+/// Dispatches, which send agents on from station to station: portals, areas and servers.
 namespace pedflux::engine {
 
-struct SimulationState;
 struct AgentMotion;
+struct DispatchProgram;
+struct TaskContext;
 
-/// The sink that is the easiest for somebody: of the best to go to the one with the fewest people who queue or come, of
-/// these the nearest. None when it is at all of them, or may use none.
+/// Chooses the sink that is the easiest for an agent: of the best to go to the one with the fewest visitors, of these
+/// the nearest. None when the agent is at all of them, or may use none.
 /// @param from where it comes from; no sink of a way back to the same server
-std::optional<PlaceIndex> sink_for(SimulationState& run, AgentMotion const& motion, DispatchRules const& dispatch,
+std::optional<PlaceIndex> sink_for(TaskContext& context, AgentMotion const& motion, DispatchProgram const& dispatch,
                                    PlaceIndex from);
 
-/// Where somebody goes who has passed a station of a process. The first dispatch of the project counts that has the
-/// station among its sources and a sink to go to.
-std::optional<PlaceIndex> next_station(SimulationState& run, AgentMotion const& motion, PlaceIndex passed);
+/// Chooses where an agent goes that has passed a station of a process. The first dispatch of the project counts that
+/// has the station among its sources and a sink to go to.
+std::optional<PlaceIndex> next_station(TaskContext& context, AgentMotion const& motion, PlaceIndex passed);
 
-/// Sends somebody on who has nothing else to do: from the goal that it has reached, or from where it stands without
+/// Sends an agent on that has nothing else to do: from the goal that it has reached, or from where it stands without
 /// one. Returns whether a dispatch did.
-bool send_on(SimulationState& run, AgentMotion& motion);
+bool send_on(TaskContext& context, AgentMotion& motion);
 
 /// The same for all who stand without a goal.
-void send_on_who_stand(SimulationState& run);
+void send_on_who_stand(TaskContext& context);
 
 }  // namespace pedflux::engine

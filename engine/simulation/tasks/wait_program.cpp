@@ -11,11 +11,13 @@
 #include <algorithm>
 #include <cmath>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
 
-/// So far over a floor (metres) a wait space may be drawn, and a little under it.
+/// A wait space may be drawn within these distances (metres) over and under its floor.
 constexpr double highest_over = 2;
 constexpr double deepest_under = 0.5;
 
@@ -46,10 +48,11 @@ std::vector<std::uint32_t> numbers_of(std::vector<GlobalId> const& ids, std::vec
         auto const found =
             std::ranges::find_if(spaces, [&](WaitSpace const& space) { return space.id.InternalEquals(id); });
         if (found == spaces.end()) {
-            refuse("'" + GlobalId(id).GetString() + "' is no enabled wait space of the simulated project");
+            refuse(fmt::format("'{}' is no enabled wait space of the simulated project", GlobalId(id).GetString()));
         }
         if (found->region == navigation::none) {
-            refuse(found->title + " lies on no floor: it must be over one, at most 2 m above or 0.5 m below");
+            refuse(fmt::format("{} lies on no floor: it must be over one, at most 2 m above or 0.5 m below",
+                               found->title));
         }
         numbers.push_back(static_cast<std::uint32_t>(found - spaces.begin()));
     }
@@ -73,28 +76,28 @@ std::vector<WaitSpace> wait_spaces_of(Document const& document, FloorPlan const&
     return spaces;
 }
 
-WaitRule wait_rule_of(WaitStyle& style, std::vector<WaitSpace> const& spaces) {
-    WaitRule rule;
+WaitProgram wait_program_of(WaitStyle& style, std::vector<WaitSpace> const& spaces) {
+    WaitProgram program;
     switch (style.GetWaitStyleTypeId()) {
         case WaitStyleTypeId::STAND_STILL:
             break;
         case WaitStyleTypeId::SPREAD_OUT:
-            rule.spreads_out = true;
+            program.spreads_out = true;
             break;
         case WaitStyleTypeId::ASSIGNED_WAIT_SPACE:
-            rule.weights = state_of<AssignedWaitSpaceWaitStyleState>(style).weights;
-            if (rule.weights.empty()) {
-                rule.weights.resize(state_of<WaitInSpacesState>(style).spaces.size(), 1);
+            program.weights = state_of<AssignedWaitSpaceWaitStyleState>(style).weights;
+            if (program.weights.empty()) {
+                program.weights.resize(state_of<WaitInSpacesState>(style).spaces.size(), 1);
             }
             [[fallthrough]];
         case WaitStyleTypeId::LOWEST_COST_WAIT_SPACE: {
             auto const& state = state_of<WaitInSpacesState>(style);
-            rule.spaces = numbers_of(state.spaces, spaces);
-            rule.spreads_out = state.fallback == WaitStyleTypeId::SPREAD_OUT;
+            program.spaces = numbers_of(state.spaces, spaces);
+            program.spreads_out = state.fallback == WaitStyleTypeId::SPREAD_OUT;
             break;
         }
     }
-    return rule;
+    return program;
 }
 
 }  // namespace pedflux::engine

@@ -13,10 +13,10 @@ namespace pedflux::engine {
 
 namespace {
 
-/// Faces whose normals rise at least so much can be walked on, as for the ends of connections.
-constexpr double LEAST_UPWARD_NORMAL = 0.01;
-/// What is narrower leads nowhere (metres).
-constexpr double LEAST_JOINT = 0.05;
+/// The least vertical component of the normals of faces that can be walked on, as for the ends of connections.
+constexpr double least_upward_normal = 0.01;
+/// The least width of a joint (metres).
+constexpr double least_joint = 0.05;
 
 Point plan_of(Vector corner) { return {corner.x, corner.z}; }
 
@@ -31,7 +31,7 @@ std::vector<Triangle> upward_faces_of(SceneState const& state) {
     for (Tri3d triangle : state.geometry->AsMeshGeometry()->GetFaces()) {
         Triangle const face{vector_of(triangle.GetFirstVertex()), vector_of(triangle.GetSecondVertex()),
                             vector_of(triangle.GetThirdVertex())};
-        if (normalized(cross(face[1] - face[0], face[2] - face[0])).y >= LEAST_UPWARD_NORMAL) faces.push_back(face);
+        if (normalized(cross(face[1] - face[0], face[2] - face[0])).y >= least_upward_normal) faces.push_back(face);
     }
     return faces;
 }
@@ -54,25 +54,25 @@ ConnectionEnd end_of(LineSeg3d line, LineSeg3d other_end) {
 }
 
 std::vector<Segment> joints_of(ConnectionEnd const& end, Polygons const& floor, Ground const& ground) {
-    // The edge of a floor belongs to it as little as to what lies beyond, so the floor is asked a little further out.
-    constexpr double BEYOND = 0.01;
+    // The edge of a floor counts as inside no more than as outside, so the test is made a little further out.
+    constexpr double beyond = 0.01;
     auto const moved = [&](Segment line, double outwards) {
         return Segment{line.from + outwards * end.outward, line.to + outwards * end.outward};
     };
     std::vector<Segment> joints;
-    for (Segment const part : parts_inside(moved(end.line, END_REACH + BEYOND), floor)) {
-        Segment const joint = moved(part, -BEYOND);
-        bool const is_level = std::abs(ground.height(at(joint, 0.5)) - end.height) <= END_HEIGHT_TOLERANCE;
-        if (length(joint) >= LEAST_JOINT && is_level) joints.push_back(joint);
+    for (Segment const part : parts_inside(moved(end.line, end_reach + beyond), floor)) {
+        Segment const joint = moved(part, -beyond);
+        bool const is_level = std::abs(ground.height(at(joint, 0.5)) - end.height) <= end_height_tolerance;
+        if (length(joint) >= least_joint && is_level) joints.push_back(joint);
     }
     return joints;
 }
 
 std::optional<PortalContact> contact_of(LineSeg3d goal_line, Polygons const& floor, Ground const& ground) {
-    auto const on_floor = line_on(floor, plan_of(goal_line), PORTAL_REACH);
+    auto const on_floor = line_on(floor, plan_of(goal_line), portal_reach);
     if (!on_floor) return std::nullopt;
     double const offset = std::abs(ground.height(at(*on_floor, 0.5)) - goal_line.GetMidpoint().GetY());
-    if (offset > PORTAL_HEIGHT_TOLERANCE) return std::nullopt;
+    if (offset > portal_height_tolerance) return std::nullopt;
     return PortalContact{*on_floor, offset};
 }
 

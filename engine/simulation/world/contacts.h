@@ -9,20 +9,20 @@
 #include <optional>
 #include <vector>
 
-/// Where the parts of a building touch: connections come to floors with their ends, portals lie on them.
+/// Where the parts of a building touch: the ends of connections join floors, portals lie on them.
 namespace pedflux::engine {
 
 /// How far (metres) a connection reaches beyond its end, and how far above or below a floor its end may be.
-inline constexpr double END_REACH = 0.1;
-inline constexpr double END_HEIGHT_TOLERANCE = 0.3;
+inline constexpr double end_reach = 0.1;
+inline constexpr double end_height_tolerance = 0.3;
 /// How far (metres) a portal may be beside its floor, and above or below it.
-inline constexpr double PORTAL_REACH = 0.3;
-inline constexpr double PORTAL_HEIGHT_TOLERANCE = 0.5;
+inline constexpr double portal_reach = 0.3;
+inline constexpr double portal_height_tolerance = 0.5;
 
-/// The faces of an object's mesh that look upwards.
+/// The faces of an object's mesh that face upwards.
 std::vector<Triangle> upward_faces_of(SceneState const& state);
 
-/// What the faces cover of the plan.
+/// The area that faces cover in the plan.
 Polygons area_of(std::vector<Triangle> const& faces);
 
 /// One end of a connection as seen from above.
@@ -33,7 +33,7 @@ struct ConnectionEnd {
 };
 ConnectionEnd end_of(LineSeg3d line, LineSeg3d other_end);
 
-/// The lines END_REACH beyond the end on which a connection joins a floor; none when it does not touch it.
+/// The lines end_reach beyond the end on which a connection joins a floor; none when it does not touch it.
 std::vector<Segment> joints_of(ConnectionEnd const& end, Polygons const& floor, Ground const& ground);
 
 /// A portal's line as it lies on a floor.

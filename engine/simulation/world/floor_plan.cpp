@@ -12,15 +12,17 @@
 #include <cmath>
 #include <limits>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
 
-/// Within this height over a floor (metres), barriers and connections take its area away.
+/// Barriers and connections within this height over a floor (metres) take their area from it.
 constexpr double headroom = 2;
-/// Barriers without thickness count as thick as this.
+/// Thickness assumed for barriers that have none (metres).
 constexpr double thin_wall = 0.02;
-/// People walk up and down stairs at these shares of their speed on level ground, seen in the plan: 0.610 and 0.694 of
+/// Shares of the speed on level ground at which agents walk up and down stairs, in the plan: 0.610 and 0.694 of
 /// 1.34 m/s (Weidmann, "Transporttechnik der Fussgaenger", 1993).
 constexpr double stairs_up = 0.610 / 1.34;
 constexpr double stairs_down = 0.694 / 1.34;
@@ -38,7 +40,9 @@ std::vector<Triangle> faces_of(SceneState const& state) {
 
 std::vector<Triangle> walkable_faces_of(SceneState const& state) {
     auto faces = upward_faces_of(state);
-    if (faces.empty()) refuse(title_of(state) + " has no face that looks upwards, so nobody can walk on it");
+    if (faces.empty()) {
+        refuse(fmt::format("{} has no face that looks upwards, so nobody can walk on it", title_of(state)));
+    }
     return faces;
 }
 
@@ -47,7 +51,7 @@ double plan_area(Triangle const& face) {
 }
 double true_area(Triangle const& face) { return length(cross(face[1] - face[0], face[2] - face[0])) / 2; }
 
-/// The rectangle over a line, so far to each side of it.
+/// The rectangle around a line that reaches `to_left` and `to_right` of it (metres).
 Polygon strip(Segment line, double to_left, double to_right) {
     Point const left = unit(turned_left(line.to - line.from));
     return {
@@ -55,7 +59,7 @@ Polygon strip(Segment line, double to_left, double to_right) {
         {}};
 }
 
-/// What a barrier covers of the plan: its faces, and a thin strip under those that stand upright.
+/// The area that a barrier covers in the plan: its faces, and thin strips under the vertical ones.
 Polygons footprint_of(std::vector<Triangle> const& faces) {
     std::vector<std::array<Point, 3>> triangles;
     Polygons parts;
@@ -96,7 +100,7 @@ bool stands_on(Box const& box, Ground const& ground) {
     return box.least.y < high + headroom && box.most.y > low;
 }
 
-/// The part of a face between two heights, seen in the plan; empty when there is none.
+/// The part of a face between two heights, in the plan; empty when there is none.
 Ring part_between(Triangle const& face, double low, double high) {
     std::vector<Vector> corners(face.begin(), face.end());
     for (double const sign : {1.0, -1.0}) {
@@ -119,28 +123,28 @@ Ring part_between(Triangle const& face, double low, double high) {
     return ring.size() >= 3 ? ring : Ring();
 }
 
-/// A connection while the plan is made.
+/// A connection while the plan is built.
 struct Draft {
     ConnectionState const* state;
     std::vector<Triangle> faces;
     Polygons area;
 };
 
-class Maker {
+class FloorPlanBuilder {
   public:
-    explicit Maker(Document const& document) : document_(document) {}
+    explicit FloorPlanBuilder(Document const& document) : document_(document) {}
 
-    FloorPlan make() {
+    FloorPlan build() {
         add_floors();
         add_connections();
         take_connections_from_floors();
         for (std::size_t region = 0; region < plan_.surfaces.size(); ++region) {
             if (plan_.surfaces[region].walkable.empty()) {
-                refuse(titles_[region] + " has no area that can be walked on: barriers cover all of it");
+                refuse(fmt::format("{} has no area that can be walked on: barriers cover all of it", titles_[region]));
             }
         }
         add_doorways();
-        plan_.servers = server_plans_of(document_, plan_);
+        plan_.servers = server_layouts_of(document_, plan_);
         return std::move(plan_);
     }
 
@@ -211,32 +215,32 @@ class Maker {
         return incline;
     }
 
-    /// Lengthens the connection by the reach of its end, and joins it there to the floors that it comes to.
+    /// Lengthens the connection by the reach of its end, and joins it to the floors there.
     void join(Draft& draft, navigation::RegionIndex region, LineSeg3d end, LineSeg3d other_end, bool at_ball) {
-        auto const coming = end_of(end, other_end);
+        auto const contact_end = end_of(end, other_end);
         bool joined = false;
         for (std::size_t floor = 0; floor < plan_.floor_count; ++floor) {
-            for (Segment const joint : joints_of(coming, plan_.surfaces[floor].walkable, plan_.grounds[floor])) {
+            for (Segment const joint : joints_of(contact_end, plan_.surfaces[floor].walkable, plan_.grounds[floor])) {
                 plan_.joints.push_back(
-                    {region, static_cast<navigation::RegionIndex>(floor), joint, coming.outward, at_ball});
+                    {region, static_cast<navigation::RegionIndex>(floor), joint, contact_end.outward, at_ball});
                 joined = true;
             }
         }
         if (!joined) {
             Vector const middle = vector_of(end.GetMidpoint());
             bool const is_level = std::abs(middle.y - vector_of(other_end.GetMidpoint()).y) < 0.01;
-            refuse(title_of(*draft.state) + " touches no floor at its " + (at_ball ? "ball" : "box") + " end, at (" +
-                   text_of(middle.x) + ", " + text_of(middle.y) + ", " + text_of(middle.z) + ")" +
-                   (is_level ? "; the ends of a level connection are those of its longer side: one that is wider than "
-                               "long must be drawn longer, into the floors on both sides"
-                             : ""));
+            refuse(fmt::format("{} touches no floor at its {} end, at ({}, {}, {}){}", title_of(*draft.state),
+                               at_ball ? "ball" : "box", text_of(middle.x), text_of(middle.y), text_of(middle.z),
+                               is_level ? "; the ends of a level connection are those of its longer side: one that is "
+                                          "wider than long must be drawn longer, into the floors on both sides"
+                                        : ""));
         }
         auto parts = draft.area;
-        parts.push_back(strip(coming.line, END_REACH, 2 * thin_wall));
+        parts.push_back(strip(contact_end.line, end_reach, 2 * thin_wall));
         draft.area = united(parts);
     }
 
-    /// Where a connection passes less than the headroom over or under a floor, only the connection can be walked on.
+    /// Where a connection passes over or under a floor by less than the headroom, only the connection can be walked on.
     void take_connections_from_floors() {
         for (std::size_t floor = 0; floor < plan_.floor_count; ++floor) {
             Polygons taken;
@@ -254,7 +258,7 @@ class Maker {
                 for (auto const& joint : plan_.joints) {
                     if (joint.connection != region || joint.floor != floor) continue;
                     bool const is_left = dot(turned_left(joint.line.to - joint.line.from), joint.to_floor) > 0;
-                    double const back = END_REACH + thin_wall;
+                    double const back = end_reach + thin_wall;
                     taken.push_back(strip(joint.line, is_left ? 0 : back, is_left ? back : 0));
                 }
             }
@@ -274,7 +278,7 @@ class Maker {
 
     navigation::RegionLine line_on_floor(PortalState const& portal, LineSeg3d goal_line) const {
         std::optional<navigation::RegionLine> found;
-        double least_offset = PORTAL_HEIGHT_TOLERANCE;
+        double least_offset = portal_height_tolerance;
         for (std::size_t floor = 0; floor < plan_.floor_count; ++floor) {
             auto const contact = contact_of(goal_line, plan_.surfaces[floor].walkable, plan_.grounds[floor]);
             if (!contact || contact->height_offset > least_offset) continue;
@@ -284,9 +288,10 @@ class Maker {
         if (!found) {
             Vector const from = vector_of(goal_line.GetStartPoint());
             Vector const to = vector_of(goal_line.GetEndPoint());
-            refuse(title_of(portal) + " lies on no floor: its line from " + text_of(plan_of(from)) + " to " +
-                   text_of(plan_of(to)) + " at the height " + text_of(from.y) +
-                   " must lie on a walkable floor or within 0.3 m of its edge, at most 0.5 m above or below");
+            refuse(
+                fmt::format("{} lies on no floor: its line from {} to {} at the height {} must lie on a walkable "
+                            "floor or within 0.3 m of its edge, at most 0.5 m above or below",
+                            title_of(portal), text_of(plan_of(from)), text_of(plan_of(to)), text_of(from.y)));
         }
         return *found;
     }
@@ -299,6 +304,6 @@ class Maker {
 
 }  // namespace
 
-FloorPlan floor_plan_of(Document const& document) { return Maker(document).make(); }
+FloorPlan floor_plan_of(Document const& document) { return FloorPlanBuilder(document).build(); }
 
 }  // namespace pedflux::engine

@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-/// The project's building as the simulation walks it. Regions, surfaces and grounds have the same numbers: the floors
-/// first, then the links, stairs and ramps.
+/// The project's building as agents walk in it. Regions, surfaces and grounds have the same numbers: the floors first,
+/// then the links, stairs and ramps.
 namespace pedflux::engine {
 
 class Document;
@@ -21,7 +21,7 @@ class Document;
 /// How the surface of a region differs from a level floor.
 struct Incline {
     Point uphill;          ///< of length 1; (0, 0) where it is level
-    double up_factor = 1;  ///< share of the speed on level ground that people walk at, seen in the plan
+    double up_factor = 1;  ///< share of the speed on level ground, in the plan
     double down_factor = 1;
     std::optional<SpeedLimit> limit;  ///< metres per second along the slope, instead of the factors
     double length_factor = 1;
@@ -41,12 +41,12 @@ struct Passageway {
     navigation::RegionIndex region = 0;
     std::string title;
     bool gated = false;
-    bool ball_to_box = true;  ///< whether its direction lets people through
+    bool ball_to_box = true;  ///< whether its direction lets agents through
     bool box_to_ball = true;
     double cost = 0;  ///< metres added to routes through it
 };
 
-/// An opening where people come and go.
+/// A portal: an opening where agents enter and leave.
 struct Doorway {
     GlobalId id;
     std::string title;
@@ -65,7 +65,7 @@ struct FloorPlan {
     std::vector<ServerLayout> servers;
 };
 
-/// Throws Exception in one sentence when something cannot be walked: a project without floors, a connection that
+/// Throws Exception in one sentence when the building cannot be walked in: a project without floors, a connection that
 /// touches no floor at an end, a portal that lies on none.
 FloorPlan floor_plan_of(Document const& document);
 

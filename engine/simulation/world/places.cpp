@@ -1,33 +1,30 @@
 #include "engine/simulation/world/places.h"
 
 #include "engine/base/checks.h"
+#include "engine/behaviour/area.h"
 #include "engine/behaviour/events/event_states.h"
 #include "engine/model/document.h"
-#include "engine/model/lists.h"
 
 #include <algorithm>
+
+#include <fmt/format.h>
 
 namespace pedflux::engine {
 
 namespace {
 
-/// Whether a connection joins two of the members.
-bool joins_members(FloorPlan const& plan, navigation::RegionIndex connection, std::vector<GlobalId> const& members) {
-    std::vector<navigation::RegionIndex> joined;
-    for (auto const& joint : plan.joints) {
-        if (joint.connection != connection || !lists(members, plan.surfaces[joint.floor].id)) continue;
-        if (std::ranges::find(joined, joint.floor) == joined.end()) joined.push_back(joint.floor);
-    }
-    return joined.size() >= 2;
+SurfaceTable surface_table_of(FloorPlan const& plan) {
+    SurfaceTable table;
+    for (auto const& surface : plan.surfaces) table.ids.push_back(surface.id);
+    for (auto const& joint : plan.joints) table.joins.emplace_back(joint.connection, joint.floor);
+    return table;
 }
 
-std::vector<navigation::RegionIndex> regions_of(ZoneState const& zone, FloorPlan const& plan) {
-    bool const with_connections = zone.membership == ZoneMembershipStrategy::BASE_MEMBERS_AND_CONNECTIONS;
+std::vector<navigation::RegionIndex> regions_of(ZoneState const& zone, SurfaceTable const& table) {
+    auto const surfaces = surfaces_of(zone, table);
     std::vector<navigation::RegionIndex> regions;
-    for (navigation::RegionIndex region = 0; region < plan.surfaces.size(); ++region) {
-        bool const is_member = lists(zone.base_members, plan.surfaces[region].id);
-        bool const is_between = with_connections && joins_members(plan, region, zone.base_members);
-        if (is_member || is_between) regions.push_back(region);
+    for (navigation::RegionIndex region = 0; region < surfaces.size(); ++region) {
+        if (surfaces[region]) regions.push_back(region);
     }
     return regions;
 }
@@ -56,8 +53,9 @@ Places::Places(Document const& document, FloorPlan const& plan)
         auto const& id = plan.surfaces[region].id;
         areas_.push_back({id, title_of(*document.find(id)), {region}});
     }
+    auto const table = surface_table_of(plan);
     for (auto const* const zone : document.objects<ZoneState>()) {
-        areas_.push_back({zone->id, title_of(*zone), regions_of(*zone, plan)});
+        areas_.push_back({zone->id, title_of(*zone), regions_of(*zone, table)});
     }
 }
 
@@ -71,10 +69,10 @@ PlaceIndex Places::of(GlobalId const& object) {
     }
     auto const area = std::ranges::find_if(areas_, is_object);
     if (area == areas_.end()) {
-        refuse("'" + GlobalId(object).GetString() +
-               "' is no enabled portal, walkable object or zone of the simulated project");
+        refuse(fmt::format("'{}' is no enabled portal, walkable object or zone of the simulated project",
+                           GlobalId(object).GetString()));
     }
-    if (area->regions.empty()) refuse(area->title + " has no member that people can walk on");
+    if (area->regions.empty()) refuse(fmt::format("{} has no member that people can walk on", area->title));
     places_.push_back({area->id, area->title, no_place, area->regions});
     return static_cast<PlaceIndex>(places_.size() - 1);
 }
@@ -83,7 +81,8 @@ PlaceIndex Places::server(GlobalId const& object) const {
     auto const is_server = [&](Place const& place) { return place.is_server() && place.id.InternalEquals(object); };
     auto const found = std::ranges::find_if(places_, is_server);
     if (found == places_.end()) {
-        refuse("'" + GlobalId(object).GetString() + "' is no enabled server or dispatch of the simulated project");
+        refuse(fmt::format("'{}' is no enabled server or dispatch of the simulated project",
+                           GlobalId(object).GetString()));
     }
     if (auto const& problem = server_problems_[found->server]; !problem.empty()) refuse(problem);
     return static_cast<PlaceIndex>(found - places_.begin());
@@ -101,18 +100,20 @@ PlaceIndex Places::outside_of(GlobalId const& zone) {
         return static_cast<PlaceIndex>(found - places_.begin());
     }
     Place const inside = places_[of(zone)];
-    Place outside{inside.id, "the outside of " + inside.title, no_place, {}};
+    Place outside{inside.id, fmt::format("the outside of {}", inside.title), no_place, {}};
     outside.is_outside = true;
     for (navigation::RegionIndex region = 0; region < region_count_; ++region) {
         if (std::ranges::find(inside.regions, region) == inside.regions.end()) outside.regions.push_back(region);
     }
-    if (outside.regions.empty()) refuse(inside.title + " is all of the building, so nobody can go out of it");
+    if (outside.regions.empty()) {
+        refuse(fmt::format("{} is all of the building, so nobody can go out of it", inside.title));
+    }
     places_.push_back(std::move(outside));
     return static_cast<PlaceIndex>(places_.size() - 1);
 }
 
 navigation::RegionIndex Places::region_of(GlobalId const& object) const {
-    // Walkable objects stand first, each at the number of its region.
+    // Walkable objects come first, each at the number of its region.
     auto const found = std::ranges::find_if(
         areas_, [&](Area const& area) { return area.regions.size() == 1 && area.id.InternalEquals(object); });
     return found == areas_.end() ? navigation::none : found->regions.front();

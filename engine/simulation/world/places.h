@@ -18,25 +18,23 @@ class Document;
 using PlaceIndex = std::uint32_t;
 inline constexpr PlaceIndex no_place = std::numeric_limits<PlaceIndex>::max();
 
-/// Where people come from or go to: a portal, a server, or an area of one or more regions. A dispatch stands for the
-/// one of its sinks that is chosen when somebody seeks it.
+/// Where agents come from or go to: a portal, a server, or an area of one or more regions. A dispatch stands for the
+/// one of its sinks that is chosen when an agent seeks it.
 struct Place {
     GlobalId id;
     std::string title;
     std::uint32_t doorway = no_place;              ///< of a portal, its number in the floor plan
     std::vector<navigation::RegionIndex> regions;  ///< of an area
-    navigation::DestinationIndex destination = navigation::none;
-
-    bool is_outside = false;            ///< of the object, which is a zone
-    std::uint32_t server = no_place;    ///< its number in the floor plan
-    std::uint32_t dispatch = no_place;  ///< its number among the enabled ones
+    bool is_outside = false;                       ///< of the object, which is a zone
+    std::uint32_t server = no_place;               ///< its number in the floor plan
+    std::uint32_t dispatch = no_place;             ///< its number among the enabled ones
 
     bool is_portal() const { return doorway != no_place; }
     bool is_server() const { return server != no_place; }
     bool is_dispatch() const { return dispatch != no_place; }
 };
 
-/// The places of a building. What is no portal becomes a place when somebody asks for it.
+/// The places of a building. Areas become places when they are first asked for.
 class Places {
   public:
     /// The portals, in the order of the plan's doorways, the servers and the dispatches.
@@ -44,11 +42,10 @@ class Places {
 
     std::size_t size() const { return places_.size(); }
     Place const& operator[](PlaceIndex place) const { return places_[place]; }
-    Place& operator[](PlaceIndex place) { return places_[place]; }
 
     /// The place of an object: a portal, a floor, a connection or a zone that takes part. Throws Exception for others.
     PlaceIndex of(GlobalId const& object);
-    /// The place of a server that people can go to. Throws Exception for others.
+    /// The place of a server that agents can go to. Throws Exception for others.
     PlaceIndex server(GlobalId const& object) const;
     /// The place of a server or dispatch. Throws Exception for others.
     PlaceIndex process_start(GlobalId const& object) const;
@@ -67,10 +64,10 @@ class Places {
     std::vector<Place> places_;
     navigation::RegionIndex region_count_ = 0;
     std::vector<Area> areas_;                   ///< all objects that can become places
-    std::vector<std::string> server_problems_;  ///< why nobody can go to a server; empty when all is well
+    std::vector<std::string> server_problems_;  ///< why a server cannot be reached; empty when it can
 };
 
-/// The place as routes know it.
+/// The place as a destination of routes.
 navigation::Destination destination_of(Place const& place, FloorPlan const& plan);
 
 }  // namespace pedflux::engine

@@ -11,14 +11,16 @@
 #include <algorithm>
 #include <cmath>
 
+#include <fmt/format.h>
+
 namespace pedflux::engine {
 
 namespace {
 
-/// From the middle of one body to the next in a queue that says nothing else, and the least that bodies need (metres).
+/// Default and least distance from the middle of one body in a queue to the next (metres).
 constexpr double usual_spacing = 0.7;
 constexpr double least_spacing = 0.5;
-/// Points of the line that are nearer to each other than this are one.
+/// Points of the line that are nearer to each other than this are merged (metres).
 constexpr double same_point = 0.01;
 
 std::vector<Point> line_of(std::vector<Vector> const& vertices) {
@@ -34,7 +36,7 @@ std::vector<Point> line_of(std::vector<Vector> const& vertices) {
 navigation::RegionIndex region_at(FloorPlan const& plan, Vector place) {
     Point const point{place.x, place.z};
     navigation::RegionIndex nearest = navigation::none;
-    double least_offset = PORTAL_HEIGHT_TOLERANCE;
+    double least_offset = portal_height_tolerance;
     for (navigation::RegionIndex region = 0; region < plan.surfaces.size(); ++region) {
         if (!contains(plan.surfaces[region].walkable, point)) continue;
         double const offset = std::abs(plan.grounds[region].height(point) - place.y);
@@ -52,26 +54,27 @@ double spacing_of(ServerState const& server) {
 
 }  // namespace
 
-std::vector<ServerLayout> server_plans_of(Document const& document, FloorPlan const& plan) {
+std::vector<ServerLayout> server_layouts_of(Document const& document, FloorPlan const& plan) {
     std::vector<ServerLayout> servers;
     for (auto const* const server : document.objects<ServerState>()) {
         if (!server->enabled) continue;
         auto const& vertices = polyline_of(*server->geometry->AsPolylineGeometry()).vertices;
-        ServerLayout planned;
-        planned.id = server->id;
-        planned.title = title_of(*server);
-        planned.region = region_at(plan, vertices.front());
-        planned.line = line_of(vertices);
-        planned.spacing = spacing_of(*server);
-        if (server->capacity) planned.capacity = static_cast<std::size_t>(capacity_limit_of(*server));
-        if (planned.region == navigation::none) {
-            planned.problem = planned.title + " stands on no walkable surface: its first point, at " +
-                              text_of(planned.line.front()) + " and the height " + text_of(vertices.front().y) +
-                              ", must lie on a floor or connection, at most 0.5 m above or below";
-        } else if (lines_to_go_to(planned, plan).empty()) {
-            planned.problem = planned.title + " has no line to queue along that can be walked on";
+        ServerLayout layout;
+        layout.id = server->id;
+        layout.title = title_of(*server);
+        layout.region = region_at(plan, vertices.front());
+        layout.line = line_of(vertices);
+        layout.spacing = spacing_of(*server);
+        if (server->capacity) layout.capacity = static_cast<std::size_t>(capacity_limit_of(*server));
+        if (layout.region == navigation::none) {
+            layout.problem = fmt::format(
+                "{} stands on no walkable surface: its first point, at {} and the height {}, must lie on a floor or "
+                "connection, at most 0.5 m above or below",
+                layout.title, text_of(layout.line.front()), text_of(vertices.front().y));
+        } else if (lines_to_go_to(layout, plan).empty()) {
+            layout.problem = fmt::format("{} has no line to queue along that can be walked on", layout.title);
         }
-        servers.push_back(std::move(planned));
+        servers.push_back(std::move(layout));
     }
     return servers;
 }

@@ -31,8 +31,7 @@ std::vector<VolumeMesh> volumes_of(Document const& document) {
         if (!object->enabled) continue;
         auto const& mesh = mesh_of(*object->geometry->AsMeshGeometry());
         VolumeMesh volume{object->id, {}, mesh.vertices.front(), mesh.vertices.front()};
-        for (std::size_t face = 0; face < mesh.faces.size(); ++face)
-            volume.triangles.push_back(corners_of(mesh, face));
+        for (std::size_t face = 0; face < mesh.faces.size(); ++face) volume.triangles.push_back(corners_of(mesh, face));
         for (auto const& vertex : mesh.vertices) {
             volume.low = smaller(volume.low, vertex);
             volume.high = larger(volume.high, vertex);

@@ -13,8 +13,8 @@ namespace pedflux {
 class AgentTest;
 class TriggerRange;
 
-/// Opens or closes gates during spans of time; outside of them, gates stay as they are without it. Of several accesses
-/// that concern a gate at the same time, the one that began last holds.
+/// Opens or closes gates during spans of time; outside of them, it has no effect on gates. Of several accesses that
+/// concern a gate at the same time, the one that began last holds.
 ///
 /// A new one opens no gates, both ways, for all of the simulation.
 class PEDFLUX_API GateAccess : public SimObject {
@@ -36,9 +36,9 @@ class PEDFLUX_API GateAccess : public SimObject {
     /// The ways that are opened or closed.
     ConnectionObjectDirection GetCommandDirection();
 
-    /// Whether the command is obeyed by turns within a span: for the seconds on from its beginning, then not for the
-    /// seconds off, and so on. Either duration being set makes a cycle, in which the other one is as long until it is
-    /// set too.
+    /// Whether the command is in force in turns within a span: for the seconds on from its beginning, then not for the
+    /// seconds off, and so on. Setting either duration makes a cycle, in which the other one has the same length until
+    /// it is set too.
     bool HasCycle();
     void ClearCycle();
     /// @throws Exception without a cycle
@@ -50,15 +50,15 @@ class PEDFLUX_API GateAccess : public SimObject {
     /// @param duration at least 1
     void SetCycleOffDurationInSeconds(int duration);
 
-    /// Whom the command concerns: agents who pass the test. All without a test. A copy.
+    /// The test of agents that the command applies to. All agents without a test. A copy.
     std::shared_ptr<AgentTest> GetAgentTest();
     void SetAgentTest(std::shared_ptr<AgentTest> const& test);
     bool HasAgentTest();
     void ClearAgentTest();
 };
 
-/// Opens or closes servers during spans of time; outside of them, servers stay as they are without it. Of several
-/// accesses that concern a server at the same time, the one that began last holds.
+/// Opens or closes servers during spans of time; outside of them, it has no effect on servers. Of several accesses that
+/// concern a server at the same time, the one that began last holds.
 ///
 /// A new one opens no servers, at entrance and exit, for all of the simulation.
 class PEDFLUX_API ServerAccess : public SimObject {
@@ -93,7 +93,7 @@ class PEDFLUX_API ServerAccess : public SimObject {
     void SetCycleOffDurationInSeconds(int duration);
 };
 
-/// Something that agents are given and lose: actions hand it out, tests ask who has it.
+/// Something that agents are given and lose by actions, and that tests ask for.
 class PEDFLUX_API Token : public SimObject {
   public:
     using SimObject::SimObject;

@@ -10,7 +10,7 @@
 #include <memory>
 #include <vector>
 
-/// What people do: where they go, how they wait, what changes about them, and how such instructions are combined.
+/// What agents are told to do: where to go, how to wait, what to change, and how such instructions are combined.
 ///
 /// An action that takes time (going somewhere, waiting) becomes the agent's task until it is done; the others happen at
 /// once. Actions that are not part of a project share what they are given: tests, distributions, wait styles and other
@@ -18,8 +18,8 @@
 ///
 /// Lists of identifiers hold each of them once. What is refused throws Exception and changes nothing: a negative
 /// weight, lists of unequal length, destinations whose weights are all 0, a distribution that is not valid or out of
-/// its range, a part that is empty. Whether the identifiers belong to objects of the right kind is asked when an object
-/// of a project takes the action.
+/// its range, a part that is empty. Whether the identifiers belong to objects of the right kind is checked when an
+/// object of a project takes the action.
 namespace pedflux {
 
 class AgentTest;
@@ -94,7 +94,7 @@ class PEDFLUX_API AgentAction {
     virtual int GetChildActionCount();
     /// The child with a number from 0 on, in the order of `GetChildActions`.
     virtual std::shared_ptr<AgentAction> GetChildAction(int index);
-    /// The actions that stand directly in this one.
+    /// The direct children of this action.
     virtual std::vector<std::shared_ptr<AgentAction>> GetChildActions();
     /// A copy that shares nothing.
     virtual std::shared_ptr<AgentAction> Clone();
@@ -147,7 +147,7 @@ class PEDFLUX_API ExitSimulationAction : public AgentAction {
 // Going somewhere. The task is done when the agent arrives. Erasing the route history makes the agent forget what it
 // has passed, so that it may take the same way again.
 
-/// The agent goes to one of some areas: floors, connections or zones.
+/// The agent goes to one of several areas: floors, connections or zones.
 class PEDFLUX_API SeekAreaAction : public AgentAction {
   public:
     using AgentAction::AgentAction;
@@ -172,7 +172,7 @@ class PEDFLUX_API SeekAreaAction : public AgentAction {
     void SetEraseRouteHistory(bool erase);
 };
 
-/// The agent goes to one of some portals.
+/// The agent goes to one of several portals.
 class PEDFLUX_API SeekPortalAction : public AgentAction {
   public:
     using AgentAction::AgentAction;
@@ -197,7 +197,7 @@ class PEDFLUX_API SeekPortalAction : public AgentAction {
     void SetEraseRouteHistory(bool erase);
 };
 
-/// The agent goes to the start of one of some processes: to a server, or to a dispatch that sends it on to one.
+/// The agent goes to the start of one of several processes: to a server, or to a dispatch that sends it on to one.
 class PEDFLUX_API SeekProcessStartAction : public AgentAction {
   public:
     using AgentAction::AgentAction;
@@ -235,7 +235,7 @@ class PEDFLUX_API SeekZoneAction : public AgentAction {
     void SetEraseRouteHistory(bool erase);
 };
 
-/// The agent leaves a zone on the way that is the easiest. Done at once when it is not in the zone.
+/// The agent leaves a zone by the easiest way. Done at once when it is not in the zone.
 class PEDFLUX_API EvacuateZoneAction : public AgentAction {
   public:
     using AgentAction::AgentAction;
@@ -365,7 +365,7 @@ class PEDFLUX_API AddToTallyAction : public AgentAction {
     void SetValueToAdd(double value);
 };
 
-/// Gives tokens to the agent; one that it has already it keeps.
+/// Gives tokens to the agent. A token that it holds already is kept.
 class PEDFLUX_API AddTokensAction : public AgentAction {
   public:
     using AgentAction::AgentAction;
@@ -387,7 +387,7 @@ class PEDFLUX_API ClearTokensAction : public AgentAction {
     void SetTokens(std::vector<GlobalId> const& tokens);
 };
 
-/// The agent looks like another avatar.
+/// The agent gets another avatar.
 class PEDFLUX_API SetAvatarAction : public AgentAction {
   public:
     using AgentAction::AgentAction;
@@ -423,7 +423,7 @@ class PEDFLUX_API ClearColorAction : public AgentAction {
     ClearColorAction();
 };
 
-/// The agent finds its ways in a network of its own.
+/// The agent is routed in a network of its own.
 class PEDFLUX_API SetNetworkAction : public AgentAction {
   public:
     using AgentAction::AgentAction;
@@ -438,7 +438,7 @@ class PEDFLUX_API SetNetworkAction : public AgentAction {
     bool HasCustomNetwork();
 };
 
-/// The agent finds its ways as its profile says again.
+/// The agent is routed in the network of its profile again.
 class PEDFLUX_API ClearNetworkAction : public AgentAction {
   public:
     using AgentAction::AgentAction;
@@ -452,7 +452,7 @@ class PEDFLUX_API ClearHistoryAction : public AgentAction {
     ClearHistoryAction();
 };
 
-/// The agent drops all its tasks, also those of the actions that this one stands in.
+/// The agent drops all its tasks, including those of the actions that contain this one.
 class PEDFLUX_API ClearTasksAction : public AgentAction {
   public:
     using AgentAction::AgentAction;
@@ -491,8 +491,7 @@ class PEDFLUX_API ChooseFromSetAction : public AgentAction {
     void SetWeights(std::vector<double> const& weights);
 };
 
-/// Starts another action: the agent does it besides what it was told before, which it takes up again when the applied
-/// action is done.
+/// Starts another action. The agent interrupts what it was told before, and resumes it when the applied action is done.
 class PEDFLUX_API ApplyActionAction : public AgentAction {
   public:
     using AgentAction::AgentAction;
@@ -502,7 +501,7 @@ class PEDFLUX_API ApplyActionAction : public AgentAction {
     void SetAppliedAction(std::shared_ptr<AgentAction> const& action);
 };
 
-/// An action for those for whom a test is true.
+/// An action for agents that pass a test.
 class PEDFLUX_API IfThenAction : public AgentAction {
   public:
     using AgentAction::AgentAction;
@@ -515,7 +514,7 @@ class PEDFLUX_API IfThenAction : public AgentAction {
     void SetThenAction(std::shared_ptr<AgentAction> const& action);
 };
 
-/// An action for those for whom a test is true, and another one for the others.
+/// An action for agents that pass a test, and another one for all others.
 class PEDFLUX_API IfThenElseAction : public AgentAction {
   public:
     using AgentAction::AgentAction;

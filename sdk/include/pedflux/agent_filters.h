@@ -8,12 +8,12 @@
 #include <memory>
 #include <vector>
 
-/// Filters select agents: those in an area, those that an event created, those that walk slowly. Events, tallies and
-/// queries say with a filter whom they concern.
+/// Filters select agents: agents in an area, agents that an event created, agents that walk slowly. Events, tallies and
+/// queries use a filter to restrict the agents that they apply to.
 ///
-/// Filters nest, and outside of a project whoever holds a part can change it. An object to which a filter is given
-/// keeps a copy. A filter refers to objects by identifiers; that they name objects of the right kind is checked when an
-/// object of a project takes the filter.
+/// Filters nest, and outside of a project a part can be changed by everything that holds it. An object to which a
+/// filter is given keeps a copy. A filter refers to objects by identifiers; that they name objects of the right kind is
+/// checked when an object of a project takes the filter.
 namespace pedflux {
 
 class Transition;
@@ -56,7 +56,7 @@ enum class AgentActivity : int {
     RIDING = 6,      ///< is carried by an elevator or a vehicle
 };
 
-/// What has become of an agent by the end of the simulation.
+/// The state of an agent at the end of the simulation.
 enum class AgentStateAtSimulationEnd : int {
     EXITED = 0,  ///< it left as it was meant to
     INSIDE = 1,  ///< it is still there
@@ -87,7 +87,7 @@ class PEDFLUX_API AgentFilter {
     virtual int GetAgentFilterTypeId();
     /// A copy that shares nothing.
     virtual std::shared_ptr<AgentFilter> Clone();
-    /// The filters that stand directly in this one.
+    /// The direct children of this filter.
     virtual int GetChildFilterCount();
     /// @param index from 0 on
     /// @throws Exception for an index that no child has
@@ -173,7 +173,7 @@ class PEDFLUX_API CreatedByFilter : public AgentFilter {
     void SetEvent(GlobalId const& event);
 };
 
-/// Agents by what has become of them by the end of the simulation.
+/// Agents by their state at the end of the simulation.
 class PEDFLUX_API EndStateFilter : public AgentFilter {
   public:
     using AgentFilter::AgentFilter;
@@ -183,7 +183,7 @@ class PEDFLUX_API EndStateFilter : public AgentFilter {
     void SetAgentStateAtSimulationEnd(AgentStateAtSimulationEnd state);
 };
 
-/// Agents that came into the simulation at a place: a portal, a walkable object or a zone.
+/// Agents that entered the simulation at a place: a portal, a walkable object or a zone.
 class PEDFLUX_API EnteredAtFilter : public AgentFilter {
   public:
     using AgentFilter::AgentFilter;
@@ -223,8 +223,7 @@ class PEDFLUX_API InTripFilter : public AgentFilter {
     void SetTrip(std::shared_ptr<Trip> const& trip);
 };
 
-/// Agents where the crowd around them has a density within a range, both ends included. A new filter has no ends and
-/// selects every agent.
+/// Agents whose local density is within a range, both ends included. A new filter has no ends and selects every agent.
 class PEDFLUX_API LocalDensityFilter : public AgentFilter {
   public:
     using AgentFilter::AgentFilter;

@@ -10,13 +10,13 @@
 #include <memory>
 #include <vector>
 
-/// Tests ask one agent a question at the moment in which it decides: how old it is, where it came in, whether events
-/// are active, gates are open or a tally is high, or chance. Conditional actions and rules of access follow the answer.
+/// Conditions on an agent at the moment in which they are evaluated: its age, where it entered, whether events are
+/// active, gates are open or a tally is high, or chance. Conditional actions and access rules depend on the answer.
 ///
-/// Tests nest, and outside of a project whoever holds a part can change it. An object to which a test is given keeps a
-/// copy. A test refers to objects by identifiers; that they name objects of the right kind is checked when an object of
-/// a project takes the test. Where a filter names one object, the test names a list of them, each of them once. A test
-/// without any objects is not passed, unless it asks for something of all of them.
+/// Tests nest, and outside of a project a part can be changed by everything that holds it. An object to which a test is
+/// given keeps a copy. A test refers to objects by identifiers; that they name objects of the right kind is checked
+/// when an object of a project takes the test. Where a filter names one object, the test names a list of them, each of
+/// them once. A test without any objects is not passed, unless it asks for something of all of them.
 namespace pedflux {
 
 class Tally;
@@ -65,7 +65,7 @@ enum class TimeComparison : int {
     AFTER = 1,   ///< the test's time or later
 };
 
-/// A question to an agent.
+/// A condition on an agent.
 class PEDFLUX_API AgentTest {
   public:
     /// Used by the library.
@@ -76,7 +76,7 @@ class PEDFLUX_API AgentTest {
 
     /// The kind, an `AgentTestType`.
     virtual int GetAgentTestTypeId();
-    /// The tests that stand directly in this one.
+    /// The direct children of this test.
     virtual int GetChildTestCount();
     /// @param index from 0 on
     /// @throws Exception for an index that no child has
@@ -127,7 +127,7 @@ class PEDFLUX_API CreatedByTest : public AgentTest {
     void SetEvents(std::vector<GlobalId> const& events);
 };
 
-/// Whether the agent came into the simulation by one of the portals.
+/// Whether the agent entered the simulation through one of the portals.
 class PEDFLUX_API EnteredAtTest : public AgentTest {
   public:
     using AgentTest::AgentTest;
@@ -191,7 +191,7 @@ class PEDFLUX_API InAreaTest : public AgentTest {
     void SetAreas(std::vector<GlobalId> const& areas);
 };
 
-/// Whether the exit that the agent was given as it came into the simulation is one of the portals.
+/// Whether the exit that the agent was given when it entered the simulation is one of the portals.
 class PEDFLUX_API InitialExitTest : public AgentTest {
   public:
     using AgentTest::AgentTest;
@@ -252,7 +252,7 @@ class PEDFLUX_API TokenTest : public AgentTest {
     void SetLogicQuantifier(LogicQuantifier quantifier);
 };
 
-/// Whether chance is with the agent. It is drawn anew whenever the agent is tested.
+/// Whether a random draw succeeds. It is drawn anew whenever the agent is tested.
 class PEDFLUX_API RandomChanceTest : public AgentTest {
   public:
     using AgentTest::AgentTest;

@@ -82,7 +82,7 @@ class PEDFLUX_API AvailableSpace {
     std::shared_ptr<engine::FreeSpace const> space_;
 };
 
-/// What an agent that a program asks for is to be like. What is not set, the simulation chooses.
+/// The properties of an agent that a program requests. The simulation chooses those that are not set.
 class PEDFLUX_API AgentRequest {
   public:
     /// An agent that starts at a portal, at a walkable object or in a zone.
@@ -96,7 +96,8 @@ class PEDFLUX_API AgentRequest {
     void SetColor(Color const& color);
     /// Where the agent goes: a portal, a walkable object or a zone. Without a goal it stands where it starts.
     void SetGoal(GlobalId const& goal);
-    /// The profile that its speed and radius are drawn from. Otherwise a profile of default values.
+    /// The profile that its speed and radius are drawn from, as it was when the simulation was created. Otherwise a
+    /// profile of default values.
     void SetProfile(GlobalId const& profile);
     /// The point where it starts, on the start object.
     void SetPosition(Vec3d const& position);
@@ -153,7 +154,7 @@ class PEDFLUX_API Agent {
     double GetDesiredUnconstrainedSpeed();
     /// @param speed greater than 0 and at most 20 m/s
     void SetDesiredUnconstrainedSpeed(double speed);
-    /// The greatest speed where the agent is: that of stairs is lower.
+    /// The greatest speed at the agent's position, in metres per second: on stairs it is lower.
     double GetCurrentMaxSpeed();
     /// Metres walked since the agent entered, along inclines.
     double GetDistanceTraveled();
@@ -184,11 +185,11 @@ class PEDFLUX_API Agent {
     /// Takes a token away; one that the agent does not hold changes nothing.
     void RemoveToken(GlobalId const& token);
 
-    /// Whether the agent's ways are those of a network of the project, rather than all.
+    /// Whether the agent is restricted to a network of the project.
     bool HasNetwork();
     GlobalId GetNetwork();
     void SetNetwork(GlobalId const& network);
-    /// Lets the agent take all ways.
+    /// Lifts the restriction to a network.
     void SetNetworkToGlobal();
     /// The network is that of the agent's profile again.
     void ResetNetwork();
@@ -198,11 +199,11 @@ class PEDFLUX_API Agent {
     bool HasCurrentTaskGoalId();
     /// The objects that the current task leads to; of several, the agent goes to the first of them.
     std::vector<GlobalId> GetCurrentTaskGoalIds();
-    /// Gives an order that comes before all others; they go on when it is done.
+    /// Gives a task that comes before all others; they continue when it is done.
     void AddTaskAsActive(std::shared_ptr<Task> const& task);
-    /// Gives an order that comes after all others.
+    /// Gives a task that comes after all others.
     void AddTaskAsLast(std::shared_ptr<Task> const& task);
-    /// Forgets all orders; the agent stands.
+    /// Drops all tasks; the agent stands.
     void ClearTasks();
 
     /// Whether the agent rides, or waits for, an elevator.
@@ -232,7 +233,7 @@ class PEDFLUX_API Agent {
     /// Metres to walk.
     double GetDistanceToTargetWaypoint();
     double GetDistanceToTargetWaypointFrom(Vec3d const& position);
-    /// The level direction in which the way leads, of length 1; ZERO at the waypoint.
+    /// The level direction in which the path to the waypoint starts, of length 1; ZERO at the waypoint.
     Vec3d GetDirectionToTargetWaypoint();
     Vec3d GetDirectionToTargetWaypointFrom(Vec3d const& position);
     /// The nearest point at most `distance` metres away from which a way leads to the target waypoint; INVALID if there
@@ -240,11 +241,11 @@ class PEDFLUX_API Agent {
     Vec3d GetClosestPointWithPathToTargetWaypoint(double distance);
     Vec3d GetPointWithPathToTargetWaypointClosestTo(Vec3d const& position, double distance);
 
-    /// Whether the agent's body meets neither a wall nor another person.
+    /// Whether the agent's body touches neither a wall nor another agent.
     bool IsInOpenSpace();
-    /// Whether its body would not, at another place on its surface.
+    /// The same for its body at another position on its surface.
     bool IsInOpenSpace(Vec3d const& position);
-    /// The nearest place of that kind at most `distance` metres away; INVALID if there is none.
+    /// The nearest position of that kind at most `distance` metres away; INVALID if there is none.
     Vec3d GetClosestOpenPoint(double distance);
     Vec3d GetOpenPointClosestTo(Vec3d const& position, double distance);
     /// The nearest point of a wall at most `distance` metres away; empty if there is none.
@@ -256,7 +257,7 @@ class PEDFLUX_API Agent {
     AvailableSpace GetAvailableSpace(double distance);
     AvailableSpace GetAvailableSpaceAround(Vec3d const& position, double distance);
 
-    /// Takes the agent out of the simulation's hands: it stands, and moves only by MoveTo.
+    /// Gives the program control of the agent: it stands, and moves only by MoveTo.
     void AssumeControl();
     void ReleaseControl();
     /// Puts a controlled agent to a point of its surface, or of one that joins it. Throws Exception when the agent is

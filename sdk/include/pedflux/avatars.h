@@ -36,7 +36,7 @@ class PEDFLUX_API AvatarPreset {
     engine::Figure const* figure_;
 };
 
-/// The look of people: a mesh of its own, or that of a preset. The mesh is in metres about a person who stands at the
+/// How people are shown: a mesh of its own, or that of a preset. The mesh is in metres about a person who stands at the
 /// zero point on the plane y = 0 and looks forward, towards -z.
 class PEDFLUX_API Avatar : public SimObject {
   public:

@@ -1,6 +1,6 @@
 #pragma once
 
-/// The questions that triggers, tests and access rules share.
+/// Conditions that triggers, tests and access rules share.
 namespace pedflux {
 
 /// How two numbers are compared, the first one on the left.
@@ -27,7 +27,7 @@ enum class GateStateDirection : int {
     EITHER_WAY = 3,   ///< at least one of the two ways
 };
 
-/// Whether agents are let through. What is open only to agents who pass a test is open.
+/// Whether agents are let through. A gate or server that is open only to agents that pass a test counts as open.
 enum class AgentAccess : int {
     OPEN = 0,
     CLOSED = 1,

@@ -46,7 +46,8 @@ class PEDFLUX_API Database {
     bool HasAgent(int agent);
     /// The first frame that shows the agent.
     int GetAgentFirstFrame(int agent);
-    /// The last frame that shows the agent. Before the first one for an agent who left in the step in which it came.
+    /// The last frame that shows the agent. Before the first one for an agent that left in the step in which it
+    /// entered.
     int GetAgentLastFrame(int agent);
     /// All agents in the order of their numbers.
     std::vector<int> GetAllAgents();
@@ -59,8 +60,8 @@ class PEDFLUX_API Database {
     std::vector<GlobalId> GetAgentTokens(int agent, int frame);
     /// The agents on a walkable object in a frame, in the order of their numbers.
     std::vector<int> GetAgentsOnFloor(GlobalId const& floor, int frame);
-    /// Those of them whom a filter picks. Zones and named filters are those of the project as it was simulated. Throws
-    /// Exception for a filter that asks for what the run does not tell.
+    /// Those of them that a filter selects. Zones and named filters are those of the project as it was simulated.
+    /// Throws Exception for a filter that asks for what the run does not tell.
     std::vector<int> GetAgentsOnFloor(GlobalId const& floor, int frame, std::shared_ptr<AgentFilter> const& filter);
     int GetFloorPopulation(GlobalId const& floor, int frame);
     int GetFloorPopulation(GlobalId const& floor, int frame, std::shared_ptr<AgentFilter> const& filter);

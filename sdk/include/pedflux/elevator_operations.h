@@ -66,7 +66,7 @@ class PEDFLUX_API CallAnswerElevatorOperation : public ElevatorOperation {
     void SetReturnToRestFloorWhenIdle(bool returning);
 };
 
-/// Cars visit a list of floors, whoever calls.
+/// Cars visit a list of floors, whether or not they are called.
 class PEDFLUX_API OrderedListElevatorOperation : public ElevatorOperation {
   public:
     using ElevatorOperation::ElevatorOperation;
@@ -81,7 +81,7 @@ class PEDFLUX_API OrderedListElevatorOperation : public ElevatorOperation {
     void SetRepeatType(ElevatorOperationRepeatType repeat);
 };
 
-/// Cars stop at every floor that they serve, up and down again, so that nobody needs to call.
+/// Cars stop at every floor that they serve, up and down again, without calls.
 class PEDFLUX_API SabbathElevatorOperation : public ElevatorOperation {
   public:
     using ElevatorOperation::ElevatorOperation;

@@ -48,8 +48,8 @@ enum class ElevatorControlStyle : int {
 
 /// In which order a car works through its list of services.
 enum class ElevatorComputer : int {
-    COLLECTIVE = 0,  ///< those in its direction on the way, before it turns round
-    IN_ORDER = 1,    ///< as they stand in the list
+    COLLECTIVE = 0,  ///< the services in its direction on the way, before it reverses
+    IN_ORDER = 1,    ///< in the order of the list
 };
 
 /// What limits the persons in a car.
@@ -63,7 +63,7 @@ enum class ElevatorCapacityType : int {
 ///
 /// A car has doors on two opposite sides, called ball and box. Each side serves floors where people get in (boarding
 /// floors) and floors where they get out (alighting floors). A new elevator serves none; it answers calls on its own,
-/// and whoever waits for it stands still.
+/// and people who wait for it stand still.
 class PEDFLUX_API Elevator : public WalkableObject {
   public:
     using WalkableObject::WalkableObject;
@@ -86,7 +86,7 @@ class PEDFLUX_API Elevator : public WalkableObject {
     double GetDoorOpenDurationWhenUnused() const;
     /// The factor by which people weigh the time that they expect to wait for the elevator; 1 unless set.
     double GetQueueMultiplier() const;
-    /// What it costs those who fail the access test to count on the elevator, in seconds; 1000000 unless set.
+    /// The cost of the elevator for agents that fail the access test, in seconds; 1000000 unless set.
     double GetAccessAgentTestFailureCost() const;
     /// The radius of a person where the capacity comes from an area, metres; 0.2 unless set.
     double GetAgentRadiusForAreaCapacity() const;
@@ -153,9 +153,9 @@ class PEDFLUX_API Elevator : public WalkableObject {
     bool AreDoorsTransposed();
     void SetDoorsTransposed(bool transposed);
 
-    /// All floors that the ball side serves: those for boarding, then those for alighting alone.
+    /// All floors that the ball side serves: the boarding floors, then the floors for alighting alone.
     std::vector<GlobalId> GetBallFloors();
-    /// All floors that the box side serves: those for boarding, then those for alighting alone.
+    /// All floors that the box side serves: the boarding floors, then the floors for alighting alone.
     std::vector<GlobalId> GetBoxFloors();
     std::vector<GlobalId> GetBallBoardingFloors();
     std::vector<GlobalId> GetBallAlightingFloors();
@@ -190,7 +190,7 @@ class PEDFLUX_API Elevator : public WalkableObject {
     void SetElevatorOperation(std::shared_ptr<ElevatorOperation> const& operation);
 
     bool HasAccessAgentTest();
-    /// Who may use the elevator. A copy.
+    /// The test of agents that may use the elevator. A copy.
     std::shared_ptr<AgentTest> GetAccessAgentTest();
     void SetAccessAgentTest(std::shared_ptr<AgentTest> const& test);
     void ClearAccessAgentTest();
@@ -231,11 +231,11 @@ class PEDFLUX_API ElevatorBank : public Group {
     void SetElevatorOperation(std::shared_ptr<ElevatorOperation> const& operation);
 
     bool HasAccessAgentTest();
-    /// Who may use the elevators of the bank. A copy.
+    /// The test of agents that may use the elevators of the bank. A copy.
     std::shared_ptr<AgentTest> GetAccessAgentTest();
     void SetAccessAgentTest(std::shared_ptr<AgentTest> const& test);
     void ClearAccessAgentTest();
-    /// What it costs those who fail the access test to count on the bank, in seconds; 1000000 unless set.
+    /// The cost of the bank for agents that fail the access test, in seconds; 1000000 unless set.
     double GetAccessAgentTestFailureCost();
     /// @param cost 0 or more seconds
     void SetAccessAgentTestFailureCost(double cost);
@@ -269,7 +269,7 @@ class PEDFLUX_API ElevatorStop {
     std::string name_;
 };
 
-/// A stop that a car is to make, for those who go in a direction. In the order of the stops, then of the directions.
+/// A stop that a car is to make, for people who travel in a direction. Ordered by stop, then by direction.
 class PEDFLUX_API ElevatorService {
   public:
     /// No service: at the invalid stop, in no direction.
@@ -325,7 +325,8 @@ class PEDFLUX_API ElevatorCall {
     ElevatorDirection GetTripDirection();
     /// Whether its origin is valid.
     bool IsValid();
-    /// Where from, where to and who, as far as it is known: "Lobby UP", "Lobby to Roof by 12".
+    /// The origin, the direction or destination and the caller, as far as they are known: "Lobby UP", "Lobby to Roof by
+    /// 12".
     std::string GetString();
 
     bool InternalEquals(ElevatorCall const& other) const;
@@ -450,9 +451,9 @@ class PEDFLUX_API ElevatorCar {
 
     std::vector<std::shared_ptr<Agent>> GetManualAccessAgents();
     /// Lets only these agents use the car, whatever its access test says.
-    /// @param costWhenDenied what it costs the others to count on it, 0 or more seconds
+    /// @param costWhenDenied the cost of the elevator for all other agents, 0 or more seconds
     void SetManualAccessAgents(std::vector<std::shared_ptr<Agent>> const& agents, double costWhenDenied);
-    /// Whether manual access is set and the agent is one of those who have it.
+    /// Whether manual access is set and the agent has it.
     bool IsManualAccessAgent(std::shared_ptr<Agent> const& agent);
     bool HasManualAccess();
     void ClearManualAccess();

@@ -25,7 +25,7 @@ enum class EventColorSchemeType : int {
     SPECIFIED = 1,    ///< in a colour of their own
     LIGHTER = 2,      ///< as the event, half way to white
     DARKER = 3,       ///< as the event, half way to black
-    RULES = 4,        ///< as the first rule says whose test is true for the agent
+    RULES = 4,        ///< by the first rule whose test the agent passes
 };
 
 /// How long agents circulate, see `Circulate`.
@@ -38,7 +38,7 @@ enum class CirculationCommand : int {
     UNTIL_TIME_OR_COUNT = 5,    ///< until a time of the clock and a number of portals
 };
 
-// Whatever an event is given (a source, trigger, test, action, distribution, wait style, time) it keeps as a copy, and
+// An event keeps a copy of what it is given (a source, trigger, test, action, distribution, wait style, time), and
 // hands out copies. An empty one is refused unless said otherwise.
 
 /// An event that brings a population into the simulation when it starts.
@@ -71,16 +71,16 @@ class PEDFLUX_API SinglePopulationEvent : public SimObject {
     void SetInitialAction(std::shared_ptr<AgentAction> const& action);
 
     EventColorSchemeType GetColorSchemeType();
-    /// The colour that the scheme gives to the agents; of rules that for agents for whom no test is true.
+    /// The colour that the scheme gives to the agents; with rules, the colour of agents that pass none of the tests.
     Color GetColorSchemeColor();
     void SetColorSchemeEventColor();
     void SetColorSchemeSpecified(Color color);
     void SetColorSchemeLighter();
     void SetColorSchemeDarker();
-    /// Gives each agent the colour of the first test that is true for it when it comes into the simulation. The rules
-    /// last until another scheme is set.
+    /// Gives each agent the colour of the first test that it passes when it enters the simulation. The rules last until
+    /// another scheme is set.
     /// @param colors one for each test
-    /// @param fallback of the agents for whom no test is true
+    /// @param fallback of agents that pass none of the tests
     void SetColorSchemeRules(std::vector<std::shared_ptr<AgentTest>> const& tests, std::vector<Color> const& colors,
                              Color fallback);
     /// 0 for the other schemes.
@@ -96,9 +96,9 @@ class PEDFLUX_API Journey : public SinglePopulationEvent {
     using SinglePopulationEvent::SinglePopulationEvent;
 };
 
-/// People who leave a building. They are where the population source's origins are, and leave by its destinations. The
-/// people of an area stand spread over it from their arrival on, those of a portal come in by it. Each waits where it
-/// is for the pre-movement time and then walks to its destination.
+/// People who leave a building. They are where the population source's origins are, and leave by its destinations.
+/// People whose origin is an area stand spread over it from their arrival on; people whose origin is a portal enter
+/// through it. Each waits where it is for the pre-movement time and then walks to its destination.
 class PEDFLUX_API Evacuation : public SinglePopulationEvent {
   public:
     using SinglePopulationEvent::SinglePopulationEvent;
@@ -154,7 +154,7 @@ class PEDFLUX_API Circulate : public SinglePopulationEvent {
 /// span of the range, as soon as they are there, in the zone if there is one, and pass the test if there is one. A test
 /// of chance is drawn once in each span.
 ///
-/// A new broadcast is on all the time, and tells everybody to do nothing.
+/// A new broadcast is on all the time, and its action does nothing.
 class PEDFLUX_API Broadcast : public SimObject {
   public:
     using SimObject::SimObject;
@@ -178,9 +178,9 @@ class PEDFLUX_API Broadcast : public SimObject {
     void ClearZone();
 };
 
-/// Sends people on: who has been served at one of the sources, has reached it as its goal, or stands there without one,
-/// goes to the easiest sink: of several servers to the one with the fewest people, otherwise to the nearest. Both are
-/// servers, portals, floors, connections or zones; a new dispatch has none.
+/// Sends agents on from its sources: an agent that has been served at a source, has reached it as its goal, or stands
+/// there without one, goes to the easiest sink: of several servers to the one with the fewest agents, otherwise to the
+/// nearest. Both are servers, portals, floors, connections or zones; a new dispatch has none.
 class PEDFLUX_API Dispatch : public SimObject {
   public:
     using SimObject::SimObject;
@@ -192,7 +192,7 @@ class PEDFLUX_API Dispatch : public SimObject {
     /// @param sinks each of them once
     void SetSinks(std::vector<GlobalId> const& sinks);
 
-    /// Moves the mark that stands for the dispatch; people do not go there.
+    /// Moves the mark that shows the dispatch; no agent goes there.
     /// @param position metres
     void SetPosition(Vec3d const& position);
     /// Moves the mark to the middle of the sources and sinks; it stays where it is when there are none.

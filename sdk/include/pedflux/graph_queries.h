@@ -82,7 +82,7 @@ class PEDFLUX_API PopulationCountGraphQuery : public GraphQuery {
 };
 
 /// How many persons pass in each window: one series for each transition. A transition happens in the first frame that
-/// shows it. What the run does not tell, such as who passes servers, throws Exception.
+/// shows it. What the run does not record, such as passages of servers, throws Exception.
 class PEDFLUX_API FlowCountGraphQuery : public GraphQuery {
   public:
     using GraphQuery::GraphQuery;
@@ -91,8 +91,8 @@ class PEDFLUX_API FlowCountGraphQuery : public GraphQuery {
     /// Everybody unless set. The query keeps a copy; an empty one takes the filter away.
     void SetAgentFilter(std::shared_ptr<AgentFilter>& filter);
     void ClearFilter();
-    /// One series for each transition, copies of which the query keeps. Without transitions, one series counts who
-    /// leaves the simulation.
+    /// One series for each transition, copies of which the query keeps. Without transitions, one series counts the
+    /// persons that leave the simulation.
     void SetTransitions(std::vector<std::shared_ptr<Transition>> const& transitions);
 };
 
@@ -105,13 +105,13 @@ class PEDFLUX_API CumulativeFlowCountGraphQuery : public GraphQuery {
     /// Everybody unless set. The query keeps a copy; an empty one takes the filter away.
     void SetAgentFilter(std::shared_ptr<AgentFilter>& filter);
     void ClearFilter();
-    /// One series for each transition, copies of which the query keeps. Without transitions, one series counts who
-    /// leaves the simulation.
+    /// One series for each transition, copies of which the query keeps. Without transitions, one series counts the
+    /// persons that leave the simulation.
     void SetTransitions(std::vector<std::shared_ptr<Transition>> const& transitions);
 };
 
-/// The density that persons feel, in persons per square metre: its mean and its greatest value over the persons, as two
-/// series. A time without persons has no values. Each value is the mean over the samples of one window.
+/// The local density at the persons, in persons per square metre: its mean and its greatest value over the persons, as
+/// two series. A time without persons has no values. Each value is the mean over the samples of one window.
 class PEDFLUX_API AgentDensityGraphQuery : public GraphQuery {
   public:
     using GraphQuery::GraphQuery;
@@ -128,7 +128,7 @@ class PEDFLUX_API AgentDensityGraphQuery : public GraphQuery {
 
 // The kinds of query that follow are set, stored and opened like the others; this version does not evaluate them yet.
 
-/// How fast persons walk compared with the speed that they would like to walk at. Not evaluated yet.
+/// The ratio of the persons' walking speed to their desired speed. Not evaluated yet.
 class PEDFLUX_API AgentSpeedRatioGraphQuery : public GraphQuery {
   public:
     using GraphQuery::GraphQuery;

@@ -137,7 +137,7 @@ class PEDFLUX_API MaxDensityMapQuery : public DensityMapQuery {
     void SetTimeRange(TimeRange range);
 };
 
-/// The mean density over the time in which somebody was near, that is, within 2 m along both axes.
+/// The mean density over the time in which a person was near, that is, within 2 m along both axes.
 class PEDFLUX_API NonZeroAverageDensityMapQuery : public DensityMapQuery {
   public:
     using DensityMapQuery::DensityMapQuery;
@@ -147,8 +147,8 @@ class PEDFLUX_API NonZeroAverageDensityMapQuery : public DensityMapQuery {
     void SetTimeRange(TimeRange range);
 };
 
-/// The mean density that people met there: each frame counts as much as there were people, so it is the mean square of
-/// the density over its mean.
+/// The mean density that people experienced there: each frame is weighted by the number of people, so it is the mean
+/// square of the density over its mean.
 class PEDFLUX_API ExperiencedDensityMapQuery : public DensityMapQuery {
   public:
     using DensityMapQuery::DensityMapQuery;
@@ -169,9 +169,9 @@ class PEDFLUX_API InstantaneousDensityMapQuery : public DensityMapQuery {
 // A person is on the pixel that holds the centre of its body. Each frame stands for one frame length: seconds count
 // frames. With an agent filter, only the persons that it selects count, each at the times at which it does.
 
-/// How many seconds those who were on the pixel still needed until they left the simulation where they wanted to: the
-/// mean over all frames and persons on it. A person that never arrived does not count; a pixel without a person that
-/// arrived has no value.
+/// How many seconds persons on the pixel still needed until they left the simulation at their destination: the mean
+/// over all frames and persons on it. A person that never arrived does not count; a pixel without a person that arrived
+/// has no value.
 class PEDFLUX_API AgentTimeToExitMapQuery : public MapQuery {
   public:
     using MapQuery::MapQuery;
@@ -188,7 +188,7 @@ class PEDFLUX_API AgentTimeToExitMapQuery : public MapQuery {
     void SetTimeRange(TimeRange range);
 };
 
-/// How many seconds somebody was on the pixel.
+/// How many seconds the pixel was occupied.
 class PEDFLUX_API TimeOccupiedMapQuery : public MapQuery {
   public:
     using MapQuery::MapQuery;
@@ -205,8 +205,8 @@ class PEDFLUX_API TimeOccupiedMapQuery : public MapQuery {
     void SetTimeRange(TimeRange range);
 };
 
-/// How many seconds after the start of the time range, or of the run if that is later, somebody was on the pixel for
-/// the last time; 0 where nobody was.
+/// How many seconds after the start of the time range, or of the run if that is later, the pixel was occupied for the
+/// last time; 0 where it never was.
 class PEDFLUX_API TimeUntilClearMapQuery : public MapQuery {
   public:
     using MapQuery::MapQuery;
@@ -307,7 +307,7 @@ class PEDFLUX_API TimeInProximityMapQuery : public MapQuery {
 };
 
 /// The greatest number of others to whom a person on the pixel was close at one of the times that are sampled. A pixel
-/// on which nobody was then has no value.
+/// that was not occupied then has no value.
 class PEDFLUX_API MaximumProximityMapQuery : public MapQuery {
   public:
     using MapQuery::MapQuery;
@@ -399,8 +399,8 @@ class PEDFLUX_API VisionTimeAboveCountMapQuery : public MapQuery {
     void SetTimeRange(TimeRange range);
 };
 
-/// A map of the building itself, whoever is in it: of what it takes to reach an object. The object is named when the
-/// query is made and stays.
+/// A map of the building itself, independent of the people in it: the effort of reaching an object. The object is given
+/// when the query is made and stays.
 class PEDFLUX_API StaticMapQuery : public MapQuery {
   public:
     using MapQuery::MapQuery;

@@ -15,7 +15,7 @@ struct NetworkDefinitionAccess;
 }  // namespace engine
 
 /// Which of the elevators, escalators, paths, ramps and stairs of a project belong to a network: all of a kind, or only
-/// those that are named. The other network objects, such as floors, links, portals and servers, always belong to it.
+/// the named ones. The other network objects, such as floors, links, portals and servers, always belong to it.
 ///
 /// A new definition includes all of every kind. A definition is not part of a project: the identifiers in it are looked
 /// up when a network takes it, and the network keeps a copy.
@@ -47,7 +47,7 @@ class PEDFLUX_API NetworkDefinition {
     std::unique_ptr<engine::DefinedMembers> const members_;
 };
 
-/// The network objects that some people's ways may lead over.
+/// The network objects that the routes of some people may use.
 ///
 /// A new network has all network objects of the project as members, also those that are added later.
 class PEDFLUX_API Network : public SimObject {

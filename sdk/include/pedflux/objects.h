@@ -188,7 +188,7 @@ class PEDFLUX_API NetworkObject : public SceneObject {
     using SceneObject::SceneObject;
 
     bool HasDistanceAdded();
-    /// How much longer than they are routes over this object count, in metres, so that people avoid it.
+    /// The distance that is added to the length of routes over this object, in metres, so that people avoid it.
     double GetDistanceAdded();
     /// @param distance 0 or more metres
     void SetDistanceAdded(double distance);
@@ -266,14 +266,14 @@ class PEDFLUX_API ConnectionObject : public WalkableObject {
     /// Whether agents on the connection walk through barriers; not unless set.
     bool IsIgnoreBarriers();
     void SetIgnoreBarriers(bool ignore);
-    /// Whether agents on the connection take no heed of each other; not unless set.
+    /// Whether agents on the connection ignore each other; not unless set.
     bool IsIgnoreNeighbors();
     void SetIgnoreNeighbors(bool ignore);
     /// Whether agents who approach the connection press forward as in a queue; not unless set.
     bool HasQueuingForceOnApproach();
     void SetQueuingForceOnApproach(bool queuing);
 
-    /// Whether agents in one direction go first; not unless a priority direction is set.
+    /// Whether agents in one direction have priority; not unless a priority direction is set.
     bool HasPriority();
     ConnectionObjectDirection GetPriorityDirection();
     /// Gives priority to one direction. Both ways is refused, as it prefers none.
@@ -285,7 +285,7 @@ class PEDFLUX_API ConnectionObject : public WalkableObject {
     double GetPriorityDistance();
     /// Whether agents who wait to enter keep their turn.
     bool IsPriorityCommitWhenWaiting();
-    /// Whether agents with priority still let those pass who are already inside.
+    /// Whether agents with priority still let agents pass that are already inside.
     bool IsPriorityPrimaryYieldToSecondary();
 
     /// Whether the connection belongs to a route bank.

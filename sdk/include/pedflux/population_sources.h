@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-/// Who comes from where, goes where and arrives when.
+/// Origins, destinations, counts and arrival times of the people that events bring.
 ///
 /// Counts are real numbers, so that shares and multiples need not be rounded; the simulation rounds the total once and
 /// distributes the remainders so that it is met exactly. Numbers are finite and not negative. A list of identifiers
@@ -31,7 +31,7 @@ enum class PopulationSourceTypeId : int {
     OD_MATRIX = 6,              ///< `ODMatrixPopulationSource`
 };
 
-/// How a person gets one of the destinations.
+/// How a person's destination is chosen.
 enum class DestinationAssignment : int {
     BY_CHANCE = 0,           ///< drawn, all with equal chances
     BY_LOWEST_COST = 1,      ///< the one that is the easiest to reach when the person starts
@@ -69,8 +69,8 @@ class PEDFLUX_API PopulationArrival {
     static std::shared_ptr<PopulationArrival> CreateWeightedCurve(std::vector<DurationValuePair> const& periods);
 
     PopulationArrivalTypeId GetPopulationArrivalTypeId();
-    /// The time from the start until the last person can arrive, rounded up to whole seconds: 0 for an instant arrival,
-    /// the greatest value of a distribution, the sum of a curve's periods.
+    /// The time from the start to the last possible arrival, rounded up to whole seconds: 0 for an instant arrival, the
+    /// greatest value of a distribution, the sum of a curve's periods.
     int GetPopulationArrivalDurationInSeconds() const;
     /// A copy of the distribution; empty for the other kinds.
     std::shared_ptr<Distribution> GetDistribution();
@@ -281,7 +281,7 @@ class PEDFLUX_API SchedulePopulationSource : public PopulationSource {
                              std::vector<DurationValuePair> const& schedule);
     SchedulePopulationSource(SchedulePopulationSource const& other);
 
-    /// The length of each period and the persons who arrive in it.
+    /// The length of each period and the number of persons that arrive in it.
     std::vector<DurationValuePair> GetDurationPopulationPairs();
     void SetDurationPopulationPairs(std::vector<DurationValuePair> const& schedule);
 

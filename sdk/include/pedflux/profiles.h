@@ -11,8 +11,8 @@ namespace pedflux {
 class AgentAction;
 class Distribution;
 
-/// A kind of people: how fast and how large they are, and what they mind when they choose their way. Distributions are
-/// copied both when set and when read; a setter refuses an empty or invalid one, and one that leaves the range given.
+/// A kind of people: their speed, their size, and the costs by which they choose their route. Distributions are copied
+/// both when set and when read; a setter refuses an empty or invalid one, and one that leaves the range given.
 class PEDFLUX_API Profile : public SimObject {
   public:
     using SimObject::SimObject;
@@ -76,21 +76,21 @@ class PEDFLUX_API Profile : public SimObject {
     /// @param rate greater than 0 and at most 3600 degrees per second
     void SetTurnRateCapInDegreesAtMaxSpeed(double rate);
 
-    /// Whether people of the profile do something before they start on their way; nothing unless set.
+    /// Whether people of the profile have an initial action, done before they start to walk; none unless set.
     bool HasInitialAction();
     /// A copy of what they do first; empty when there is none.
     std::shared_ptr<AgentAction> GetInitialActionCopy();
     /// Keeps a copy of the action; an empty one takes it away.
     void SetInitialAction(std::shared_ptr<AgentAction> const& action);
 
-    /// Whether people of the profile have a look of their own.
+    /// Whether people of the profile have an avatar of their own.
     bool HasAvatar();
     GlobalId GetAvatar();
     /// @param avatar an avatar of the project
     void SetAvatar(GlobalId const& avatar);
     void ClearAvatar();
 
-    /// Whether people of the profile keep to a network; otherwise they walk wherever one can.
+    /// Whether people of the profile keep to a network; otherwise they use every walkable object.
     bool HasNetwork();
     GlobalId GetNetwork();
     /// @param network a network of the project

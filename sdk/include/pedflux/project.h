@@ -122,7 +122,7 @@ class Zone;
 /// A model: its objects, the settings of its simulation, its selection, and its file.
 ///
 /// One project may be the current one. Creating and opening a project makes it current; the one before stays open for
-/// whoever holds it. Closing the current project leaves none current.
+/// all that hold it. Closing the current project leaves none current.
 ///
 /// Each object has a name of its own and an identifier; both find it. A factory refuses a name that is not valid (see
 /// `SimObject::S_IsValidName`) or taken, and a mesh or list that its kind cannot have. A lookup finds objects of its
@@ -399,7 +399,7 @@ class PEDFLUX_API Project {
     std::shared_ptr<Server> GetServer(std::string const& name);
     std::vector<std::shared_ptr<Server>> GetServers();
 
-    /// A line across a walkable surface that counts who crosses it.
+    /// A line across a walkable surface that counts the agents that cross it.
     std::shared_ptr<Cordon> CreateCordon(std::string const& name, std::shared_ptr<MeshGeometry> const& mesh);
     std::shared_ptr<Cordon> GetCordon(GlobalId const& id);
     std::shared_ptr<Cordon> GetCordon(std::string const& name);
@@ -476,7 +476,7 @@ class PEDFLUX_API Project {
     std::shared_ptr<Dispatch> GetDispatch(std::string const& name);
     std::vector<std::shared_ptr<Dispatch>> GetDispatches();
 
-    /// An event that gives an action to people who are already there.
+    /// An event that gives an action to agents that are already in the simulation.
     std::shared_ptr<Broadcast> CreateBroadcast(std::string const& name);
     std::shared_ptr<Broadcast> GetBroadcast(GlobalId const& id);
     std::shared_ptr<Broadcast> GetBroadcast(std::string const& name);
@@ -730,7 +730,7 @@ class PEDFLUX_API Project {
     std::shared_ptr<AgentProcessChainTimeTableQuery> GetAgentProcessChainTimeTableQuery(std::string const& name);
     std::vector<std::shared_ptr<AgentProcessChainTimeTableQuery>> GetAgentProcessChainTimeTableQueries();
 
-    /// A query of who of a run was close to whom.
+    /// A query of which persons of a run were close to each other.
     std::shared_ptr<AgentProximityTableQuery> CreateAgentProximityTableQuery(std::string const& name,
                                                                              GlobalId const& simulationRun);
     std::shared_ptr<AgentProximityTableQuery> GetAgentProximityTableQuery(GlobalId const& id);
@@ -837,8 +837,8 @@ class PEDFLUX_API Project {
     std::vector<std::shared_ptr<SimulationOriginDestinationTimeTableQuery>>
     GetSimulationOriginDestinationTimeTableQueries();
 
-    /// The objects that can be reached directly from a walkable object or portal: those that it touches and a
-    /// connection's direction allows.
+    /// The objects that can be reached directly from a walkable object or portal: those that it touches, where a
+    /// connection's direction allows it.
     std::vector<GlobalId> GetNetworkObjectsConnectedFrom(GlobalId const& object);
     /// Those from which it can be reached directly.
     std::vector<GlobalId> GetNetworkObjectsConnectedTo(GlobalId const& object);

@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-/// What a building is made of. Made by a project with a mesh, or with the objects that they gather.
+/// The objects that a building is made of. A project makes them from a mesh, or from the objects that they group.
 namespace pedflux {
 
 class WaitStyle;
@@ -26,7 +26,7 @@ enum class ZoneMembershipStrategy : int {
     BASE_MEMBERS_AND_CONNECTIONS = 1,  ///< also the connections that join two of its base members
 };
 
-/// What the distance between agents who queue on a path is made of.
+/// How the distance between agents that queue on a path is determined.
 enum class QueueSpacingType : int {
     DISTANCE = 0,                            ///< a distance of its own for each agent
     PERSONAL_SPACE = 1,                      ///< the personal space of agents
@@ -34,7 +34,7 @@ enum class QueueSpacingType : int {
     SUM_OF_DISTANCE_AND_PERSONAL_SPACE = 3,  ///< both together
 };
 
-/// Whose personal space counts between two agents who queue one behind the other.
+/// The personal space that counts between two agents that queue one behind the other.
 enum class PersonalSpaceSelection : int {
     BEHIND = 0,   ///< that of the agent who stands behind
     AHEAD = 1,    ///< that of the agent ahead
@@ -45,11 +45,11 @@ enum class PersonalSpaceSelection : int {
 /// Which crossings a cordon counts.
 enum class CordonDirection : int {
     BOTH_WAYS = 0,
-    ONE_WAY = 1,  ///< those in the cordon's direction
+    ONE_WAY = 1,  ///< crossings in the cordon's direction
 };
 
-/// A level to walk on. The faces of its mesh that look upwards are walkable, whatever their outline; barriers take away
-/// from them.
+/// A level to walk on. The faces of its mesh that look upwards are walkable, whatever their outline; barriers reduce
+/// them.
 class PEDFLUX_API Floor : public WalkableObject {
   public:
     using WalkableObject::WalkableObject;
@@ -78,7 +78,7 @@ class PEDFLUX_API Portal : public NetworkObject {
     void SetAgentInitialPlacement(AgentInitialPlacement placement);
 
     bool HasEnterAction();
-    /// What agents do when they come into the model here. A copy; empty when there is none.
+    /// What agents do when they enter the model here. A copy; empty when there is none.
     std::shared_ptr<AgentAction> GetEnterActionCopy();
     void SetEnterAction(std::shared_ptr<AgentAction> const& action);
     bool HasWaypointAction();
@@ -159,8 +159,8 @@ class PEDFLUX_API Escalator : public ConnectionObject {
     double GetHorizontalTreadSpeed();
 };
 
-/// A line on walkable surfaces along which agents go one behind the other, such as a marked way or a line of waiting.
-/// Its shape is a polyline: its first point is the ball, its last one the box. The goal lines across its ends are 0.6 m
+/// A line on walkable surfaces along which agents go one behind the other, such as a marked way or a waiting line. Its
+/// shape is a polyline: its first point is the ball, its last one the box. The goal lines across its ends are 0.6 m
 /// wide.
 class PEDFLUX_API Path : public ConnectionObject {
   public:
@@ -201,8 +201,8 @@ class PEDFLUX_API Barrier : public SceneObject {
     using SceneObject::SceneObject;
 };
 
-/// A line across walkable surfaces that counts who crosses it: the long centre line of the smallest rectangle that
-/// holds its mesh as seen from above.
+/// A line across walkable surfaces that counts the agents that cross it: the long centre line of the smallest rectangle
+/// that holds its mesh as seen from above.
 class PEDFLUX_API Cordon : public SceneObject {
   public:
     using SceneObject::SceneObject;
@@ -217,7 +217,7 @@ class PEDFLUX_API Cordon : public SceneObject {
     bool IsDirectionInverted();
     void SetDirectionInverted(bool inverted);
 
-    /// Whether the cordon counts someone who crosses it in a direction. Who moves along the line never crosses it.
+    /// Whether the cordon counts an agent that crosses it in a direction. A movement along the line never crosses it.
     /// @param direction of any length; its finite x and z count
     bool WillCountInDirection(Vec3d const& direction);
 };

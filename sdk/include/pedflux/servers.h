@@ -28,12 +28,12 @@ class PEDFLUX_API Server : public NetworkObject {
     void ClearAccessRequiredTest();
 
     bool HasAccessPreferredTest();
-    /// The test of the agents who use this server rather than others. A copy.
+    /// The test of agents that prefer this server to others. A copy.
     std::shared_ptr<AgentTest> GetAccessPreferredTest();
     void SetAccessPreferredTest(std::shared_ptr<AgentTest> const& test);
     void ClearAccessPreferredTest();
 
-    /// Whether the number of agents who queue, with the one who is served, is limited; not unless set.
+    /// Whether the number of agents in the queue, including the one that is served, is limited; not unless set.
     bool HasCapacityLimit();
     /// The greatest number of agents. Of an automatic limit, as many as fit on the polyline with the spacing: the whole
     /// spacings in its length, and one more.
@@ -47,7 +47,7 @@ class PEDFLUX_API Server : public NetworkObject {
     void ClearCapacityLimit();
 
     bool HasContactTime();
-    /// The contact time of agents to whom no rule applies, in seconds. A copy.
+    /// The contact time of agents to which no rule applies, in seconds. A copy.
     std::shared_ptr<Distribution> GetContactTime();
     /// @param time a valid distribution of 0 or more seconds
     void SetContactTime(std::shared_ptr<Distribution> const& time);

@@ -51,7 +51,7 @@ class PEDFLUX_API SimulationOptions {
     std::vector<GlobalId> extraGoals_;
 };
 
-/// The simulated time. A clock that is kept does not keep its simulation; it throws Exception when that is gone.
+/// The simulated time. A clock does not keep its simulation alive; it throws Exception when that is gone.
 class PEDFLUX_API Clock {
   public:
     /// Used by the library.
@@ -82,13 +82,13 @@ class PEDFLUX_API FrameSummary {
     FrameSummary& operator=(FrameSummary&&) noexcept;
     ~FrameSummary();
 
-    /// The agents that came into the simulation.
+    /// The agents that entered the simulation.
     std::vector<std::shared_ptr<Agent>> GetCreatedAgents();
     /// The agents that left it.
     std::vector<std::shared_ptr<Agent>> GetDeletedAgents();
-    /// The agents that came onto a walkable object or in through a portal.
+    /// The agents that entered a walkable object, or the simulation through a portal.
     std::vector<std::shared_ptr<Agent>> GetAgentsThatEntered(GlobalId const& object);
-    /// The agents that went off a walkable object or out through a portal.
+    /// The agents that left a walkable object, or the simulation through a portal.
     std::vector<std::shared_ptr<Agent>> GetAgentsThatExited(GlobalId const& object);
     /// The agents that were given a token.
     std::vector<std::shared_ptr<Agent>> GetAgentsThatReceived(GlobalId const& token);
@@ -102,9 +102,9 @@ class PEDFLUX_API FrameSummary {
 /// A running simulation of a project.
 ///
 /// Creating it turns the project into a world of its own; what is changed in the project later does not reach it.
-/// Enabled objects take part: floors, links, stairs and ramps are walked on where their faces look upwards, less the
-/// barriers. Stairs, ramps and links join the floors that their ends come within 0.1 m of. Agents come by the project's
-/// events from portals, or stand on floors and in zones from the start, go to their destinations and leave there.
+/// Enabled objects take part: the walkable area of floors, links, stairs and ramps is where their faces look upwards,
+/// less the barriers. Stairs, ramps and links join the floors that their ends come within 0.1 m of. The project's
+/// events bring agents in at portals, on floors and in zones; they go to their destinations and leave there.
 ///
 /// A frame lasts one frame length of the project. It can be taken whole with Step, or in its parts with CreateAgents,
 /// ChooseAgentTargets and MoveAgents in this order, with the same result. Every frame is written to the run's database
@@ -136,16 +136,16 @@ class PEDFLUX_API Simulation {
 
     /// Takes one frame.
     FrameSummary Step();
-    /// Lets the agents in who are due and have room, and returns them.
+    /// Lets agents enter that are due and for which there is room, and returns them.
     std::vector<std::shared_ptr<Agent>> CreateAgents();
     /// Gives every agent its goal and the next point of its way.
     void ChooseAgentTargets();
-    /// Moves the agents, lets out who has arrived, and ends the frame.
+    /// Moves the agents, lets those leave that have arrived, and ends the frame.
     FrameSummary MoveAgents();
     /// Ends the simulation and finishes its database. Agents are not moved any more; everything can still be read.
     void Stop();
-    /// Whether all agents that the events plan have come and gone, or the project's duration is over, or the simulation
-    /// was stopped.
+    /// Whether all agents that the events plan have entered and left, or the project's duration is over, or the
+    /// simulation was stopped.
     bool IsDone();
     /// Whether frames can be taken: the simulation was not stopped.
     bool IsValid() const;
@@ -172,7 +172,7 @@ class PEDFLUX_API Simulation {
     std::vector<std::shared_ptr<Agent>> GetAgentsOn(GlobalId const& object);
     int GetPopulation(GlobalId const& object);
 
-    /// An agent who starts at a portal, on a walkable object or in a zone, and stands there. It comes at once; empty
+    /// An agent that starts at a portal, on a walkable object or in a zone, and stands there. It enters at once; empty
     /// when there is no room for it.
     std::shared_ptr<Agent> RequestNewAgent(GlobalId const& start);
     std::shared_ptr<Agent> RequestNewAgent(AgentRequest const& request);
@@ -191,17 +191,17 @@ class PEDFLUX_API Simulation {
     bool IsGateClosedToAll(GlobalId const& gate);
     bool IsGateClosedToAll(GlobalId const& gate, ConnectionObjectDirection direction);
 
-    /// Opens the entrance of a server: people may be served. It stays so until it is closed or reset.
+    /// Opens the entrance of a server: agents may be served. It stays so until it is closed or reset.
     void OpenServerEntrance(GlobalId const& server);
-    /// Nobody goes to be served any more; who is being served is served to the end.
+    /// No further agent is served; an agent that is being served is served to the end.
     void CloseServerEntrance(GlobalId const& server);
     /// Leaves the entrance to the project's rules again: open where none says otherwise.
     void ResetServerEntrance(GlobalId const& server);
     bool IsServerEntranceOpenToAll(GlobalId const& server);
     bool IsServerEntranceClosedToAll(GlobalId const& server);
-    /// Opens the exit of a server: who has been served may go on.
+    /// Opens the exit of a server: agents that have been served may go on.
     void OpenServerExit(GlobalId const& server);
-    /// Who has been served stays until the exit is opened.
+    /// An agent that has been served stays until the exit is opened.
     void CloseServerExit(GlobalId const& server);
     /// Leaves the exit to the project's rules again: open where none says otherwise.
     void ResetServerExit(GlobalId const& server);

@@ -58,7 +58,7 @@ enum class ElevatorQueryViewType : int {
     BY_STOP = 2,      ///< all of one stop
 };
 
-/// What a row of a table about who is close to whom stands for.
+/// What a row of a proximity table stands for.
 enum class AgentProximityTableViewType : int {
     INTERACTIONS = 0,          ///< two persons while they are close to each other
     BY_AGENT = 1,              ///< one person and all who come close to it
@@ -104,7 +104,7 @@ class PEDFLUX_API TableQuery : public SimObject {
 
 /// The persons who are in the simulation during the time range, a row for each: name of the origin, of the destination
 /// and of the profile; when it came, when it was last there and how long that was; whether it arrived; how far it
-/// walked, in metres; its mean speed, in metres per second; the mean and the greatest density that it felt, in persons
+/// walked, in metres; its mean speed, in metres per second; the mean and the greatest local density at it, in persons
 /// per square metre. Way, speed and densities are those within the time range.
 class PEDFLUX_API AgentSummaryTableQuery : public TableQuery {
   public:
@@ -151,7 +151,7 @@ class PEDFLUX_API AgentAreaTimeTableQuery : public TableQuery {
 };
 
 /// How long persons were at each level of service, a row for each person and a column for each level from A to F, in
-/// seconds. The density that a person feels is judged by the walkway standard, and on stairs by the stairway standard
+/// seconds. The local density at a person is judged by the walkway standard, and on stairs by the stairway standard
 /// (Fruin 1971).
 class PEDFLUX_API AgentLevelOfServiceTimeTableQuery : public TableQuery {
   public:
@@ -180,8 +180,8 @@ class PEDFLUX_API AgentTransitionTableQuery : public TableQuery {
 };
 
 /// What the tables of origins and destinations have in common. A table counts persons by where they came from and where
-/// they left, and by the names of these places. Who was still there in the last frame has left nowhere and does not
-/// count, nor does who was taken out because of an error.
+/// they left, and by the names of these places. Persons who were still there in the last frame have left nowhere and do
+/// not count, nor do persons who were taken out because of an error.
 class PEDFLUX_API OriginDestinationMatrixTableQuery : public TableQuery {
   public:
     using TableQuery::TableQuery;
@@ -198,7 +198,7 @@ class PEDFLUX_API OriginDestinationMatrixTableQuery : public TableQuery {
 };
 
 /// How many persons went from where to where: a row and a column for each of the portals, or a row for each two of them
-/// between which somebody went.
+/// between which a person went.
 class PEDFLUX_API SimulationOriginDestinationCountTableQuery : public OriginDestinationMatrixTableQuery {
   public:
     using OriginDestinationMatrixTableQuery::OriginDestinationMatrixTableQuery;
@@ -221,7 +221,7 @@ class PEDFLUX_API SimulationOriginDestinationCountTableQuery : public OriginDest
 };
 
 /// How many seconds persons took from where to where: a row and a column for each of the portals, or a row for each two
-/// of them between which somebody went. In the matrix, two portals between which nobody went have an empty text.
+/// of them between which a person went. In the matrix, two portals between which nobody went have an empty text.
 class PEDFLUX_API SimulationOriginDestinationTimeTableQuery : public OriginDestinationMatrixTableQuery {
   public:
     using OriginDestinationMatrixTableQuery::OriginDestinationMatrixTableQuery;
@@ -247,8 +247,9 @@ class PEDFLUX_API SimulationOriginDestinationTimeTableQuery : public OriginDesti
 };
 
 /// How many persons went across an area from where to where: a row for each object from which they came into it and a
-/// column for each object to which they left it, or a row for each two of them. For who came into the simulation in the
-/// area, or left it there, the object is the origin or the destination. Here the time range holds ways across the area.
+/// column for each object to which they left it, or a row for each two of them. For persons who entered the simulation
+/// in the area, or left it there, the object is the origin or the destination. Here the time range holds ways across
+/// the area.
 class PEDFLUX_API AreaOriginDestinationCountTableQuery : public OriginDestinationMatrixTableQuery {
   public:
     using OriginDestinationMatrixTableQuery::OriginDestinationMatrixTableQuery;
@@ -262,11 +263,11 @@ class PEDFLUX_API AreaOriginDestinationCountTableQuery : public OriginDestinatio
     void SetZone(std::shared_ptr<Zone> const& zone);
 };
 
-/// Who is close to whom, and how long: two persons on the same object, no further apart than a distance. Being apart
-/// for a short while does not end it, being close for a short while does not count. INTERACTIONS has a row for each
-/// time that two persons are close: their numbers, start, end and duration; ONE_WAY_INTERACTIONS the same for each
-/// subject and each target; BY_AGENT a row for each person: with how many others it was close, how often, and how long
-/// altogether.
+/// Which persons are close to each other, and how long: two persons on the same object, no further apart than a
+/// distance. Being apart for a short while does not end it, being close for a short while does not count. INTERACTIONS
+/// has a row for each time that two persons are close: their numbers, start, end and duration; ONE_WAY_INTERACTIONS the
+/// same for each subject and each target; BY_AGENT a row for each person: with how many others it was close, how often,
+/// and how long altogether.
 class PEDFLUX_API AgentProximityTableQuery : public TableQuery {
   public:
     using TableQuery::TableQuery;

@@ -58,8 +58,8 @@ enum class TallyValueType : int {
 /// Results that leave the range of a double are the number of that sign with the greatest magnitude, so that a tally is
 /// a finite number in every frame.
 ///
-/// A tally shares the tallies that it is made of with whoever else holds them. An object to which a tally is given
-/// keeps a copy.
+/// A tally shares the tallies that it is made of with everything else that holds them. An object to which a tally is
+/// given keeps a copy.
 class PEDFLUX_API Tally {
   public:
     /// Used by the library.
@@ -81,7 +81,7 @@ class PEDFLUX_API Tally {
     virtual std::vector<std::shared_ptr<Tally>> GetChildTallies();
     virtual ~Tally();
 
-    /// The tallies that this one is made of, those that they are made of and so on, each before its own.
+    /// All nested tallies: those that this one is made of, those that they are made of and so on, each before its own.
     std::vector<std::shared_ptr<Tally>> GetAllNestedChildTallies();
 
   protected:
@@ -91,7 +91,7 @@ class PEDFLUX_API Tally {
     friend engine::NodeAccess;
 };
 
-/// How many people are in some areas: floors, connections, zones and other places. Who is in several of them counts
+/// How many people are in some areas: floors, connections, zones and other places. An agent in several of them counts
 /// once.
 class PEDFLUX_API AreaPopulationTally : public Tally {
   public:
@@ -290,9 +290,8 @@ class PEDFLUX_API MinTally : public Tally {
 /// - a variable, a clock and a sum over time are running totals: a clock moves on by the length of the frame, a sum by
 ///   the value of its expression, and what is added becomes part of the total. The bounds hold for the total, so that
 ///   one that reached its maximum leaves it with the next smaller addition;
-/// - all others are measured anew in every frame, and what was added since the last reset is put on top. The bounds
-/// hold
-///   for the outcome.
+/// - all others are measured anew in every frame, and what was added since the last reset is added on top. The bounds
+///   hold for the outcome.
 ///
 /// A reset sets the total, or what is put on top, to the default value, of which a new one is drawn each time, and lets
 /// aggregates over time start again. A value starts as by a reset, or with a value of its own instead of the default.

@@ -6,8 +6,8 @@
 #include <memory>
 #include <vector>
 
-/// Orders that a program gives to one agent while a simulation runs. A task never changes; it can be given to any
-/// number of agents. Whether its objects are part of the simulated project is asked when an agent is given the task.
+/// What a program tells one agent to do while a simulation runs. A task never changes; it can be given to any number of
+/// agents. Whether its objects are part of the simulated project is checked when an agent is given the task.
 namespace pedflux {
 
 class WaitStyle;
@@ -17,7 +17,7 @@ struct TaskAccess;
 struct TaskOrder;
 }  // namespace engine
 
-/// An order to an agent.
+/// A task of an agent.
 class PEDFLUX_API Task {
   public:
     Task(Task const&) = delete;
@@ -50,7 +50,7 @@ class PEDFLUX_API FollowSignTask : public Task {
     FollowSignTask(std::vector<GlobalId> const& routeObjects, bool eraseRouteHistory);
 };
 
-/// The agent goes to a floor, connection or zone; of several to the one that is the easiest to reach.
+/// The agent goes to a floor, connection or zone; of several to the one that is easiest to reach.
 class PEDFLUX_API SeekAreaTask : public Task {
   public:
     explicit SeekAreaTask(GlobalId const& area);
@@ -59,7 +59,7 @@ class PEDFLUX_API SeekAreaTask : public Task {
     SeekAreaTask(std::vector<GlobalId> const& areas, bool eraseRouteHistory);
 };
 
-/// The agent goes to a portal; of several to the one that is the easiest to reach.
+/// The agent goes to a portal; of several to the one that is easiest to reach.
 class PEDFLUX_API SeekPortalTask : public Task {
   public:
     explicit SeekPortalTask(GlobalId const& portal);

@@ -53,13 +53,14 @@ class PEDFLUX_API Trip {
 /// The files of a timetable. Each is a table: a first line with the names of the columns in any order, then one line
 /// for each entry. Further columns are ignored.
 enum class TimetableFileType : int {
-    /// What others happen relative to, such as departures: `name`, each once; `time` of day as 8:05 or 08:05:30.
+    /// Reference times, such as departures: `name`, each once; `time` of day as 8:05 or 08:05:30.
     REFERENCE_EVENTS = 0,
-    /// Who takes part: `group`, each once; `count` of persons; `origin`, the name of the place that they come from; and
-    /// `profile`, the name of their profile. Without a profile, or without that column, the default profile holds.
+    /// The groups of people: `group`, each once; `count` of persons; `origin`, the name of the place that they come
+    /// from; and `profile`, the name of their profile. Without a profile, or without that column, the default profile
+    /// holds.
     POPULATIONS = 1,
-    /// Who is where and when: `group`; `event`, the reference event; `offset`, seconds after it, or before it when
-    /// negative; `place`, the name of the place; `duration` of the stay in seconds.
+    /// Where each group is and when: `group`; `event`, the reference event; `offset`, seconds after it, or before it
+    /// when negative; `place`, the name of the place; `duration` of the stay in seconds.
     ACTIVITIES = 2,
 };
 
@@ -94,7 +95,7 @@ class PEDFLUX_API Timetable : public SimObject {
     /// The reference events in the order of their file.
     std::vector<std::string> GetReferenceEventNames();
 
-    /// The profile of those for whom the files name none; invalid when none is set.
+    /// The profile of groups for which the files name none; invalid when none is set.
     GlobalId GetDefaultProfile();
     /// An invalid identifier takes the profile away.
     void SetDefaultProfile(GlobalId const& profile);

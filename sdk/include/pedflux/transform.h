@@ -11,7 +11,7 @@ namespace pedflux {
 
 /// A group of scene objects that are placed together: scaled about the zero point, then turned about the x, y and z
 /// axes in this order, then moved. Changing it moves its items from where the old placement had put them to where the
-/// new one puts them; an object that comes in is placed, one that goes out is put back.
+/// new one puts them; an object that is added is placed, one that is removed is put back.
 class PEDFLUX_API Transform : public Group {
   public:
     using Group::Group;

@@ -120,7 +120,7 @@ class PEDFLUX_API CordonTransition : public Transition {
     void SetCordon(GlobalId const& cordon);
 };
 
-/// An agent comes into an area: a portal, floor, connection, zone or volume.
+/// An agent enters an area: a portal, floor, connection, zone or volume.
 class PEDFLUX_API EnterAreaTransition : public Transition {
   public:
     using Transition::Transition;
@@ -130,7 +130,7 @@ class PEDFLUX_API EnterAreaTransition : public Transition {
     void SetArea(GlobalId const& area);
 };
 
-/// An agent goes out of an area: a portal, floor, connection, zone or volume.
+/// An agent leaves an area: a portal, floor, connection, zone or volume.
 class PEDFLUX_API ExitAreaTransition : public Transition {
   public:
     using Transition::Transition;
@@ -160,7 +160,7 @@ class PEDFLUX_API ExitServerTransition : public Transition {
     void SetServer(GlobalId const& server);
 };
 
-/// An agent comes into the simulation at an object: a portal, floor, connection or zone.
+/// An agent enters the simulation at an object: a portal, floor, connection or zone.
 class PEDFLUX_API EnterSimulationTransition : public Transition {
   public:
     using Transition::Transition;

@@ -51,9 +51,9 @@ enum class TriggerRangeType : int {
     WHENEVER = 4,        ///< `WheneverTriggerRange`
 };
 
-/// Says when. An instant fires at moments: when the clock shows a time, when an event starts. An interval holds for
-/// spans of time: while an event is active, while a gate is open. Where an instant is needed and an interval is given,
-/// the interval fires each time it begins to hold, as it does when it holds as the simulation starts.
+/// A condition in time. An instant fires at moments: when the clock shows a time, when an event starts. An interval
+/// holds for spans of time: while an event is active, while a gate is open. Where an instant is needed and an interval
+/// is given, the interval fires each time it begins to hold, as it does when it holds as the simulation starts.
 ///
 /// An object to which a trigger is given keeps a copy; triggers and ranges that are not part of a project share it.
 class PEDFLUX_API Trigger {
@@ -143,7 +143,7 @@ class PEDFLUX_API EventStartTimeTrigger : public Trigger {
     void SetOffsetInSeconds(int offset);
 };
 
-/// Holds while the clock, in whole seconds, compares to a time as asked: with LESS_THAN before the time, with EQUAL for
+/// Holds while the clock, in whole seconds, compares to a time as given: with LESS_THAN before the time, with EQUAL for
 /// the one second that the clock shows it. Until a time after an event's start or before the simulation's end is known,
 /// it does not hold.
 class PEDFLUX_API ClockInRangeTrigger : public Trigger {
@@ -207,8 +207,8 @@ class PEDFLUX_API ServerStateTrigger : public Trigger {
     void SetAgentAccess(AgentAccess access);
 };
 
-/// Holds while a tally compares to a number or to another tally as asked. The tallies are shared with whoever else
-/// holds them.
+/// Holds while a tally compares to a number or to another tally as given. The tallies are shared with everything else
+/// that holds them.
 class PEDFLUX_API TallyTrigger : public Trigger {
   public:
     using Trigger::Trigger;
@@ -225,7 +225,7 @@ class PEDFLUX_API TallyTrigger : public Trigger {
     void SetSecondTally(std::shared_ptr<Tally> const& tally);
 };
 
-/// What the trigger of a `TriggerObject` is. No trigger object leads back to itself by its names.
+/// The trigger of a `TriggerObject`. No trigger object refers back to itself by names.
 class PEDFLUX_API NamedTrigger : public Trigger {
   public:
     using Trigger::Trigger;
@@ -357,7 +357,7 @@ class PEDFLUX_API TransitionCountTrigger : public Trigger {
 
     std::shared_ptr<Trigger> GetChildTrigger();
     void SetChildTrigger(std::shared_ptr<Trigger> const& child);
-    /// Shared with whoever else holds it.
+    /// Shared with everything else that holds it.
     std::shared_ptr<Transition> GetTransition();
     void SetTransition(std::shared_ptr<Transition> const& transition);
     int GetTargetValue() const;
@@ -410,7 +410,7 @@ class PEDFLUX_API NoneOfTrigger : public Trigger {
 /// Spans of time that a trigger starts. A span of seconds begins with the moment of its start, and the moment at which
 /// the seconds have passed is the first that does not belong to it.
 ///
-/// An object to which a range is given keeps a copy. A range shares its triggers with whoever else holds them.
+/// An object to which a range is given keeps a copy. A range shares its triggers with everything else that holds them.
 class PEDFLUX_API TriggerRange {
   public:
     /// Used by the library.

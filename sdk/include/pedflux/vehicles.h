@@ -70,7 +70,8 @@ class PEDFLUX_API Vehicle : public SimObject {
     int GetBoardingTimeOffsetInSeconds();
     void SetBoardingTimeOffsetInSeconds(int offset);
 
-    // A schedule with the people that each arrival brings. What an operation does not name is no longer by schedule.
+    // A schedule with the people that each arrival brings. A population that an operation does not name is no longer by
+    // schedule.
 
     /// @param populations persons who alight, one number for each arrival, 0 or more
     void SetArrivalByScheduleWithAlightingPopulations(std::vector<int> const& offsets,
@@ -92,8 +93,9 @@ class PEDFLUX_API Vehicle : public SimObject {
     std::vector<DurationValuePair> GetArrivalByScheduleTimeAndAlightingPopulationPairs();
     std::vector<DurationValuePair> GetArrivalByScheduleTimeAndThroughPopulationPairs();
 
-    // A table of intervals, the first from the start time on, with the people that each arrival within them brings; who
-    // arrives later brings as many as the last interval says. What an operation does not name is no longer by table.
+    // A table of intervals, the first from the start time on, with the people that each arrival within them brings;
+    // later arrivals bring as many as those of the last interval. A population that an operation does not name is no
+    // longer by table.
 
     /// @param intervals their durations, at least 1 s each
     /// @param populations persons who alight, one number for each interval, 0 or more
@@ -116,13 +118,13 @@ class PEDFLUX_API Vehicle : public SimObject {
     std::vector<DurationValuePair> GetLookupTableDurationAndAlightingPopulationPairs();
     std::vector<DurationValuePair> GetLookupTableDurationAndThroughPopulationPairs();
 
-    // Boarding. None unless set; the doors are open to those who board.
+    // Boarding. None unless set; the doors are open to all people who board.
 
     bool HasBoardingPopulation();
     void ClearBoardingPopulation();
     /// @throws Exception when there is none
     std::shared_ptr<PopulationSource> GetBoardingPopulationSource();
-    /// @param source who comes for each arrival of the vehicle
+    /// @param source the people who come for each arrival of the vehicle
     void SetBoardingPopulationSource(std::shared_ptr<PopulationSource> const& source);
     bool IsBoardingAccessOpenToAll();
     bool IsBoardingAccessOpenToBoarders();
@@ -133,10 +135,10 @@ class PEDFLUX_API Vehicle : public SimObject {
     /// @throws Exception when the access is not by a test
     std::shared_ptr<AgentTest> GetBoardingAccessAgentTest();
 
-    // Alighting. Nobody unless set; the doors are open to those who alight.
+    // Alighting. None unless set; the doors are open to all people who alight.
 
     bool HasAlightingPopulation();
-    /// Nobody alights then; where people would come from and go to stays.
+    /// Nobody alights then; origins and destinations stay set.
     void ClearAlightingPopulation();
     bool IsAlightingPopulationBySchedule();
     bool IsAlightingPopulationByLookupTable();
@@ -179,10 +181,10 @@ class PEDFLUX_API Vehicle : public SimObject {
     /// @throws Exception when the access is not by a test
     std::shared_ptr<AgentTest> GetAlightingAccessAgentTest();
 
-    // Through. Nobody unless set.
+    // Through. None unless set.
 
     bool HasThroughPopulation();
-    /// Nobody stays in the vehicle then; where people would stand stays.
+    /// Nobody stays in the vehicle then; origins stay set.
     void ClearThroughPopulation();
     bool IsThroughPopulationBySchedule();
     bool IsThroughPopulationByLookupTable();
@@ -199,7 +201,7 @@ class PEDFLUX_API Vehicle : public SimObject {
     std::shared_ptr<Distribution> GetThroughPopulationRandomDistribution();
     /// @throws Exception when the population is not by a percentage
     std::shared_ptr<Distribution> GetThroughPopulationPercentageCapacityDistribution();
-    /// Whether those who stay in the vehicle stand in the model rather than only count; not unless set.
+    /// Whether people who stay in the vehicle are simulated rather than only counted; not unless set.
     bool IsThroughPopulationCreatedInScene();
     void SetThroughPopulationCreatedInScene(bool created);
 
@@ -246,11 +248,11 @@ class PEDFLUX_API Vehicle : public SimObject {
     void SetColorSchemeLighter(VehiclePopulationType population);
     void SetColorSchemeDarker(VehiclePopulationType population);
     void SetColorSchemeSpecified(VehiclePopulationType population, Color color);
-    /// The colour that the scheme gives to the people; of rules that of people for whom no test is true.
+    /// The colour that the scheme gives to the people; with rules, the colour of people who pass none of the tests.
     Color GetColorSchemeColor(VehiclePopulationType population);
-    /// Gives each person the colour of the first test that is true for it. The rules last until another scheme is set.
+    /// Gives each person the colour of the first test that it passes. The rules last until another scheme is set.
     /// @param colors one for each test
-    /// @param fallback of the people for whom no test is true
+    /// @param fallback of people who pass none of the tests
     void SetColorSchemeRules(VehiclePopulationType population, std::vector<std::shared_ptr<AgentTest>> const& tests,
                              std::vector<Color> const& colors, Color fallback);
     /// 0 for the other schemes.

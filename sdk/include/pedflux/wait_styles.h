@@ -67,7 +67,8 @@ class PEDFLUX_API SpreadOutWaitStyle : public WaitStyle {
     SpreadOutWaitStyle();
 };
 
-/// People wait in a wait space that is assigned to them by chance. Who finds no room there waits in the fallback style.
+/// People wait in a wait space that is assigned to them by chance. People who find no room there wait in the fallback
+/// style.
 class PEDFLUX_API AssignedWaitSpaceWaitStyle : public WaitStyle {
   public:
     using WaitStyle::WaitStyle;
@@ -77,20 +78,21 @@ class PEDFLUX_API AssignedWaitSpaceWaitStyle : public WaitStyle {
     /// @throws Exception for lists of unequal length
     AssignedWaitSpaceWaitStyle(std::vector<GlobalId> const& spaces, std::vector<double> const& weights);
 
-    /// The style of those who find no room. To stand still unless set.
+    /// The style of people who find no room. Standing still unless set.
     WaitStyleTypeId GetFallbackWaitStyleId();
     void SetFallbackWaitStyleStandStill();
     void SetFallbackWaitStyleSpreadOut();
 };
 
-/// People wait in the wait space that costs them least to reach. Who finds no room there waits in the fallback style.
+/// People wait in the wait space that costs them least to reach. People who find no room there wait in the fallback
+/// style.
 class PEDFLUX_API LowestCostWaitSpaceWaitStyle : public WaitStyle {
   public:
     using WaitStyle::WaitStyle;
     /// @param spaces wait spaces, each of them once
     explicit LowestCostWaitSpaceWaitStyle(std::vector<GlobalId> const& spaces);
 
-    /// The style of those who find no room. To stand still unless set.
+    /// The style of people who find no room. Standing still unless set.
     WaitStyleTypeId GetFallbackWaitStyleId();
     void SetFallbackWaitStyleStandStill();
     void SetFallbackWaitStyleSpreadOut();

@@ -4,16 +4,15 @@
 #include "engine/model/document.h"
 #include "engine/model/kind.h"
 #include "engine/results/run_writer.h"
+#include "tests/engine/refusal.h"
 
 #include <pedflux/database.h>
-#include <pedflux/exception.h>
 #include <pedflux/graph_queries.h>
 #include <pedflux/graphs.h>
 #include <pedflux/map_queries.h>
 
 #include <cmath>
 #include <filesystem>
-#include <functional>
 #include <numbers>
 
 #include <gmock/gmock.h>
@@ -27,15 +26,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
-
-std::string refusal_of(std::function<void()> const& action) {
-    try {
-        action();
-    } catch (Exception const& exception) {
-        return exception.GetMessage();
-    }
-    return "nothing was refused";
-}
 
 Surface square(GlobalId const& id, double side) {
     return {id, "Square", SurfaceKind::LEVEL, {{{{0, 0}, {side, 0}, {side, side}, {0, side}}, {}}}, {}};
@@ -96,10 +86,10 @@ class Queries : public testing::Test {
     ~Queries() override { std::filesystem::remove(path); }
 
     template <class State>
-    std::shared_ptr<typename State::Face> query(std::string const& name) {
+    std::shared_ptr<typename State::Handle> query(std::string const& name) {
         auto& state = document.add<State>(name);
         state.run = run_id;
-        return std::static_pointer_cast<typename State::Face>(document.face_of(state));
+        return std::static_pointer_cast<typename State::Handle>(document.handle_of(state));
     }
     /// The value of the map in the middle.
     template <class Query>
@@ -153,11 +143,11 @@ TEST_F(Queries, ColoursAreThoseOfTheScaleOrTheProgramsOwn) {
     average->SetCustomColorFunction(custom);
     EXPECT_TRUE(average->UsesCustomColorFunction());
     EXPECT_EQ(average->GenerateColorFunctionForWalkableObject(floor_id)->GetMaxValue(), 9);
-    EXPECT_NE(refusal_of([&] {
-                  average->SetLevelOfServiceColorFunction(LevelOfServiceColorFunctionTypeId::IATA_WAIT_CIRCULATE,
-                                                          static_cast<ColorTransition>(5));
-              }),
-              "nothing was refused");
+    EXPECT_THAT(refusal_of([&] {
+                    average->SetLevelOfServiceColorFunction(LevelOfServiceColorFunctionTypeId::IATA_WAIT_CIRCULATE,
+                                                            static_cast<ColorTransition>(5));
+                }),
+                HasSubstr("must be one of STEPS (0), GRADUAL (1), not 5"));
     EXPECT_EQ(average->GetLevelOfServiceColorFunctionTypeId(), LevelOfServiceColorFunctionTypeId::FRUIN_BY_OBJECT);
     EXPECT_TRUE(average->UsesCustomColorFunction()) << "a refused scale changes nothing";
     EXPECT_THAT(refusal_of([&] { average->GenerateColorFunctionForWalkableObject(zone_id); }),
@@ -171,8 +161,10 @@ TEST_F(Queries, WhatCannotBeAnsweredIsRefused) {
     EXPECT_THAT(refusal_of([&] { average->Evaluate(); }), HasSubstr("Floor 'Annex' did not take part"));
     average->SetSimulationRunId(document.add<SimulationRunState>("Empty").id);
     EXPECT_THAT(refusal_of([&] { average->Evaluate(); }), HasSubstr("SimulationRun 'Empty' has no results"));
-    EXPECT_NE(refusal_of([&] { average->SetSimulationRunId(floor_id); }), "nothing was refused");
-    EXPECT_NE(refusal_of([&] { average->SetMapDisplayObjects({run_id}); }), "nothing was refused");
+    EXPECT_THAT(refusal_of([&] { average->SetSimulationRunId(floor_id); }),
+                HasSubstr("a simulation run, not that of Floor 'Square'"));
+    EXPECT_THAT(refusal_of([&] { average->SetMapDisplayObjects({run_id}); }),
+                HasSubstr("other walkable object, not that of SimulationRun 'Run'"));
 }
 
 TEST_F(Queries, PopulationIsCountedByAreaAndWindow) {
@@ -193,8 +185,10 @@ TEST_F(Queries, PopulationIsCountedByAreaAndWindow) {
     ASSERT_THAT(both->GetSeries(), SizeIs(2));
     EXPECT_EQ(both->GetSeries()[0]->GetName(), "Zone");
     EXPECT_EQ(both->GetSeries()[0]->GetValues()[0].GetZ(), 0.75);
-    EXPECT_NE(refusal_of([&] { count->SetWindowSizeInSeconds(0); }), "nothing was refused");
-    EXPECT_NE(refusal_of([&] { count->SetAreaIds({run_id}); }), "nothing was refused");
+    EXPECT_THAT(refusal_of([&] { count->SetWindowSizeInSeconds(0); }),
+                HasSubstr("windowSizeInSeconds must be at least 1, not 0"));
+    EXPECT_THAT(refusal_of([&] { count->SetAreaIds({run_id}); }),
+                HasSubstr("a walkable object or a zone, not that of SimulationRun 'Run'"));
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include "tests/engine/behaviour/time_rules.h"
+#include "tests/engine/refusal.h"
 
 #include <pedflux/access_rules.h>
 #include <pedflux/agent_tests.h>
@@ -22,7 +23,7 @@ TEST_F(AccessRules, BeginAsDocumented) {
     EXPECT_TRUE(gates->IsCommandToOpen());
     EXPECT_EQ(gates->GetCommandDirection(), ConnectionObjectDirection::BOTH_WAYS);
     EXPECT_FALSE(gates->HasAgentTest());
-    EXPECT_THAT(refusal([&] { gates->GetAgentTest(); }), HasSubstr("GateAccess 'Gates' has no agentTest"));
+    EXPECT_THAT(refusal_of([&] { gates->GetAgentTest(); }), HasSubstr("GateAccess 'Gates' has no agentTest"));
     EXPECT_TRUE(servers->IsCommandToOpen());
     EXPECT_EQ(servers->GetCommandAccessPoint(), ServerAccessPoint::ENTRANCE_AND_EXIT);
     EXPECT_EQ(servers->GetTriggerRange()->GetTriggerRangeTypeId(), static_cast<int>(TriggerRangeType::ALL_SIMULATION));
@@ -32,7 +33,7 @@ TEST_F(AccessRules, CommandOneThing) {
     gates->SetCommandToClose(ConnectionObjectDirection::BALL_TO_BOX);
     EXPECT_TRUE(gates->IsCommandToClose());
     EXPECT_FALSE(gates->IsCommandToOpen());
-    EXPECT_THAT(refusal([&] { gates->SetCommandToOpen(static_cast<ConnectionObjectDirection>(9)); }),
+    EXPECT_THAT(refusal_of([&] { gates->SetCommandToOpen(static_cast<ConnectionObjectDirection>(9)); }),
                 HasSubstr("commandDirection must be one of"));
     EXPECT_TRUE(gates->IsCommandToClose());
     EXPECT_EQ(gates->GetCommandDirection(), ConnectionObjectDirection::BALL_TO_BOX);
@@ -46,8 +47,8 @@ TEST_F(AccessRules, CommandOneThing) {
 template <class Access>
 void expect_cycles(Access& access) {
     EXPECT_FALSE(access.HasCycle());
-    EXPECT_THAT(refusal([&] { access.GetCycleOnDurationInSeconds(); }), HasSubstr("has no cycle"));
-    EXPECT_THAT(refusal([&] { access.SetCycleOffDurationInSeconds(0); }),
+    EXPECT_THAT(refusal_of([&] { access.GetCycleOnDurationInSeconds(); }), HasSubstr("has no cycle"));
+    EXPECT_THAT(refusal_of([&] { access.SetCycleOffDurationInSeconds(0); }),
                 HasSubstr("offDurationInSeconds must be at least 1 s, not 0"));
     EXPECT_FALSE(access.HasCycle());
     access.SetCycleOffDurationInSeconds(20);
@@ -58,7 +59,7 @@ void expect_cycles(Access& access) {
     EXPECT_EQ(access.GetCycleOffDurationInSeconds(), 20);
     access.ClearCycle();
     EXPECT_FALSE(access.HasCycle());
-    EXPECT_THAT(refusal([&] { access.GetCycleOffDurationInSeconds(); }), HasSubstr("has no cycle"));
+    EXPECT_THAT(refusal_of([&] { access.GetCycleOffDurationInSeconds(); }), HasSubstr("has no cycle"));
 }
 
 TEST_F(AccessRules, CycleOnceEitherPartIsSet) {
@@ -88,7 +89,7 @@ TEST_F(AccessRules, ConcernObjectsOfOneKind) {
         {[&] { document.remove(*document.find(link)); }, "Gates"},
         {[&] { document.remove(*document.find(server)); }, "Servers"},
     };
-    for (auto const& [action, message] : refused) EXPECT_THAT(refusal(action), HasSubstr(message));
+    for (auto const& [action, message] : refused) EXPECT_THAT(refusal_of(action), HasSubstr(message));
     EXPECT_THAT(gates->GetGatedObjects(), SizeIs(1));
     EXPECT_THAT(servers->GetServers(), SizeIs(1));
 }
@@ -141,7 +142,7 @@ TEST_F(AccessRules, TimesKeepTheirFrame) {
         {[&] { TimeReference::AfterEventStart(GlobalId::INVALID, 1); }, "needs the identifier of an event"},
         {[&] { TimeReference::BeforeSimulationEnd(-2); }, "-2 s"},
     };
-    for (auto const& [action, message] : refused) EXPECT_THAT(refusal(action), HasSubstr(message));
+    for (auto const& [action, message] : refused) EXPECT_THAT(refusal_of(action), HasSubstr(message));
     EXPECT_EQ(SharedValue<TimeReference>::value(*object->GetTimeReference()).seconds, 43'200);
 }
 

@@ -14,8 +14,8 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-using Action = Rule<AgentAction>;
-using Actions = RuleList<AgentAction>;
+using Action = NodePointerOf<AgentAction>;
+using Actions = NodeList<AgentAction>;
 using Type = AgentActionTypeId;
 
 /// A world of one agent, which holds tokens and arrives when the test says so.
@@ -23,17 +23,20 @@ struct FakeScene : ActionScene {
     explicit FakeScene(ActionProgram const& compiled) : plan(compiled) {}
 
     double now() const override { return clock; }
-    bool passes(int test) override {
+    /// The orders of these tests are nothing but their actions.
+    ActionProgram const& actions_of(OrderProgram const& order) const override {
+        return reinterpret_cast<ActionProgram const&>(order);
+    }
+    bool put_test(int test) override {
         auto* const token = dynamic_cast<TokenTest*>(plan.tests[static_cast<std::size_t>(test)].get());
         return token != nullptr && tokens.contains(token->GetTokens().front().GetString());
     }
-    std::optional<double> time_of(int time) const override {
-        auto const& reference = plan.times[static_cast<std::size_t>(time)];
+    std::optional<double> time_of(TimeInFrame const& reference) const override {
         if (reference.frame == TimeReferenceFrame::AFTER_EVENT_START) return std::nullopt;
         return reference.seconds;
     }
-    bool has_arrived(ActionTask const&) override { return std::exchange(arrived, false); }
-    void happen(ActionNode const& node) override {
+    bool pursue(ActionTask const&) override { return std::exchange(arrived, false); }
+    void happen(ActionEffect, ActionNode const& node) override {
         happened.push_back(node.type);
         for (auto token : plan.objects_of(node)) {
             if (node.type == Type::ADD_TOKENS) tokens.insert(token.GetString());
@@ -288,12 +291,51 @@ TEST_F(ActionStacks, OrdersAreActionsOfTheirKind) {
     EXPECT_THAT(scene.happened, ElementsAre(Type::EXIT_SIMULATION));
 }
 
+TEST_F(ActionStacks, OrdersHaveActionsOfTheirOwnForAsLongAsTheyLast) {
+    auto const order = [](Task const& task) {
+        auto const program = std::make_shared<ActionProgram>();
+        EXPECT_EQ(compile(*program, order_of(task)), 0);
+        return std::shared_ptr<OrderProgram const>(program, reinterpret_cast<OrderProgram const*>(program.get()));
+    };
+    auto first = order(WaitForDurationTask(3, standing));
+    auto second = order(WaitUntilTimeTask(8, standing));
+    std::weak_ptr<OrderProgram const> const lasting_first = first;
+    std::weak_ptr<OrderProgram const> const lasting_second = second;
+    begin(wait(2));
+    start(stack, 0, std::move(first));
+    start_last(stack, 0, std::move(second));
+
+    auto task = advance(plan, stack, draws, scene);
+    ASSERT_TRUE(task);
+    EXPECT_EQ(task->order, lasting_first.lock());
+    auto const former = *std::exchange(task, std::nullopt);
+    scene.clock = 3;
+    task = advance(plan, stack, draws, scene);
+    ASSERT_TRUE(task);
+    EXPECT_EQ(task->order, nullptr) << "the project's action goes on";
+    EXPECT_NE(*task, former);
+    scene.clock = 5;
+    task = advance(plan, stack, draws, scene);
+    ASSERT_TRUE(task);
+    EXPECT_EQ(task->order, lasting_second.lock());
+    EXPECT_EQ(task->node, former.node);
+    EXPECT_NE(*task, former) << "orders are told apart";
+    scene.clock = 8;
+    task = advance(plan, stack, draws, scene);
+    EXPECT_FALSE(task);
+    EXPECT_TRUE(lasting_second.expired()) << "an order that is done stays in memory";
+
+    start(stack, 0, order(ExitTask()));
+    EXPECT_EQ(step(), std::nullopt);
+    EXPECT_THAT(scene.happened, ElementsAre(Type::EXIT_SIMULATION));
+}
+
 TEST_F(ActionStacks, NamedActionsAreCompiledOnce) {
     auto const object = create<AgentActionObjectState>("Named");
     object->SetAgentAction(wait(2));
     NamedAction const named(object->GetId());
     begin(in_order({std::make_shared<NamedAction>(named), std::make_shared<NamedAction>(named)}));
-    EXPECT_THAT(plan.laws, SizeIs(1));
+    EXPECT_THAT(plan.distributions, SizeIs(1));
     EXPECT_EQ(seconds_until_done(), 4);
     object->SetAgentAction(wait(5));
     begin(std::make_shared<NamedAction>(named));

@@ -1,5 +1,6 @@
 #include "engine/behaviour/actions/agent_action_states.h"
 #include "tests/engine/behaviour/agent_rules.h"
+#include "tests/engine/refusal.h"
 
 #include <pedflux/geometry.h>
 
@@ -12,8 +13,8 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-using Action = Rule<AgentAction>;
-using Actions = RuleList<AgentAction>;
+using Action = NodePointerOf<AgentAction>;
+using Actions = NodeList<AgentAction>;
 
 #define STAND_IN(Class, KIND, Base)                          \
     struct Class##State : Base {                             \
@@ -139,19 +140,19 @@ TEST_F(AgentActions, KnowTheirChildren) {
     EXPECT_EQ(list.GetChildAction(1), leaf);
     EXPECT_THAT(list.GetAllNestedChildActions(), ElementsAre(repeated, branch, leaf, otherwise, leaf));
     EXPECT_EQ(leaf->GetChildActionCount(), 0);
-    EXPECT_THAT(refusal([&] { list.GetChildAction(2); }), HasSubstr("ListAction: there is no child 2, it has 2"));
-    EXPECT_THAT(refusal([&] { list.GetChildAction(-1); }), HasSubstr("there is no child -1"));
+    EXPECT_THAT(refusal_of([&] { list.GetChildAction(2); }), HasSubstr("ListAction: there is no child 2, it has 2"));
+    EXPECT_THAT(refusal_of([&] { list.GetChildAction(-1); }), HasSubstr("there is no child -1"));
 }
 
 TEST_F(AgentActions, CannotHoldThemselves) {
     auto const inner = std::make_shared<ApplyActionAction>(nothing());
     auto const outer = std::make_shared<RepeatForeverAction>(inner);
-    EXPECT_THAT(refusal([&] { inner->SetAppliedAction(inner); }), HasSubstr("must not be or hold"));
-    EXPECT_THAT(refusal([&] { inner->SetAppliedAction(outer); }), HasSubstr("must not be or hold"));
+    EXPECT_THAT(refusal_of([&] { inner->SetAppliedAction(inner); }), HasSubstr("must not be or hold"));
+    EXPECT_THAT(refusal_of([&] { inner->SetAppliedAction(outer); }), HasSubstr("must not be or hold"));
     EXPECT_EQ(inner->GetAppliedAction()->GetAgentActionTypeId(), static_cast<int>(AgentActionTypeId::DO_NOTHING));
     ChooseFromSetAction const set({inner}, {1});
     auto const choice = std::make_shared<ChooseFromSetAction>(set);
-    EXPECT_THAT(refusal([&] { choice->AddChildAction(choice, 1); }), HasSubstr("must not be or hold"));
+    EXPECT_THAT(refusal_of([&] { choice->AddChildAction(choice, 1); }), HasSubstr("must not be or hold"));
     EXPECT_EQ(choice->GetChildActionCount(), 1);
 }
 
@@ -196,7 +197,7 @@ TEST_F(AgentActions, WaitWhenDoneEarlyOnlyWithAStyle) {
     action.SetWaitIfDoActionDoneEarly(standing);
     EXPECT_TRUE(action.IsWaitIfDoActionDoneEarly());
     EXPECT_EQ(action.GetWaitStyle(), standing);
-    EXPECT_THAT(refusal([&] { action.SetWaitIfDoActionDoneEarly(nullptr); }),
+    EXPECT_THAT(refusal_of([&] { action.SetWaitIfDoActionDoneEarly(nullptr); }),
                 HasSubstr("DoUntilTestFailsAction: waitIfDoActionDoneEarly must be given, not empty"));
     EXPECT_TRUE(action.IsWaitIfDoActionDoneEarly());
     action.ClearWaitIfDoActionDoneEarly();
@@ -207,7 +208,7 @@ TEST_F(AgentActions, DestinationsTellHowTheyAreChosen) {
     SeekPortalAction seek({portal, exit}, {1, 3}, false);
     EXPECT_TRUE(seek.UsesManualWeights());
     EXPECT_EQ(seek.GetDestinationAssignment(), DestinationAssignment::WEIGHTED_BY_CHANCE);
-    EXPECT_THAT(refusal([&] {
+    EXPECT_THAT(refusal_of([&] {
                     seek.SetAssignedPortals({portal, exit}, {1, 2, 3});
                 }),
                 HasSubstr("portals must be as many as their weights, which number 3, not 2"));
@@ -237,16 +238,26 @@ TEST_F(AgentActions, ChoicesAreEditedAllOrNothing) {
     EXPECT_EQ(choice.GetWeight(1), 5);
 
     auto const before = written(choice.Clone());
-    for (auto const& action : std::vector<std::function<void()>>{
-             [&] { choice.AddChildAction(nothing(), -1); }, [&] { choice.AddChildAction(nullptr, 1); },
-             [&] { choice.SetChildAction(2, nothing()); }, [&] { choice.SetChildAction(0, nullptr); },
-             [&] { choice.SetWeight(-1, 1); }, [&] { choice.SetWeight(0, std::numeric_limits<double>::quiet_NaN()); },
-             [&] { choice.SetWeights({1}); },
-             [&] {
-                 choice.SetChildActions({nothing(), nullptr});
-             },
-             [&] { static_cast<void>(choice.GetWeight(2)); }}) {
-        EXPECT_NE(refusal(action), "");
+    struct Case {
+        std::function<void()> change;
+        char const* message;
+    };
+    for (auto const& [change, message] : std::vector<Case>{
+             {[&] { choice.AddChildAction(nothing(), -1); }, "weights.2 must be at least 0, not -1"},
+             {[&] { choice.AddChildAction(nullptr, 1); }, "childActions.2 must be given, not empty"},
+             {[&] { choice.SetChildAction(2, nothing()); }, "there is no child 2, it has 2"},
+             {[&] { choice.SetChildAction(0, nullptr); }, "childActions.0 must be given, not empty"},
+             {[&] { choice.SetWeight(-1, 1); }, "there is no weight -1, it has 2"},
+             {[&] { choice.SetWeight(0, std::numeric_limits<double>::quiet_NaN()); },
+              "weights.0 must be at least 0, not nan"},
+             {[&] { choice.SetWeights({1}); }, "must be as many as their weights, which number 1, not 2"},
+             {[&] {
+                  choice.SetChildActions({nothing(), nullptr});
+              },
+              "childActions.1 must be given, not empty"},
+             {[&] { static_cast<void>(choice.GetWeight(2)); }, "there is no weight 2, it has 2"},
+         }) {
+        EXPECT_THAT(refusal_of(change), HasSubstr(message));
         EXPECT_EQ(written(choice.Clone()), before);
     }
 
@@ -306,7 +317,7 @@ TEST_F(AgentActions, RefuseWhatMakesNoSense) {
         {[&] { RepeatForeverAction{Action()}; }, "repeatAction must be given, not empty"},
         {[&] { SetNetworkAction().GetCustomNetwork(); }, "SetNetworkAction has no customNetwork"},
     };
-    for (auto const& [action, message] : cases) EXPECT_THAT(refusal(action), HasSubstr(message));
+    for (auto const& [action, message] : cases) EXPECT_THAT(refusal_of(action), HasSubstr(message));
 }
 
 TEST_F(AgentActions, ReferToObjectsOfTheRightKind) {
@@ -333,13 +344,13 @@ TEST_F(AgentActions, ReferToObjectsOfTheRightKind) {
     };
     auto const before = written(named->GetAgentAction());
     for (auto const& [action, message] : cases) {
-        EXPECT_THAT(refusal([&, &given = action] { named->SetAgentAction(given); }), HasSubstr(message));
+        EXPECT_THAT(refusal_of([&, &given = action] { named->SetAgentAction(given); }), HasSubstr(message));
         EXPECT_EQ(written(named->GetAgentAction()), before);
     }
 
     named->SetAgentAction(std::make_shared<IfThenAction>(holds(token), std::make_shared<SeekZoneAction>(zone)));
-    EXPECT_THAT(refusal([&] { document.remove(*document.find(token)); }), HasSubstr("Named"));
-    EXPECT_THAT(refusal([&] { document.remove(*document.find(zone)); }), HasSubstr("Named"));
+    EXPECT_THAT(refusal_of([&] { document.remove(*document.find(token)); }), HasSubstr("Named"));
+    EXPECT_THAT(refusal_of([&] { document.remove(*document.find(zone)); }), HasSubstr("Named"));
     named->SetAgentAction(nothing());
     document.remove(*document.find(zone));
     EXPECT_EQ(document.find(zone), nullptr);
@@ -354,7 +365,7 @@ TEST_F(AgentActions, NamedOnesNeverLeadBackToThemselves) {
     named->SetAgentAction(call(second));
     second->SetAgentAction(call(third));
     for (auto const& object : {named, second, third}) {
-        EXPECT_THAT(refusal([&] { third->SetAgentAction(call(object)); }),
+        EXPECT_THAT(refusal_of([&] { third->SetAgentAction(call(object)); }),
                     HasSubstr("AgentActionObject 'Third': agentAction must be an action that does not lead back"));
     }
     EXPECT_EQ(third->GetAgentAction()->GetAgentActionTypeId(), static_cast<int>(AgentActionTypeId::DO_NOTHING));
@@ -363,7 +374,7 @@ TEST_F(AgentActions, NamedOnesNeverLeadBackToThemselves) {
     auto const twice = std::make_shared<ListAction>(Actions{call(third), call(third)}, ListActionAssignment::IN_ORDER);
     second->SetAgentAction(twice);
     state_of<AgentActionObjectState>(*third).action = call(named);
-    EXPECT_THAT(refusal([&] { from_text(to_text(document), kinds_with_actions()); }), HasSubstr("lead back"));
+    EXPECT_THAT(refusal_of([&] { from_text(to_text(document), kinds_with_actions()); }), HasSubstr("lead back"));
 }
 
 TEST_F(AgentActions, AnObjectKeepsACopyAndOthersShare) {

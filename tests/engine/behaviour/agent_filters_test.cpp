@@ -1,4 +1,6 @@
+#include "engine/model/codec.h"
 #include "tests/engine/behaviour/agent_rules.h"
+#include "tests/engine/refusal.h"
 
 #include <limits>
 
@@ -9,8 +11,8 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-using Filter = Rule<AgentFilter>;
-using Filters = RuleList<AgentFilter>;
+using Filter = NodePointerOf<AgentFilter>;
+using Filters = NodeList<AgentFilter>;
 
 Filter everyone() { return std::make_shared<AllAgentsFilter>(); }
 
@@ -116,7 +118,7 @@ TEST_F(AgentFilters, KnowTheirChildren) {
         ASSERT_EQ(static_cast<int>(children.size()), count);
         for (int i = 0; i < count; ++i) EXPECT_EQ(filter->GetChildFilter(i), children[static_cast<std::size_t>(i)]);
         for (int const wrong : {-1, count}) {
-            EXPECT_THAT(refusal([&] { filter->GetChildFilter(wrong); }),
+            EXPECT_THAT(refusal_of([&] { filter->GetChildFilter(wrong); }),
                         HasSubstr("there is no child " + std::to_string(wrong) + ", it has " + std::to_string(count)));
         }
     }
@@ -143,19 +145,19 @@ TEST_F(AgentFilters, CombineCopies) {
         ASSERT_TRUE(range);
         EXPECT_EQ(range->GetRangeMin(), 1);
     }
-    EXPECT_THAT(refusal([&] { speed->And(nullptr); }),
+    EXPECT_THAT(refusal_of([&] { speed->And(nullptr); }),
                 HasSubstr("CompoundFilter: secondChildFilter must be given, not empty"));
 }
 
 TEST_F(AgentFilters, RangesStayInOrder) {
     LocalDensityFilter density;
     EXPECT_FALSE(density.HasRangeMin() || density.HasRangeMax());
-    EXPECT_THAT(refusal([&] { density.GetRangeMax(); }), HasSubstr("LocalDensityFilter has no rangeMax"));
+    EXPECT_THAT(refusal_of([&] { density.GetRangeMax(); }), HasSubstr("LocalDensityFilter has no rangeMax"));
     density.SetRangeMax(2);
     EXPECT_FALSE(density.HasRangeMin());
-    EXPECT_THAT(refusal([&] { density.SetRangeMin(3); }),
+    EXPECT_THAT(refusal_of([&] { density.SetRangeMin(3); }),
                 HasSubstr("LocalDensityFilter: rangeMin must be at most rangeMax, 2, not 3"));
-    EXPECT_THAT(refusal([&] { density.SetDensityRange(1, std::numeric_limits<double>::quiet_NaN()); }),
+    EXPECT_THAT(refusal_of([&] { density.SetDensityRange(1, std::numeric_limits<double>::quiet_NaN()); }),
                 HasSubstr("rangeMax must be at least 0"));
     EXPECT_FALSE(density.HasRangeMin());
     EXPECT_EQ(density.GetRangeMax(), 2);
@@ -171,7 +173,7 @@ TEST_F(AgentFilters, RangesStayInOrder) {
     named->SetAgentFilter(AgentFilter::Negated(speed));
     Json project = Json::parse(to_text(document));
     project["objects"].back()["agentFilter"] = file;
-    EXPECT_THAT(refusal([&] { from_text(project.dump(), known_kinds()); }),
+    EXPECT_THAT(refusal_of([&] { from_text(project.dump(), known_kinds()); }),
                 HasSubstr("agentFilter.negatedFilter.rangeMin must be at most rangeMax, 1, not 3"));
 }
 
@@ -203,7 +205,7 @@ TEST_F(AgentFilters, ListsAreEditedAllOrNothing) {
         {[&] { holder->SetNegatedFilter(holder); }, "must not be or hold the NotFilter itself"},
     };
     for (auto const& [action, message] : cases) {
-        EXPECT_THAT(refusal(action), HasSubstr(message));
+        EXPECT_THAT(refusal_of(action), HasSubstr(message));
         EXPECT_THAT(list->GetChildFilters(), ElementsAre(second, second));
         EXPECT_EQ(holder->GetNegatedFilter(), list);
     }
@@ -230,7 +232,7 @@ TEST_F(AgentFilters, RefuseWhatMakesNoSense) {
         {[] { IsEverFilter(std::shared_ptr<AgentFilter>()); }, "isEverFilter must be given, not empty"},
         {[] { TokenFilter{GlobalId::INVALID}; }, "the identifier of a token, not the invalid identifier"},
     };
-    for (auto const& [action, message] : cases) EXPECT_THAT(refusal(action), HasSubstr(message));
+    for (auto const& [action, message] : cases) EXPECT_THAT(refusal_of(action), HasSubstr(message));
 }
 
 TEST_F(AgentFilters, ReferToObjectsOfTheRightKind) {
@@ -255,12 +257,12 @@ TEST_F(AgentFilters, ReferToObjectsOfTheRightKind) {
     };
     auto const before = written(named->GetAgentFilter());
     for (auto const& [filter, message] : cases) {
-        EXPECT_THAT(refusal([&, &given = filter] { named->SetAgentFilter(given); }), HasSubstr(message));
+        EXPECT_THAT(refusal_of([&, &given = filter] { named->SetAgentFilter(given); }), HasSubstr(message));
         EXPECT_EQ(written(named->GetAgentFilter()), before);
     }
 
     named->SetAgentFilter(AgentFilter::AnyOf({AgentFilter::Negated(AgentFilter::HoldingToken(token)), everyone()}));
-    EXPECT_THAT(refusal([&] { document.remove(*document.find(token)); }), HasSubstr("Named"));
+    EXPECT_THAT(refusal_of([&] { document.remove(*document.find(token)); }), HasSubstr("Named"));
     named->SetAgentFilter(everyone());
     document.remove(*document.find(token));
     EXPECT_EQ(document.find(token), nullptr);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/behaviour/agent_situation.h"
+#include "engine/behaviour/compiled/agent_situation.h"
 
 #include <map>
 #include <set>

@@ -3,6 +3,7 @@
 #include "engine/behaviour/distributions/distribution_handle.h"
 #include "engine/behaviour/filters/agent_filter_states.h"
 #include "engine/behaviour/tests/agent_test_states.h"
+#include "engine/model/codec.h"
 #include "engine/model/document.h"
 #include "engine/model/kind.h"
 #include "engine/model/saving.h"
@@ -68,40 +69,30 @@ struct AgentRules : testing::Test {
 
     template <class State>
     std::shared_ptr<typename State::Handle> create(std::string const& name) {
-        return std::static_pointer_cast<typename State::Handle>(document.face_of(document.add<State>(name)));
+        return std::static_pointer_cast<typename State::Handle>(document.handle_of(document.add<State>(name)));
     }
 };
 
 template <class Base>
-using Rule = std::shared_ptr<Base>;
+using NodePointerOf = std::shared_ptr<Base>;
 template <class Base>
-using RuleList = std::vector<Rule<Base>>;
+using NodeList = std::vector<NodePointerOf<Base>>;
 
 template <class Base>
-Json written(Rule<Base> const& rule) {
-    return Codec<Rule<Base>>::write(rule);
-}
-
-/// The message of the Exception that an action ends in; empty when it ends in none.
-inline std::string refusal(std::function<void()> const& action) {
-    try {
-        action();
-    } catch (Exception const& exception) {
-        return exception.GetMessage();
-    }
-    return {};
+Json written(NodePointerOf<Base> const& rule) {
+    return json_of<NodePointerOf<Base>>(rule);
 }
 
 /// Every kind of the family is there once, and no field of it has the value that a new one has.
 template <class Base>
-void expect_one_of_each_kind(RuleList<Base> const& rules) {
+void expect_one_of_each_kind(NodeList<Base> const& rules) {
     std::map<std::string_view, int> count;
     for (auto const* const kind : kinds_of<Base>()) count[kind->name] = 0;
     for (auto const& rule : rules) {
         auto const& kind = *node_of(*rule).kind;
         ++count[kind.name];
         Json fresh = Json::object();
-        kind.write(*kind.make(), fresh);
+        write_fields(fields_in(*kind.make()), fresh);
         Json const filled = written(rule);
         for (auto const& [name, value] : fresh.items()) EXPECT_NE(filled[name], value) << kind.name << ": " << name;
     }
@@ -119,11 +110,11 @@ void expect_distinct_numbers() {
 
 /// A clone is of the same class, equal and shares no node.
 template <class Base>
-void expect_clones(RuleList<Base> const& rules) {
+void expect_clones(NodeList<Base> const& rules) {
     std::function<void(NodeState const&, std::vector<NodeState const*>&)> const collect =
         [&](NodeState const& node, std::vector<NodeState const*>& nodes) {
             nodes.push_back(&node);
-            node.kind->inner(node, [&](NodeState const& inner) { collect(inner, nodes); });
+            visit_nodes(fields_in(node), [&](HeldNode const& held) { collect(held.node, nodes); });
         };
     for (auto const& rule : rules) {
         auto const clone = rule->Clone();

@@ -1,4 +1,5 @@
 #include "tests/engine/behaviour/agent_rules.h"
+#include "tests/engine/refusal.h"
 
 #include <limits>
 
@@ -9,8 +10,8 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-using Question = Rule<AgentTest>;
-using Tests = RuleList<AgentTest>;
+using Question = NodePointerOf<AgentTest>;
+using Tests = NodeList<AgentTest>;
 
 Question always() { return std::make_shared<AlwaysTrueTest>(); }
 
@@ -96,7 +97,7 @@ TEST_F(AgentTests, KnowTheirChildren) {
         auto const children = test->GetChildTests();
         ASSERT_EQ(static_cast<int>(children.size()), count);
         for (int i = 0; i < count; ++i) EXPECT_EQ(test->GetChildTest(i), children[static_cast<std::size_t>(i)]);
-        EXPECT_THAT(refusal([&] { test->GetChildTest(count); }), HasSubstr("there is no child"));
+        EXPECT_THAT(refusal_of([&] { test->GetChildTest(count); }), HasSubstr("there is no child"));
     }
 
     auto const inner = std::make_shared<NotTest>(always());
@@ -150,7 +151,7 @@ TEST_F(AgentTests, ListsAreEditedAllOrNothing) {
         {[&] { holder->SetFirstChildTest(nullptr); }, "firstChildTest must be given, not empty"},
     };
     for (auto const& [action, message] : cases) {
-        EXPECT_THAT(refusal(action), HasSubstr(message));
+        EXPECT_THAT(refusal_of(action), HasSubstr(message));
         EXPECT_THAT(list->GetChildTests(), ElementsAre(first, first));
         EXPECT_THAT(holder->GetChildTests(), ElementsAre(list, first));
     }
@@ -184,11 +185,11 @@ TEST_F(AgentTests, RefuseWhatMakesNoSense) {
          },
          "agentAccess must be one of OPEN (0), CLOSED (1), not 9"},
     };
-    for (auto const& [action, message] : cases) EXPECT_THAT(refusal(action), HasSubstr(message));
+    for (auto const& [action, message] : cases) EXPECT_THAT(refusal_of(action), HasSubstr(message));
 
     RandomChanceTest chance(0.3);
     EXPECT_EQ(chance.GetChance(), 0.3F);
-    EXPECT_NE(refusal([&] { chance.SetChance(2); }), "");
+    EXPECT_THAT(refusal_of([&] { chance.SetChance(2); }), HasSubstr("chance must be at least 0 and at most 1, not 2"));
     EXPECT_EQ(chance.GetChance(), 0.3F);
 }
 
@@ -216,13 +217,13 @@ TEST_F(AgentTests, ReferToObjectsOfTheRightKind) {
     };
     auto const before = written(named->GetAgentTest());
     for (auto const& [test, message] : cases) {
-        EXPECT_THAT(refusal([&, &given = test] { named->SetAgentTest(given); }), HasSubstr(message));
+        EXPECT_THAT(refusal_of([&, &given = test] { named->SetAgentTest(given); }), HasSubstr(message));
         EXPECT_EQ(written(named->GetAgentTest()), before);
     }
 
     auto const people = std::make_shared<AreaPopulationTally>(volume);
     named->SetAgentTest(std::make_shared<NotTest>(std::make_shared<TallyTest>(people, ComparisonType::EQUAL, people)));
-    EXPECT_THAT(refusal([&] { document.remove(*document.find(volume)); }), HasSubstr("Named"));
+    EXPECT_THAT(refusal_of([&] { document.remove(*document.find(volume)); }), HasSubstr("Named"));
     named->SetAgentTest(always());
     document.remove(*document.find(volume));
     EXPECT_EQ(document.find(volume), nullptr);

@@ -1,6 +1,8 @@
 #include "engine/behaviour/distributions/bounded_normal.h"
 #include "engine/behaviour/distributions/distribution_handle.h"
+#include "engine/model/codec.h"
 #include "engine/model/properties.h"
+#include "tests/engine/refusal.h"
 
 #include <pedflux/distributions.h>
 #include <pedflux/exception.h>
@@ -224,15 +226,6 @@ TEST(Distributions, AreValidWhenTheirParametersFitTogether) {
     }
 }
 
-std::string message_of(std::function<void()> const& action) {
-    try {
-        action();
-    } catch (Exception const& exception) {
-        return exception.GetMessage();
-    }
-    return "nothing was refused";
-}
-
 TEST(Distributions, RefuseWhatCanNeverBeRightAndStayAsTheyAre) {
     NormalDistribution normal(1, 2, 0, 3);
     ExponentialDistribution exponential(1, 2, 3);
@@ -262,7 +255,7 @@ TEST(Distributions, RefuseWhatCanNeverBeRightAndStayAsTheyAre) {
         {[] { LogNormalDistribution const refused(0, -1, 0, 1); },
          "LogNormalDistribution: sigma is -1; it must be a finite number above 0"},
     };
-    for (auto const& each : cases) EXPECT_EQ(message_of(each.action), each.message);
+    for (auto const& each : cases) EXPECT_EQ(refusal_of(each.action), each.message);
     EXPECT_EQ(normal.GetSigma(), 2);
     EXPECT_EQ(normal.GetMax(), 3);
     EXPECT_EQ(exponential.GetScale(), 1);
@@ -280,19 +273,19 @@ TEST(Distributions, SurviveCopyingAndFiles) {
     laws.push_back({"constant", Distribution::CreateConstant(1e-9), {}});
     for (auto const& spec : laws) {
         using Shared = std::shared_ptr<Distribution>;
-        auto const json = Codec<Shared>::write(spec.distribution);
+        auto const json = json_of<Shared>(spec.distribution);
         Shared opened;
-        Codec<Shared>::read(opened, Json::parse(json.dump()), reading);
-        EXPECT_EQ(Codec<Shared>::write(opened), json) << spec.name;
+        read_json(opened, Json::parse(json.dump()), reading);
+        EXPECT_EQ(json_of<Shared>(opened), json) << spec.name;
         auto const copy = copy_of(spec.distribution);
         EXPECT_NE(copy, spec.distribution);
-        EXPECT_EQ(Codec<Shared>::write(copy), json) << spec.name;
+        EXPECT_EQ(json_of<Shared>(copy), json) << spec.name;
         EXPECT_EQ(copy->GetDistributionType(), spec.distribution->GetDistributionType()) << spec.name;
     }
     EXPECT_TRUE(warnings.empty());
     std::shared_ptr<Distribution> opened;
     auto const damaged = Json::parse(R"({"kind":"NormalDistribution","mu":0,"sigma":-1,"min":0,"max":1})");
-    EXPECT_THROW(Codec<std::shared_ptr<Distribution>>::read(opened, damaged, reading), Exception);
+    EXPECT_THROW(read_json(opened, damaged, reading), Exception);
 }
 
 }  // namespace

@@ -1,8 +1,10 @@
 #include "engine/behaviour/events/event_states.h"
+#include "engine/model/codec.h"
 #include "engine/model/document.h"
 #include "engine/model/kind.h"
 #include "engine/model/saving.h"
 #include "engine/scene/scene_states.h"
+#include "tests/engine/refusal.h"
 
 #include <pedflux/agent_actions.h>
 #include <pedflux/agent_tests.h>
@@ -73,24 +75,15 @@ struct Events : testing::Test {
 
     template <class State>
     std::shared_ptr<typename State::Handle> create(std::string const& name) {
-        return std::dynamic_pointer_cast<typename State::Handle>(document.face_of(document.add<State>(name)));
+        return std::dynamic_pointer_cast<typename State::Handle>(document.handle_of(document.add<State>(name)));
     }
 };
 
 Json written(SimObject& event) {
     auto const& state = *ObjectAccess::state(event);
     Json json = Json::object();
-    state.kind->write(state, json);
+    write_fields(fields_in(state), json);
     return json;
-}
-
-std::string refusal(std::function<void()> const& action) {
-    try {
-        action();
-    } catch (Exception const& exception) {
-        return exception.GetMessage();
-    }
-    return {};
 }
 
 std::shared_ptr<Geometry> box(Vec3d const& centre) {
@@ -120,8 +113,8 @@ TEST_F(Events, BeginAsDocumented) {
     EXPECT_EQ(broadcast->GetAgentAction()->GetAgentActionTypeId(), static_cast<int>(AgentActionTypeId::DO_NOTHING));
     EXPECT_FALSE(broadcast->HasAgentTest());
     EXPECT_FALSE(broadcast->HasZone());
-    EXPECT_THAT(refusal([&] { broadcast->GetAgentTest(); }), HasSubstr("Broadcast 'Call' has no agentTest"));
-    EXPECT_THAT(refusal([&] { broadcast->GetZone(); }), HasSubstr("Broadcast 'Call' has no zone"));
+    EXPECT_THAT(refusal_of([&] { broadcast->GetAgentTest(); }), HasSubstr("Broadcast 'Call' has no agentTest"));
+    EXPECT_THAT(refusal_of([&] { broadcast->GetZone(); }), HasSubstr("Broadcast 'Call' has no zone"));
 }
 
 TEST_F(Events, KeepCopiesOfSourcesAndDistributions) {
@@ -169,10 +162,10 @@ TEST_F(Events, SurviveCopyingAndFiles) {
     opened->document = &document;
     std::vector<Issue> warnings;
     Reading reading{warnings, ""};
-    kind.read(*opened, Json::parse(json.dump()), reading);
-    kind.check(*opened);
+    read_object_fields(*opened, Json::parse(json.dump()), reading);
+    check_object(*opened);
     Json again = Json::object();
-    kind.write(*opened, again);
+    write_fields(fields_in(*opened), again);
     EXPECT_EQ(again, json);
     EXPECT_TRUE(warnings.empty());
 
@@ -223,9 +216,9 @@ TEST_F(Events, AreSavedAndOpenedEqual) {
     EXPECT_THAT(opened->open_warnings, IsEmpty());
     EXPECT_TRUE(
         std::get<ForCountOrDuration>(opened->find<CirculateState>(std::string("Rounds 3"))->circulation).until_both);
-    EXPECT_THAT(refusal([&] { document.remove(*document.find(badge)); }), HasSubstr("Call"));
-    EXPECT_THAT(refusal([&] { document.remove(*document.find(gate)); }), HasSubstr("Rounds"));
-    EXPECT_THAT(refusal([&] { document.remove(*document.find(street)); }), "");
+    EXPECT_THAT(refusal_of([&] { document.remove(*document.find(badge)); }), HasSubstr("Call"));
+    EXPECT_THAT(refusal_of([&] { document.remove(*document.find(gate)); }), HasSubstr("Rounds"));
+    EXPECT_EQ(refusal_of([&] { document.remove(*document.find(street)); }), NOTHING_REFUSED);
 }
 
 TEST_F(Events, RefuseWhatIsNotThereAndStayAsTheyAre) {
@@ -292,7 +285,7 @@ TEST_F(Events, RefuseWhatIsNotThereAndStayAsTheyAre) {
         {[&] { dispatch->SetPosition(Vec3d(0, std::numeric_limits<double>::quiet_NaN(), 0)); }, "finite components"},
     };
     for (auto const& [action, message] : cases) {
-        EXPECT_THAT(refusal(action), HasSubstr(message));
+        EXPECT_THAT(refusal_of(action), HasSubstr(message));
         EXPECT_EQ(all_written(), all_before) << message;
     }
 }
@@ -307,13 +300,14 @@ TEST_F(Events, ColourByRulesUntilAnotherSchemeIsSet) {
     EXPECT_EQ(journey->GetColorSchemeRuleAgentTest(0)->GetAgentTestTypeId(), static_cast<int>(AgentTestType::TOKEN));
     EXPECT_TRUE(journey->GetColorSchemeRuleColor(1).InternalEquals(Color::GREEN));
     EXPECT_NE(journey->GetColorSchemeRuleAgentTest(0), journey->GetColorSchemeRuleAgentTest(0));
-    EXPECT_THAT(refusal([&] { journey->GetColorSchemeRuleColor(2); }),
+    EXPECT_THAT(refusal_of([&] { journey->GetColorSchemeRuleColor(2); }),
                 HasSubstr("Journey 'Arrivals': there is no colour rule 2, it has 2"));
-    EXPECT_THAT(refusal([&] { journey->GetColorSchemeRuleAgentTest(-1); }), HasSubstr("no colour rule -1"));
-    EXPECT_NE(refusal([&] { document.remove(*document.find(badge)); }), "");
+    EXPECT_THAT(refusal_of([&] { journey->GetColorSchemeRuleAgentTest(-1); }), HasSubstr("no colour rule -1"));
+    EXPECT_THAT(refusal_of([&] { document.remove(*document.find(badge)); }),
+                HasSubstr("cannot be removed while others refer to it: Journey 'Arrivals'"));
     journey->SetColorSchemeDarker();
     EXPECT_EQ(journey->GetColorSchemeRuleCount(), 0);
-    EXPECT_EQ(refusal([&] { document.remove(*document.find(badge)); }), "");
+    EXPECT_EQ(refusal_of([&] { document.remove(*document.find(badge)); }), NOTHING_REFUSED);
 }
 
 TEST_F(Events, DispatchesStandAmongTheirStations) {

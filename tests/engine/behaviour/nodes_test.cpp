@@ -1,6 +1,6 @@
 #include "engine/model/node.h"
+#include "tests/engine/refusal.h"
 
-#include <pedflux/exception.h>
 #include <pedflux/tallies.h>
 
 #include <memory>
@@ -13,24 +13,15 @@
 namespace pedflux::engine {
 namespace {
 
-std::string refusal(auto const& action) {
-    try {
-        action();
-    } catch (Exception const& exception) {
-        return exception.GetMessage();
-    }
-    return "no refusal";
-}
-
 std::shared_ptr<ScaleTally> scaled(std::shared_ptr<Tally> const& tally) {
     return std::make_shared<ScaleTally>(tally, 2);
 }
 
 TEST(Nodes, NestToTheLimitAndNoFurther) {
     std::shared_ptr<Tally> tree = std::make_shared<VariableTally>(1);
-    for (int level = 1; level < DEEPEST_NODE; ++level) tree = scaled(tree);
-    EXPECT_EQ(tree->Clone()->GetAllNestedChildTallies().size(), std::size_t{DEEPEST_NODE} - 1);
-    EXPECT_THAT(refusal([&] { scaled(tree); }), testing::HasSubstr("nested deeper than 64 levels"));
+    for (int level = 1; level < deepest_node; ++level) tree = scaled(tree);
+    EXPECT_EQ(tree->Clone()->GetAllNestedChildTallies().size(), std::size_t{deepest_node} - 1);
+    EXPECT_THAT(refusal_of([&] { scaled(tree); }), testing::HasSubstr("nested deeper than 64 levels"));
 }
 
 TEST(Nodes, AChainThatWasBuiltFromTheTopIsRefusedAndReleasedHoweverLongItIs) {
@@ -42,18 +33,18 @@ TEST(Nodes, AChainThatWasBuiltFromTheTopIsRefusedAndReleasedHoweverLongItIs) {
         last = next;
     }
     AddTally holder(std::make_shared<VariableTally>(1), std::make_shared<VariableTally>(2));
-    for (auto const& refused : {refusal([&] { holder.AddChildTally(top); }), refusal([&] { scaled(top); }),
-                                refusal([&] { top->Clone(); }), refusal([&] { scaled(last)->SetTally(top); })})
+    for (auto const& refused : {refusal_of([&] { holder.AddChildTally(top); }), refusal_of([&] { scaled(top); }),
+                                refusal_of([&] { top->Clone(); }), refusal_of([&] { scaled(last)->SetTally(top); })})
         EXPECT_THAT(refused, testing::HasSubstr("nested deeper than 64 levels"));
     EXPECT_EQ(holder.GetChildTallyCount(), 2);
 }
 
 TEST(Nodes, SharedPartsCountWhereverTheyStand) {
     std::shared_ptr<Tally> tree = std::make_shared<VariableTally>(1);
-    std::string refused = "no refusal";
+    std::string refused = NOTHING_REFUSED;
     int level = 0;
-    while (refused == "no refusal" && ++level < DEEPEST_NODE)
-        refused = refusal([&] { tree = std::make_shared<AddTally>(tree, tree); });
+    while (refused == NOTHING_REFUSED && ++level < deepest_node)
+        refused = refusal_of([&] { tree = std::make_shared<AddTally>(tree, tree); });
     EXPECT_THAT(refused, testing::HasSubstr("more than 100000 parts"));
     EXPECT_EQ(level, 17) << "2 to the power of 16 leaves and as many sums fit just not";
 }
@@ -62,7 +53,7 @@ TEST(Nodes, NothingHoldsItself) {
     auto const inner = std::make_shared<AddTally>(std::vector<std::shared_ptr<Tally>>{});
     auto const outer = std::make_shared<AddTally>(std::vector<std::shared_ptr<Tally>>{scaled(inner)});
     for (auto const& child : {outer, inner})
-        EXPECT_THAT(refusal([&] { inner->AddChildTally(child); }), testing::HasSubstr("must not be or hold"));
+        EXPECT_THAT(refusal_of([&] { inner->AddChildTally(child); }), testing::HasSubstr("must not be or hold"));
     EXPECT_EQ(inner->GetChildTallyCount(), 0);
     // Twice side by side is no circle.
     outer->AddChildTally(inner);

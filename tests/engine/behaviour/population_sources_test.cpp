@@ -1,5 +1,6 @@
 #include "engine/behaviour/population/population_handle.h"
 #include "engine/model/codec.h"
+#include "tests/engine/refusal.h"
 
 #include <pedflux/distributions.h>
 #include <pedflux/exception.h>
@@ -54,16 +55,7 @@ struct PopulationSources : testing::Test {
     }
 };
 
-std::string message_of(std::function<void()> const& action) {
-    try {
-        action();
-    } catch (Exception const& exception) {
-        return exception.GetMessage();
-    }
-    return "nothing was refused";
-}
-
-Json written(PopulationSource const& source) { return Codec<Population>::write(population_of(source)); }
+Json written(PopulationSource const& source) { return json_of(population_of(source)); }
 
 TEST_F(PopulationSources, AddUpAndTellHowDestinationsAreFound) {
     for (auto const& sample : samples()) {
@@ -86,7 +78,7 @@ TEST_F(PopulationSources, CloneDeeplyAndSurviveFiles) {
         EXPECT_EQ(written(*sample.source), before);
 
         Population opened;
-        Codec<Population>::read(opened, Json::parse(before.dump()), reading);
+        read_json(opened, Json::parse(before.dump()), reading);
         EXPECT_EQ(written(*make_source(opened)), before);
     }
     EXPECT_TRUE(warnings.empty());
@@ -259,7 +251,7 @@ TEST_F(PopulationSources, RefuseWhatDoesNotFitAndStayAsTheyAre) {
     for (PopulationSource const* source :
          std::initializer_list<PopulationSource const*>{&count, &per_origin, &table, &schedule, &matrix})
         before.push_back(written(*source));
-    for (auto const& each : cases) EXPECT_EQ(message_of(each.action), each.message);
+    for (auto const& each : cases) EXPECT_EQ(refusal_of(each.action), each.message);
     std::vector<Json> after;
     for (PopulationSource const* source :
          std::initializer_list<PopulationSource const*>{&count, &per_origin, &table, &schedule, &matrix})

@@ -1,5 +1,6 @@
 #include "engine/behaviour/tallies/tally_object_states.h"
 #include "tests/engine/behaviour/agent_rules.h"
+#include "tests/engine/refusal.h"
 
 #include <pedflux/tallies.h>
 #include <pedflux/transitions.h>
@@ -15,8 +16,8 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-using TallyPointer = Rule<Tally>;
-using TallyList = RuleList<Tally>;
+using TallyPointer = NodePointerOf<Tally>;
+using TallyList = NodeList<Tally>;
 
 TallyPointer number(double value) { return std::make_shared<VariableTally>(value); }
 
@@ -88,7 +89,7 @@ TEST_F(Tallies, KnowWhatTheyAreMadeOf) {
         ASSERT_EQ(static_cast<int>(children.size()), count) << written(tally);
         for (int i = 0; i < count; ++i) EXPECT_EQ(tally->GetChildTally(i), children[static_cast<std::size_t>(i)]);
         for (int const wrong : {-1, count}) {
-            EXPECT_THAT(refusal([&] { tally->GetChildTally(wrong); }), HasSubstr(std::to_string(wrong)));
+            EXPECT_THAT(refusal_of([&] { tally->GetChildTally(wrong); }), HasSubstr(std::to_string(wrong)));
         }
     }
 
@@ -126,7 +127,7 @@ TEST_F(Tallies, ListsOfTalliesChangeAsAskedOrNotAtAll) {
         {[&] { tally->SetChildTally(1, std::make_shared<ScaleTally>(tally, 2)); }, "must not be or hold"},
     };
     for (auto const& [action, message] : refused) {
-        EXPECT_THAT(refusal(action), HasSubstr(message));
+        EXPECT_THAT(refusal_of(action), HasSubstr(message));
         EXPECT_THAT(numbers(), ElementsAre(7, 2, 3)) << message;
     }
 
@@ -177,7 +178,7 @@ TEST_F(Tallies, RefuseWhatCanNeverBeRight) {
         {[&] { areas.SetAreas({GlobalId::INVALID}); }, "areas.0 must be the identifier of"},
         {[&] { NamedTally made(GlobalId::INVALID); }, "NamedTally: tallyObject must be the identifier of"},
     };
-    for (auto const& [action, message] : refused) EXPECT_THAT(refusal(action), HasSubstr(message));
+    for (auto const& [action, message] : refused) EXPECT_THAT(refusal_of(action), HasSubstr(message));
     EXPECT_EQ(variable.GetValue(), 1);
     EXPECT_THAT(areas.GetAreas().size(), 1u);
 }
@@ -195,7 +196,7 @@ TEST_F(Tallies, NameObjectsOfTheRightKindOnceAProjectTakesThem) {
          "no object of the project has"},
     };
     for (auto const& [tally, expected] : cases) {
-        auto const message = refusal([&, &given = tally] { counter->SetTallyValueByCount(given); });
+        auto const message = refusal_of([&, &given = tally] { counter->SetTallyValueByCount(given); });
         EXPECT_THAT(message, HasSubstr(expected));
         EXPECT_THAT(message, HasSubstr("TallyObject 'Counter'"));
         EXPECT_EQ(counter->GetTallyValueType(), TallyValueType::VARIABLE);
@@ -274,7 +275,7 @@ TEST_F(Tallies, ObjectsKeepWhatTheyHaveWhenAValueIsRefused) {
     };
     auto const before = document.copy();
     for (auto const& [action, message] : refused) {
-        EXPECT_THAT(refusal(action), HasSubstr(message));
+        EXPECT_THAT(refusal_of(action), HasSubstr(message));
         EXPECT_THAT(differences(document, *before), IsEmpty()) << message;
     }
 }
@@ -322,15 +323,16 @@ TEST_F(Tallies, ObjectsAreNotMadeOfThemselves) {
     auto const second = tally_object("Second");
     second->SetTallyValueByAggregateSumOverTime(std::make_shared<ScaleTally>(named(*first), 2));
     counter->SetTallyValueByCount(std::make_shared<AddTally>(named(*second), named(*first)));
-    EXPECT_THAT(refusal([&] { first->SetTallyValueByCount(named(*first)); }), HasSubstr("not of itself"));
-    EXPECT_THAT(refusal([&] { first->SetTallyValueByCount(std::make_shared<MaxTally>(number(1), named(*counter))); }),
-                HasSubstr("TallyObject 'First': value must be made of other tally objects, not of itself by way"));
+    EXPECT_THAT(refusal_of([&] { first->SetTallyValueByCount(named(*first)); }), HasSubstr("not of itself"));
+    EXPECT_THAT(
+        refusal_of([&] { first->SetTallyValueByCount(std::make_shared<MaxTally>(number(1), named(*counter))); }),
+        HasSubstr("TallyObject 'First': value must be made of other tally objects, not of itself by way"));
     EXPECT_EQ(first->GetTallyValueType(), TallyValueType::VARIABLE);
     // What resets a value is compared with it and no part of it.
     first->SetAutoResetWhenValueGreaterOrEqual(named(*counter));
 
     state_of<TallyObjectState>(*first).value = CountValue{{named(*counter)}};
-    EXPECT_THAT(refusal([&] { from_text(to_text(document), kinds()); }), HasSubstr("not of itself"));
+    EXPECT_THAT(refusal_of([&] { from_text(to_text(document), kinds()); }), HasSubstr("not of itself"));
 }
 
 TEST_F(Tallies, CommandsSayWhetherTheyResetAndAdd) {
@@ -354,7 +356,7 @@ TEST_F(Tallies, CommandsSayWhetherTheyResetAndAdd) {
         EXPECT_EQ(change->DoesCommandAddOnce(), adds_once);
         EXPECT_EQ(change->DoesCommandAddRepeatedly(), period != 0);
         if (period == 0) {
-            EXPECT_THAT(refusal([&] { change->GetAddPeriodInSeconds(); }), HasSubstr("has no addPeriodInSeconds"));
+            EXPECT_THAT(refusal_of([&] { change->GetAddPeriodInSeconds(); }), HasSubstr("has no addPeriodInSeconds"));
         } else {
             EXPECT_EQ(change->GetAddPeriodInSeconds(), period);
         }
@@ -410,7 +412,7 @@ TEST_F(Tallies, ChangesKeepWhatTheyHaveWhenAValueIsRefused) {
     };
     auto const before = document.copy();
     for (auto const& [action, message] : refused) {
-        EXPECT_THAT(refusal(action), HasSubstr(message));
+        EXPECT_THAT(refusal_of(action), HasSubstr(message));
         EXPECT_THAT(differences(document, *before), IsEmpty()) << message;
     }
 }
@@ -459,9 +461,9 @@ TEST_F(Tallies, WhatTheyNameStays) {
                                    std::make_shared<TransitionTally>(Transition::SimEnter(portal))));
     auto const change = tally_change("Change");
     change->SetTallyObjects({counter->GetId()});
-    EXPECT_THAT(refusal([&] { remove(volume); }), HasSubstr("Counter"));
-    EXPECT_THAT(refusal([&] { remove(portal); }), HasSubstr("Counter"));
-    EXPECT_THAT(refusal([&] { remove(counter->GetId()); }), HasSubstr("Change"));
+    EXPECT_THAT(refusal_of([&] { remove(volume); }), HasSubstr("Counter"));
+    EXPECT_THAT(refusal_of([&] { remove(portal); }), HasSubstr("Counter"));
+    EXPECT_THAT(refusal_of([&] { remove(counter->GetId()); }), HasSubstr("Change"));
     remove(change->GetId());
     remove(counter->GetId());
     remove(volume);

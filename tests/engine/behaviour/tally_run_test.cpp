@@ -2,6 +2,7 @@
 
 #include "engine/behaviour/tallies/tally_object_states.h"
 #include "tests/engine/behaviour/agent_rules.h"
+#include "tests/engine/refusal.h"
 
 #include <algorithm>
 #include <limits>
@@ -245,7 +246,7 @@ TEST_F(TallyRuns, ExpressionsAreFiniteNumbers) {
     auto const quotient = [](double numerator, double denominator, ZeroOverZeroValue rule) {
         return std::make_shared<DivideTally>(number(numerator), number(denominator), rule);
     };
-    using List = RuleList<Tally>;
+    using List = NodeList<Tally>;
     using enum ZeroOverZeroValue;
     struct {
         std::shared_ptr<Tally> tally;
@@ -299,16 +300,15 @@ TEST_F(TallyRuns, MeasuresSayWhatTheyAreOf) {
         for (auto const object : measure.objects) names.push_back(document.find(symbols.objects[object])->name);
         return names;
     };
-    EXPECT_EQ(plan.measures[0].kind, TallyType::SERVER_QUEUE);
+    EXPECT_EQ(std::get<ServerMeasure>(plan.measures[0].kind), ServerMeasure::SERVER_QUEUE);
     EXPECT_THAT(named_by(plan.measures[0]), ElementsAre("Server"));
-    EXPECT_EQ(plan.measures[1].kind, TallyType::AREA_POPULATION);
+    EXPECT_EQ(std::get<PlaceMeasure>(plan.measures[1].kind), PlaceMeasure::AREA_POPULATION);
     EXPECT_THAT(named_by(plan.measures[1]), ElementsAre("Volume", "Link"));
-    EXPECT_EQ(plan.measures[2].kind, TallyType::TRANSITION);
     ASSERT_EQ(symbols.transitions.size(), 1u);
-    EXPECT_EQ(plan.measures[2].transition, 0u);
+    EXPECT_EQ(std::get<TransitionMeasure>(plan.measures[2].kind).transition, 0u);
 
     symbols.tallies = {std::make_shared<NamedTally>(GlobalId::Generate())};
-    EXPECT_THAT(refusal([&] { compile_tallies(document, symbols); }), testing::HasSubstr("no tally object"));
+    EXPECT_THAT(refusal_of([&] { compile_tallies(document, symbols); }), testing::HasSubstr("no tally object"));
 }
 
 TEST_F(TallyRuns, NamedTalliesHaveTheValueOfTheSameFrame) {

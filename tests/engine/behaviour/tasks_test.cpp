@@ -1,5 +1,6 @@
 #include "engine/behaviour/actions/task_order.h"
 #include "tests/engine/behaviour/agent_rules.h"
+#include "tests/engine/refusal.h"
 
 #include <pedflux/tasks.h>
 
@@ -25,7 +26,7 @@ TEST(Tasks, AreRefusedWithoutGoalStyleOrSense) {
         {[&] { WaitUntilTimeTask(-7, standing); }, "WaitUntilTimeTask: seconds must be at least 0, not -7"},
         {[&] { WaitForeverTask(std::shared_ptr<WaitStyle>()); }, "WaitForeverTask: the wait style must be given"},
     };
-    for (auto const& [action, message] : cases) EXPECT_THAT(refusal(action), HasSubstr(message));
+    for (auto const& [action, message] : cases) EXPECT_THAT(refusal_of(action), HasSubstr(message));
 }
 
 TEST(Tasks, HoldWhatTheyWereGivenAndNeverChange) {

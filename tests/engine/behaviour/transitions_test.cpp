@@ -1,4 +1,5 @@
 #include "tests/engine/behaviour/time_rules.h"
+#include "tests/engine/refusal.h"
 
 #include <pedflux/transitions.h>
 #include <pedflux/triggers.h>
@@ -10,8 +11,8 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-using TransitionPointer = Rule<Transition>;
-using TransitionList = RuleList<Transition>;
+using TransitionPointer = NodePointerOf<Transition>;
+using TransitionList = NodeList<Transition>;
 
 struct Transitions : TimeRules {
     TransitionList one_of_each() const {
@@ -60,10 +61,10 @@ TEST_F(Transitions, NameObjectsOfTheRightKindOnceAProjectTakesThem) {
         {Transition::ChannelTransition(portal, portal), "toObject must be another object than fromObject"},
     };
     for (auto const& [transition, expected] : cases) {
-        EXPECT_THAT(refusal([&, &transition = transition] { keep(transition); }), HasSubstr(expected));
+        EXPECT_THAT(refusal_of([&, &transition = transition] { keep(transition); }), HasSubstr(expected));
     }
     for (auto const& made : {&Transition::AtPortal, &Transition::AreaEnter, &Transition::ServerExit}) {
-        EXPECT_THAT(refusal([&] { made(GlobalId::INVALID); }), HasSubstr("not the invalid identifier"));
+        EXPECT_THAT(refusal_of([&] { made(GlobalId::INVALID); }), HasSubstr("not the invalid identifier"));
     }
 }
 
@@ -88,7 +89,7 @@ TEST_F(Transitions, ListsOfTransitionsChangeAsAskedOrNotAtAll) {
         {[&] { any->GetChildTransition(-1); }, "there is no child -1"},
         {[&] { any->AddChildTransition(outer); }, "must not be or hold"},
     };
-    for (auto const& [action, message] : refused) EXPECT_THAT(refusal(action), HasSubstr(message));
+    for (auto const& [action, message] : refused) EXPECT_THAT(refusal_of(action), HasSubstr(message));
     EXPECT_EQ(any->GetChildTransitionCount(), 3);
     EXPECT_EQ(in->GetChildTransitionCount(), 0);
 

@@ -1,4 +1,5 @@
 #include "tests/engine/behaviour/time_rules.h"
+#include "tests/engine/refusal.h"
 
 #include <pedflux/tallies.h>
 #include <pedflux/transitions.h>
@@ -13,8 +14,8 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-using TriggerPointer = Rule<Trigger>;
-using TriggerList = RuleList<Trigger>;
+using TriggerPointer = NodePointerOf<Trigger>;
+using TriggerList = NodeList<Trigger>;
 
 TriggerPointer at(int seconds) { return std::make_shared<AbsoluteTimeTrigger>(seconds); }
 
@@ -52,7 +53,7 @@ struct Triggers : TimeRules {
                 std::make_shared<TransitionCountTrigger>(tick, Transition::AtPortal(portal), 20, true),
                 std::make_shared<WheneverTrigger>(running)};
     }
-    RuleList<TriggerRange> one_range_of_each() const {
+    NodeList<TriggerRange> one_range_of_each() const {
         return {std::make_shared<AllSimulationTriggerRange>(), std::make_shared<BoundedTriggerRange>(at(10), running),
                 std::make_shared<OverDurationTriggerRange>(at(10), 60),
                 std::make_shared<ScheduledTriggerRange>(running, std::vector{0, 100}, std::vector{30, 40}),
@@ -154,14 +155,12 @@ TEST_F(Triggers, TakeTheChildrenThatTheySayAreValid) {
         for (auto const& child : one_of_each()) {
             bool const valid = takes_instants || child->IsInterval();
             EXPECT_EQ(parent.IsValidChild(child), valid) << parent.GetTriggerTypeId() << written(child);
-            auto const message = refusal([&, &take = take] { take(child); });
-            EXPECT_EQ(message.empty(), valid) << message;
-            if (!valid) {
-                EXPECT_THAT(message, HasSubstr("must be a trigger that holds for spans of time, not "));
-            }
+            auto const message = refusal_of([&, &take = take] { take(child); });
+            EXPECT_THAT(message,
+                        HasSubstr(valid ? NOTHING_REFUSED : "must be a trigger that holds for spans of time, not "));
         }
         EXPECT_FALSE(parent.IsValidChild(nullptr));
-        EXPECT_THAT(refusal([&, &take = take] { take(nullptr); }), HasSubstr("must be given, not empty"));
+        EXPECT_THAT(refusal_of([&, &take = take] { take(nullptr); }), HasSubstr("must be given, not empty"));
     }
     EXPECT_FALSE(at(1)->IsValidChild(running));
 
@@ -171,7 +170,7 @@ TEST_F(Triggers, TakeTheChildrenThatTheySayAreValid) {
     outer->SetChildTrigger(inner);
     for (TriggerPointer const& own : TriggerList{inner, outer}) {
         EXPECT_FALSE(inner->IsValidChild(own));
-        EXPECT_THAT(refusal([&] { inner->AddChildTrigger(own); }), HasSubstr("must not be or hold"));
+        EXPECT_THAT(refusal_of([&] { inner->AddChildTrigger(own); }), HasSubstr("must not be or hold"));
     }
     EXPECT_EQ(inner->GetChildTriggerCount(), 1);
 }
@@ -189,10 +188,10 @@ TEST_F(Triggers, KnowTheirChildren) {
     any.SetChildTriggerAt(0, running);
     EXPECT_THAT(any.GetChildTriggers(), ElementsAre(running, tick));
     for (int const wrong : {-1, 2}) {
-        EXPECT_THAT(refusal([&] { any.SetChildTriggerAt(wrong, tick); }), HasSubstr("it has 2"));
-        EXPECT_THAT(refusal([&] { any.GetChildTriggerAt(wrong); }), HasSubstr("it has 2"));
+        EXPECT_THAT(refusal_of([&] { any.SetChildTriggerAt(wrong, tick); }), HasSubstr("it has 2"));
+        EXPECT_THAT(refusal_of([&] { any.GetChildTriggerAt(wrong); }), HasSubstr("it has 2"));
     }
-    EXPECT_THAT(refusal([&] { any.SetChildTriggers({tick, nullptr}); }), HasSubstr("childTriggers.1 must be given"));
+    EXPECT_THAT(refusal_of([&] { any.SetChildTriggers({tick, nullptr}); }), HasSubstr("childTriggers.1 must be given"));
     EXPECT_EQ(any.GetChildTriggerCount(), 2);
     any.ClearChildTriggers();
     EXPECT_THAT(any.GetChildTriggers(), IsEmpty());
@@ -230,7 +229,7 @@ TEST_F(Triggers, RefuseWhatCanNeverBeRight) {
         {[&] { scheduled.AddInterval(0, -1); }, "intervals.1.durationInSeconds must be at least 0 s, not -1"},
         {[&] { scheduled.GetIntervalOffsetInSeconds(1); }, "there is no interval 1, it has 1"},
     };
-    for (auto const& [action, message] : refused) EXPECT_THAT(refusal(action), HasSubstr(message));
+    for (auto const& [action, message] : refused) EXPECT_THAT(refusal_of(action), HasSubstr(message));
     EXPECT_FALSE(endless.HasFixedCount());
     EXPECT_EQ(scheduled.GetIntervalCount(), 1);
 
@@ -255,7 +254,7 @@ TEST_F(Triggers, NameObjectsOfTheRightKindOnceAProjectTakesThem) {
          "trigger.childTrigger.event must be the identifier of an event"},
     };
     for (auto const& [trigger, expected] : cases) {
-        EXPECT_THAT(refusal([&, &trigger = trigger] { alarm->SetTrigger(trigger); }),
+        EXPECT_THAT(refusal_of([&, &trigger = trigger] { alarm->SetTrigger(trigger); }),
                     testing::AllOf(HasSubstr(expected), HasSubstr("TriggerObject 'Alarm'")));
     }
     EXPECT_EQ(alarm->GetTrigger()->GetTriggerTypeId(), static_cast<int>(TriggerType::NEVER));
@@ -263,7 +262,7 @@ TEST_F(Triggers, NameObjectsOfTheRightKindOnceAProjectTakesThem) {
     auto const all = std::make_shared<AllOfTrigger>(TriggerList{running});
     auto const none = std::make_shared<NotTrigger>(all);
     all->AddChildTrigger(at(1));
-    EXPECT_THAT(refusal([&] { alarm->SetTrigger(none); }), HasSubstr("trigger.childTrigger must be a trigger that"));
+    EXPECT_THAT(refusal_of([&] { alarm->SetTrigger(none); }), HasSubstr("trigger.childTrigger must be a trigger that"));
 }
 
 TEST_F(Triggers, ObjectsKeepCopiesAndWhatTheyNeed) {
@@ -273,8 +272,8 @@ TEST_F(Triggers, ObjectsKeepCopiesAndWhatTheyNeed) {
     auto const kept = [&] { return std::dynamic_pointer_cast<EventStartTimeTrigger>(alarm->GetTrigger()); };
     kept()->SetOffsetInSeconds(7);
     EXPECT_EQ(kept()->GetOffsetInSeconds(), 5);
-    EXPECT_THAT(refusal([&] { document.remove(*document.find(journey)); }), HasSubstr("Alarm"));
-    EXPECT_THAT(refusal([&] { alarm->SetTrigger(nullptr); }), HasSubstr("trigger must be given"));
+    EXPECT_THAT(refusal_of([&] { document.remove(*document.find(journey)); }), HasSubstr("Alarm"));
+    EXPECT_THAT(refusal_of([&] { alarm->SetTrigger(nullptr); }), HasSubstr("trigger must be given"));
     EXPECT_EQ(kept()->GetOffsetInSeconds(), 5);
 }
 
@@ -285,13 +284,13 @@ TEST_F(Triggers, DoNotLeadBackToThemselvesByNames) {
     third->SetTrigger(std::make_shared<AnyOfTrigger>(TriggerList{running, named(*alarm)}));
     for (auto const& way :
          {named(*alarm), named(*third), TriggerPointer(std::make_shared<DelayedTrigger>(named(*second), 5))}) {
-        EXPECT_THAT(refusal([&] { alarm->SetTrigger(way); }),
+        EXPECT_THAT(refusal_of([&] { alarm->SetTrigger(way); }),
                     HasSubstr("TriggerObject 'Alarm': trigger must be one that does not lead back"));
     }
     EXPECT_EQ(alarm->GetTrigger()->GetTriggerTypeId(), static_cast<int>(TriggerType::NEVER));
 
     state_of<TriggerObjectState>(*alarm).trigger = named(*second);
-    EXPECT_THAT(refusal([&] { from_text(to_text(document), kinds()); }), HasSubstr("does not lead back"));
+    EXPECT_THAT(refusal_of([&] { from_text(to_text(document), kinds()); }), HasSubstr("does not lead back"));
 }
 
 TEST_F(Triggers, TellTheirTimes) {
@@ -308,13 +307,13 @@ TEST_F(Triggers, TellTheirTimes) {
 TEST_F(Triggers, RangesHaveAStartBeforeAnObjectTakesThem) {
     auto const access = create<GateAccessState>("Access");
     auto const expect_refused = [&](std::shared_ptr<TriggerRange> const& range, char const* missing) {
-        EXPECT_THAT(refusal([&] { access->SetTriggerRange(range); }), HasSubstr(missing));
+        EXPECT_THAT(refusal_of([&] { access->SetTriggerRange(range); }), HasSubstr(missing));
     };
     auto const bounded = std::make_shared<BoundedTriggerRange>();
     auto const over = std::make_shared<OverDurationTriggerRange>();
     auto const scheduled = std::make_shared<ScheduledTriggerRange>();
     auto const whenever = std::make_shared<WheneverTriggerRange>();
-    for (auto const& range : RuleList<TriggerRange>{bounded, over, scheduled, whenever}) {
+    for (auto const& range : NodeList<TriggerRange>{bounded, over, scheduled, whenever}) {
         EXPECT_EQ(range->GetStartTrigger(), nullptr);
         expect_refused(range, "triggerRange.startTrigger must be given");
     }
@@ -327,7 +326,7 @@ TEST_F(Triggers, RangesHaveAStartBeforeAnObjectTakesThem) {
     over->SetStartTrigger(tick);
     scheduled->SetStartTrigger(tick);
     whenever->SetStartTrigger(running);
-    for (auto const& range : RuleList<TriggerRange>{bounded, over, scheduled, whenever}) {
+    for (auto const& range : NodeList<TriggerRange>{bounded, over, scheduled, whenever}) {
         access->SetTriggerRange(range);
         EXPECT_EQ(access->GetTriggerRange()->GetTriggerRangeTypeId(), range->GetTriggerRangeTypeId());
     }

@@ -1,9 +1,8 @@
 #include "engine/crowd/crowd.h"
 
 #include "engine/crowd/speed_law.h"
-#include "tests/engine/crowd/allocations.h"
-
-#include <pedflux/exception.h>
+#include "tests/engine/allocations.h"
+#include "tests/engine/refusal.h"
 
 #include <algorithm>
 #include <cmath>
@@ -61,15 +60,6 @@ AgentIndex add(Crowd& crowd, Point place, Point direction, std::uint32_t region 
 
 void walk(Crowd& crowd, int steps) {
     for (int i = 0; i < steps; ++i) crowd.step(0.1);
-}
-
-std::string refusal(auto const& action) {
-    try {
-        action();
-    } catch (Exception const& exception) {
-        return exception.GetMessage();
-    }
-    return "no refusal";
 }
 
 }  // namespace
@@ -313,43 +303,43 @@ TEST(Crowd, RefusesWhatCannotBeWalkedAndStaysAsItWas) {
         std::string expected;
     };
     Case const cases[] = {
-        {refusal([&] { crowd.add(entrant([](Entrant& it) { it.speed = -1; })); }),
+        {refusal_of([&] { crowd.add(entrant([](Entrant& it) { it.speed = -1; })); }),
          "The agent's speed is -1, it must be between 0 and 10"},
-        {refusal([&] { crowd.add(entrant([](Entrant& it) { it.radius = std::nan(""); })); }),
+        {refusal_of([&] { crowd.add(entrant([](Entrant& it) { it.radius = std::nan(""); })); }),
          "The agent's radius is nan"},
-        {refusal([&] { crowd.add(entrant([](Entrant& it) {
-                           it.position = {infinity, 1};
-                       })); }), "must be finite"},
-        {refusal([&] { crowd.add(entrant([](Entrant& it) {
-                           it.position = {5, 4};
-                       })); }), "(5, 4) is on a wall"},
-        {refusal([&] { crowd.add(entrant([](Entrant& it) { it.region = 3; })); }),
+        {refusal_of([&] { crowd.add(entrant([](Entrant& it) {
+                              it.position = {infinity, 1};
+                          })); }), "must be finite"},
+        {refusal_of([&] { crowd.add(entrant([](Entrant& it) {
+                              it.position = {5, 4};
+                          })); }), "(5, 4) is on a wall"},
+        {refusal_of([&] { crowd.add(entrant([](Entrant& it) { it.region = 3; })); }),
          "The agent's region is 3, the plan has 1"},
-        {refusal([&] { crowd.remove(7); }), "The crowd has no agent 7"},
-        {refusal([&] {
+        {refusal_of([&] { crowd.remove(7); }), "The crowd has no agent 7"},
+        {refusal_of([&] {
              crowd.set_direction(agent, {1, 1});
          }),
          "must have the length 1 or be (0, 0)"},
-        {refusal([&] {
+        {refusal_of([&] {
              crowd.set_direction(agent, {std::nan(""), 0});
          }),
          "must have the length 1"},
-        {refusal([&] { crowd.set_wall_open(0, 4, true); }), "Region 0 has no wall 4, it has 4"},
-        {refusal([&] { crowd.step(0); }), "The step's duration in seconds is 0"},
-        {refusal([&] { crowd.step(1); }), "must be between 0.001 and 0.25"},
-        {refusal([] {
+        {refusal_of([&] { crowd.set_wall_open(0, 4, true); }), "Region 0 has no wall 4, it has 4"},
+        {refusal_of([&] { crowd.step(0); }), "The step's duration in seconds is 0"},
+        {refusal_of([&] { crowd.step(1); }), "must be between 0.001 and 0.25"},
+        {refusal_of([] {
              Crowd(FloorPlan{{Region{}}, {}});
          }),
          "Region 0 has no walls"},
-        {refusal([&] {
+        {refusal_of([&] {
              Crowd(FloorPlan{plan.regions, {{0, 1, {0, 0}, {0, 4}}}});
          }),
          "joins regions 0 and 1"},
-        {refusal([] {
+        {refusal_of([] {
              Crowd(FloorPlan{{rectangle({0, 0}, {1e9, 1e9})}, {}});
          }),
          "The plan is 1e+09 by 1e+09 m"},
-        {refusal([&] {
+        {refusal_of([&] {
              Locomotion odd;
              odd.sight = 0.1;
              Crowd(plan, odd);

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <pedflux/exception.h>
+#include "tests/engine/refusal.h"
+
 #include <pedflux/vectors.h>
 
 #include <cmath>
@@ -8,15 +9,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-/// Expects an Exception whose message contains the given text.
-#define EXPECT_REFUSED(statement, text)                                \
-    try {                                                              \
-        static_cast<void>(statement);                                  \
-        ADD_FAILURE() << #statement << " was accepted";                \
-    } catch (pedflux::Exception const& refusal) {                      \
-        EXPECT_THAT(refusal.GetMessage(), ::testing::HasSubstr(text)); \
-    }
 
 namespace pedflux {
 

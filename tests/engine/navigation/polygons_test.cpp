@@ -1,4 +1,5 @@
 #include "engine/geometry/polygons.h"
+
 #include "tests/engine/navigation/floor_plans.h"
 
 #include <pedflux/exception.h>

@@ -12,7 +12,7 @@
 #include "engine/behaviour/tests/agent_test_states.h"
 #include "engine/behaviour/triggers/trigger_states.h"
 #include "engine/model/check.h"
-#include "engine/project/kind_list.h"
+#include "engine/project/all_kinds.h"
 #include "engine/scene/avatar_state.h"
 #include "engine/scene/group_states.h"
 #include "engine/scene/network_state.h"
@@ -42,7 +42,7 @@ class Filler {
     requires std::is_enum_v<T>
     void fill(T& value, NoRule) {
         T const before = value;
-        for (auto const& named : NAMES<T>) {
+        for (auto const& named : value_names<T>) {
             if (named.value != before) value = named.value;
         }
     }
@@ -123,17 +123,17 @@ class Filler {
 
     template <class T, class Rule>
     void fill(T& value, Rule const& rule) {
-        if constexpr (IS_OPTIONAL<T>) {
+        if constexpr (is_optional<T>) {
             fill(value.emplace(), rule);
-        } else if constexpr (IS_LIST<T>) {
+        } else if constexpr (is_list<T>) {
             value.assign(1, {});
             fill(value.front(), rule);
-        } else if constexpr (IS_VARIANT<T>) {
+        } else if constexpr (is_variant<T>) {
             value.template emplace<1>();
             std::visit([&](auto& held) { fill(held, NoRule{}); }, value);
-        } else if constexpr (IS_NODE_POINTER<T>) {
+        } else if constexpr (is_node_pointer<T>) {
             fill_node(value);
-        } else if constexpr (IS_SHARED_VALUE<T>) {
+        } else if constexpr (is_shared_value<T>) {
             using Shared = SharedValue<typename T::element_type>;
             typename Shared::Value inner{};
             fill(inner, NoRule{});
@@ -166,11 +166,11 @@ class Filler {
             if (node && node_of(*node).kind == kind) continue;
             auto state = kind->make();
             try {
-                kind->check({nullptr, &document_}, "", *state);
+                check_node({nullptr, &document_}, "", *state);
             } catch (Exception const&) {
                 continue;
             }
-            node = kind->face(std::move(state));
+            node = kind->handle(std::move(state));
             return;
         }
     }
@@ -183,11 +183,11 @@ class Filler {
 
 std::unique_ptr<Document> filled_document() {
     auto document = std::make_unique<Document>();
-#define ADD(Name) document->add<Name##State>("A " #Name);
+#define ADD(Name, ...) document->add<Name##State>("A " #Name);
     PEDFLUX_KINDS(ADD)
     Filler filler(*document);
     filler.fill(document->settings, NoRule{});
-#define FILL(Name)                                                                 \
+#define FILL(Name, ...)                                                            \
     for (auto* const state : document->objects<Name##State>()) {                   \
         if (state->kind->name == Name##State::NAME) filler.fill(*state, NoRule{}); \
     }
@@ -197,7 +197,7 @@ std::unique_ptr<Document> filled_document() {
 
 std::map<std::string, std::vector<std::string>> fields_of_kinds() {
     std::map<std::string, std::vector<std::string>> kinds;
-#define LIST(Name)                                                                                             \
+#define LIST(Name, ...)                                                                                        \
     {                                                                                                          \
         Name##State state;                                                                                     \
         auto& fields = kinds[std::string(Name##State::NAME)];                                                  \

@@ -1,5 +1,6 @@
 #include "engine/base/checks.h"
 #include "engine/geometry/vector.h"
+#include "engine/model/codec.h"
 #include "engine/model/saving.h"
 #include "engine/project/kinds.h"
 #include "engine/scene/avatar_state.h"
@@ -273,7 +274,6 @@ std::shared_ptr<Bookmark> unlike_a_new_view(Project& project, Viewpoint const& v
 Json parts_of(View const& view) {
     ViewState const& state = ViewAccess::state(view);
     auto const& display = state.display;
-    auto const json_of = []<class T>(T const& value) { return Codec<T>::write(value); };
     return {{"ApplyViewpoint", json_of(state.camera)},
             {"ApplySimulationTime", json_of(state.playback_time)},
             {"ApplyObjectVisibility", json_of(display.visibility)},
@@ -501,7 +501,7 @@ TEST_F(Presentation, SpoiledFilesAreRefusedWithTheReason) {
          "clockSource must be an object whose kind is one of PLAYBACK, TALLY_OBJECT, USER_DEFINED"},
         {[](Json&, Json& s, Json&) { s["clockSource"]["kind"] = "TALLY_OBJECT"; },
          "clockSource.tallyObject must be the identifier of a tally object, not the invalid identifier"},
-        {[](Json&, Json& s, Json&) { s["geometry"] = Codec<std::shared_ptr<Geometry>>::write(slab(0, 0, 1, 1)); },
+        {[](Json&, Json& s, Json&) { s["geometry"] = json_of<std::shared_ptr<Geometry>>(slab(0, 0, 1, 1)); },
          "geometry must be a rectangle, not another kind of geometry"},
         {[](Json&, Json&, Json& a) { a["look"]["preset"] = GlobalId::Generate().GetString(); },
          "Avatar 'Small'.look.preset must be the identifier of an avatar preset"},

@@ -1,5 +1,6 @@
 #include "engine/model/saving.h"
 
+#include "engine/model/codec.h"
 #include "engine/model/document.h"
 #include "engine/model/files.h"
 #include "engine/project/kinds.h"
@@ -34,8 +35,8 @@ TEST(EveryKind, HasAFieldOfEveryNameThatIsNotAsByDefault) {
     for (auto const& object : document->objects()) {
         Json fresh = Json::object();
         Json filled = Json::object();
-        object->kind->write(*object->kind->make(), fresh);
-        object->kind->write(*object, filled);
+        write_fields(fields_in(*object->kind->make()), fresh);
+        write_fields(fields_in(*object), filled);
         for (auto const& name : fields.at(std::string(object->kind->name))) {
             ASSERT_TRUE(filled.contains(name)) << title_of(*object) << ": " << name;
             EXPECT_NE(filled[name], fresh.value(name, Json())) << title_of(*object) << ": " << name;
@@ -52,9 +53,9 @@ TEST(EveryKind, OpensAndCopiesEqualInEveryField) {
     EXPECT_EQ(to_text(*opened), text);
     EXPECT_THAT(differences(*document, *document->copy()), IsEmpty());
     for (auto const& object : opened->objects()) {
-        auto const face = opened->face_of(*object);
-        EXPECT_EQ(face->GetTypeId(), static_cast<int>(object->kind->type));
-        EXPECT_EQ(face->GetName(), object->name);
+        auto const handle = opened->handle_of(*object);
+        EXPECT_EQ(handle->GetTypeId(), static_cast<int>(object->kind->type));
+        EXPECT_EQ(handle->GetName(), object->name);
     }
 }
 

@@ -3,6 +3,8 @@
 #include "engine/results/level_of_service.h"
 #include "engine/results/run_reader.h"
 #include "engine/results/run_writer.h"
+#include "tests/engine/files.h"
+#include "tests/engine/refusal.h"
 
 #include <pedflux/database.h>
 #include <pedflux/exception.h>
@@ -57,26 +59,11 @@ class Results : public testing::Test {
                        {0, EpisodeKind::HELD_TOKEN, ticket, 2, 2}});
     }
     std::string refusal_of_opening() const {
-        try {
-            Database::Open(path);
-        } catch (Exception const& exception) {
-            return exception.GetMessage();
-        }
-        return "opened";
+        return refusal_of([&] { Database::Open(path); });
     }
 
     std::string const path = testing::TempDir() + "run-" + std::to_string(getpid()) + ".pfdb";
 };
-
-template <class Action>
-std::string refusal_of(Action const& action) {
-    try {
-        action();
-    } catch (Exception const& exception) {
-        return exception.GetMessage();
-    }
-    return "nothing was refused";
-}
 
 TEST_F(Results, WhatWasWrittenIsReadBack) {
     write_run();
@@ -214,8 +201,7 @@ TEST_F(Results, ChangedFilesAreRefusedWithTheReason) {
 
 TEST_F(Results, CutAndScratchedFilesNeverCrash) {
     write_run();
-    std::ifstream file(path, std::ios::binary);
-    std::string const whole((std::istreambuf_iterator<char>(file)), {});
+    auto const whole = contents_of(path);
     int refused = 0;
     int const tries = 200;
     for (int i = 0; i < tries; ++i) {
@@ -223,11 +209,11 @@ TEST_F(Results, CutAndScratchedFilesNeverCrash) {
         auto const place = whole.size() * static_cast<std::size_t>(i) / tries;
         if (i % 2 == 0) damaged.resize(place);
         if (i % 2 == 1) std::fill_n(damaged.begin() + static_cast<std::ptrdiff_t>(place), 64, '\xa5');
-        std::ofstream(path, std::ios::binary | std::ios::trunc) << damaged;
+        write(path, damaged);
         refused += refusal_of([&] {
                        auto const database = Database::Open(path);
                        for (int frame = 1; frame <= database->GetLastFrame(); ++frame) database->GetFrameData(frame);
-                   }) == "nothing was refused"
+                   }) == NOTHING_REFUSED
                        ? 0
                        : 1;
     }

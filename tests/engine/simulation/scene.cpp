@@ -96,15 +96,6 @@ void step_for(Simulation& simulation, double seconds) {
 
 std::shared_ptr<Trigger> after(int seconds) { return std::make_shared<SimulationStartTrigger>(seconds); }
 
-std::string refusal_of(std::function<void()> const& action) {
-    try {
-        action();
-    } catch (Exception const& exception) {
-        return exception.GetMessage();
-    }
-    return "nothing was refused";
-}
-
 std::uint64_t hash_of(std::string const& path) {
     auto const run = Database::Open(path);
     std::uint64_t hash = 14695981039346656037U;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/engine/refusal.h"
+
 #include <pedflux/database.h>
 #include <pedflux/distributions.h>
 #include <pedflux/events.h>
@@ -61,9 +63,6 @@ void step_for(Simulation& simulation, double seconds);
 
 /// So many seconds after the start of the simulation.
 std::shared_ptr<Trigger> after(int seconds);
-
-/// The message of the exception that an action throws, or that it threw none.
-std::string refusal_of(std::function<void()> const& action);
 
 /// One number for all that a stored run shows.
 std::uint64_t hash_of(std::string const& database);

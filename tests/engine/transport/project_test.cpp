@@ -1,3 +1,4 @@
+#include "engine/model/codec.h"
 #include "engine/model/document.h"
 #include "engine/model/saving.h"
 #include "engine/project/kinds.h"
@@ -126,8 +127,8 @@ TEST_F(Transport, ElevatorsKeepOperationsOfEveryKindAsCopies) {
         auto const held = lift->GetElevatorOperation();
         EXPECT_NE(held, operation);
         EXPECT_EQ(held->GetElevatorOperationTypeId(), operation->GetElevatorOperationTypeId());
-        EXPECT_EQ(Codec<std::shared_ptr<ElevatorOperation>>::write(held),
-                  Codec<std::shared_ptr<ElevatorOperation>>::write(operation));
+        EXPECT_EQ(json_of<std::shared_ptr<ElevatorOperation>>(held),
+                  json_of<std::shared_ptr<ElevatorOperation>>(operation));
         expect_round_trip();
     }
     lift->SetElevatorOperation(shuttle);
@@ -186,7 +187,7 @@ TEST_F(Transport, CarsKnowWhatStandsStill) {
     bank->SetElevatorOperation(std::make_shared<SabbathElevatorOperation>(true));
     auto const controllers = make_controllers(document_of(*project));
     ASSERT_EQ(controllers.size(), 1U);
-    auto const car = face_of(controllers.front()->cars.front());
+    auto const car = handle_of(controllers.front()->cars.front());
 
     std::vector<std::string> names;
     for (auto stop : car->GetAllStops()) names.push_back(stop.GetString());

@@ -1,0 +1,52 @@
+# The Java compiler of the build, and the virtual machines of this computer that the Java half has to run on, as it is compiled
+# for 17 and every newer one.
+find_package(Java 17 REQUIRED COMPONENTS Development Runtime)
+
+# What Java 17 warns of is an error. Newer compilers warn of more, from version to version, which must stop no build.
+set(PEDFLUX_JAVAC_WARNINGS "")
+if(Java_VERSION VERSION_LESS 18)
+    set(PEDFLUX_JAVAC_WARNINGS -Xlint:all -Werror)
+endif()
+
+set(PEDFLUX_TEST_JAVA "" CACHE STRING "Commands `java` beside those in the usual places, on which the Java tests are run too")
+
+# pedflux_find_java(NAMES VARIABLE COMMANDS VARIABLE): the commands `java` of every version from 17 on, and a name for each.
+# The first is the one that the build itself uses.
+function(pedflux_find_java)
+    cmake_parse_arguments(PARSE_ARGV 0 arg "" "NAMES;COMMANDS" "")
+    file(GLOB installed /usr/lib/jvm/*/bin/java)
+    list(SORT installed COMPARE NATURAL)
+    set(candidates ${Java_JAVA_EXECUTABLE} ${PEDFLUX_TEST_JAVA} $ENV{JAVA_HOME}/bin/java ${installed})
+    set(names "")
+    set(commands "")
+    foreach(candidate ${candidates})
+        if(NOT EXISTS ${candidate})
+            continue()
+        endif()
+        # The same one has several names: /usr/bin/java, java-17-openjdk-amd64, java-1.17.0-openjdk-amd64, default-java.
+        file(REAL_PATH ${candidate} command)
+        if(command IN_LIST commands)
+            continue()
+        endif()
+        execute_process(COMMAND ${command} -version RESULT_VARIABLE status OUTPUT_VARIABLE said ERROR_VARIABLE said)
+        if(NOT status EQUAL 0 OR NOT said MATCHES "version \"([0-9]+[0-9.]*)")
+            message(STATUS "Java is not tested with ${command}, which does not start here: ${said}")
+            continue()
+        endif()
+        set(version ${CMAKE_MATCH_1})
+        if(version VERSION_LESS 17)
+            continue()
+        endif()
+        set(name java-${version})
+        set(others 1)
+        while(name IN_LIST names)
+            math(EXPR others "${others} + 1")
+            set(name java-${version}-${others})
+        endwhile()
+        list(APPEND names ${name})
+        list(APPEND commands ${command})
+        message(STATUS "Java is tested with ${command} (${version})")
+    endforeach()
+    set(${arg_NAMES} ${names} PARENT_SCOPE)
+    set(${arg_COMMANDS} ${commands} PARENT_SCOPE)
+endfunction()

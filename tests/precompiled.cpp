@@ -1,0 +1,2 @@
+// The program whose precompiled header the tests share. It does nothing.
+int main() {}
