@@ -1,5 +1,6 @@
 #include "engine/behaviour/tallies/tally_run.h"
 
+#include "engine/base/random_streams.h"
 #include "engine/behaviour/distributions/distribution_handle.h"
 
 #include <algorithm>
@@ -14,10 +15,6 @@ bool is_total(TallyValueType type) {
     return type == TallyValueType::VARIABLE || type == TallyValueType::CLOCK ||
            type == TallyValueType::AGGREGATE_SUM_OVER_TIME;
 }
-
-/// Tallies have random numbers of their own, apart from those of events and agents.
-constexpr std::uint64_t tally_stream = std::uint64_t{0x7A11} << 32;
-constexpr std::uint64_t change_stream = tally_stream + (std::uint64_t{1} << 32);
 
 }  // namespace
 
@@ -53,13 +50,13 @@ TallyRun::TallyRun(TallyProgram const& program, std::uint64_t seed)
     : program_(program), compared_(program.compared.size(), 0) {
     for (TallyIndex i = 0; i < program.tallies.size(); ++i) {
         auto const& tally = program.tallies[i];
-        auto& running = running_.emplace_back(Running{.random = Random(seed, tally_stream + i)});
+        auto& running = running_.emplace_back(Running{.random = Random(seed, streams::of_tallies + i)});
         if (tally.window > 0) running.window.emplace(tally.window);
         running.base = tally.start ? *tally.start : sample(*tally.default_value, running.random);
         settle(i);
     }
     for (std::size_t i = 0; i < program.changes.size(); ++i)
-        changes_.push_back({.random = Random(seed, change_stream + i)});
+        changes_.push_back({.random = Random(seed, streams::of_tally_changes + i)});
 }
 
 void TallyRun::step(std::span<double const> measures, std::span<RangeInFrame const> ranges) {
