@@ -15,18 +15,18 @@ struct Distribution::State {
 
 namespace engine {
 
-/// Access to the specification of an SDK distribution.
+/// Access to the DistributionSpec of an SDK distribution.
 struct DistributionAccess {
     static DistributionSpec& spec(Distribution& distribution) { return distribution.state_->spec; }
     static DistributionSpec const& spec(Distribution const& distribution) { return distribution.state_->spec; }
 };
 
-/// The specification of a distribution.
+/// What a distribution is made of.
 inline DistributionSpec const& spec_of(Distribution const& distribution) {
     return DistributionAccess::spec(distribution);
 }
 
-/// A distribution of the class that belongs to the specification. Throws as the class's constructor does.
+/// A distribution of the class that belongs to `spec`. Throws as the class's constructor does.
 std::shared_ptr<Distribution> make_distribution(DistributionSpec const& spec);
 
 template <>

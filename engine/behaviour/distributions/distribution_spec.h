@@ -62,7 +62,7 @@ bool is_valid(DistributionSpec const& spec);
 /// Throws Exception that names the distribution and the rule that its parameters break, when they do not fit together.
 void require_valid(DistributionSpec const& spec);
 
-/// The bounds of the values as they are given, even while the specification is not valid. A discrete one without a
+/// The bounds of the values as they are given, even while they are not valid. A discrete one without a
 /// value of positive weight has none and throws.
 double minimum(DistributionSpec const& spec);
 double maximum(DistributionSpec const& spec);
