@@ -83,7 +83,9 @@ int compile(ActionProgram& program, Document const& document, AgentAction const&
     std::vector<int> children;
     take_fields({program, document, node, children}, state);
     if (node.type == AgentActionTypeId::NAMED) {
-        auto const root = compile_named(program, document, program.objects_of(node).front());
+        // A copy, as the list of objects grows with what the named action refers to.
+        GlobalId const name = program.objects_of(node).front();
+        auto const root = compile_named(program, document, name);
         if (root != NONE) children.push_back(root);
     }
     node.children = append_all(program.children, children);
