@@ -7,6 +7,8 @@
 #include "engine/simulation/events/gate_access.h"
 #include "engine/simulation/events/server_access.h"
 
+#include <pedflux/exception.h>
+
 #include <algorithm>
 #include <utility>
 

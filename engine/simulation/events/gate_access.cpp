@@ -4,6 +4,8 @@
 #include "engine/model/document.h"
 #include "engine/simulation/tasks/live_situation.h"
 
+#include <pedflux/exception.h>
+
 #include <algorithm>
 
 #include <fmt/format.h>

@@ -3,6 +3,8 @@
 #include "engine/base/checks.h"
 #include "engine/model/document.h"
 
+#include <pedflux/exception.h>
+
 #include <fmt/format.h>
 
 namespace pedflux::engine {
